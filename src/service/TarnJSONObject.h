@@ -1,6 +1,6 @@
 #pragma once
 
-#include "service/json/TarnDecodeError.h"
+#include "service/TarnDecodeError.h"
 
 #include <QByteArray>
 #include <QJsonArray>

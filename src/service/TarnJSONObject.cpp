@@ -1,4 +1,4 @@
-#include "service/json/TarnJSONObject.h"
+#include "service/TarnJSONObject.h"
 
 #include <QJsonDocument>
 #include <QJsonParseError>
