@@ -1,3 +1,6 @@
+#include "ApiCommand.h"
+#include "SignOutCommand.h"
+
 #include <QCoreApplication>
 #include <QStringList>
 #include <QTextStream>
@@ -20,6 +23,8 @@ QList<Command> commands()
 {
     return {
         // Each subcommand adds one line here: {u"name"_s, u"usage"_s, runName}.
+        {u"api"_s, u"api [--workspace URL] [--workspace-ca FILE] [--token-stdin] METHOD PATH [JSON-BODY]"_s, runApi},
+        {u"sign-out"_s, u"sign-out [--workspace URL] [--workspace-ca FILE]"_s, runSignOut},
     };
 }
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+class TarnJSONObject;
+
+// The answer of a successful code exchange: the new session token and the
+// name of the person it belongs to.
+struct AuthExchange
+{
+    struct Cookie
+    {
+        QString value;
+        static Cookie fromJSON(const TarnJSONObject &json);
+    };
+    struct User
+    {
+        QString name;
+        static User fromJSON(const TarnJSONObject &json);
+    };
+
+    Cookie cookie;
+    User user;
+    static AuthExchange fromJSON(const TarnJSONObject &json);
+};
+
+// The answer of a refused exchange.
+struct AuthFailure
+{
+    std::optional<QString> error;
+    static AuthFailure fromJSON(const TarnJSONObject &json);
+};

@@ -1,0 +1,22 @@
+#include "WorkspaceOptions.h"
+
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+
+WorkspaceOptions::WorkspaceOptions(QCommandLineParser &parser)
+    : m_url(u"workspace"_s, u"The workspace service's https address."_s, u"URL"_s)
+    , m_ca(u"workspace-ca"_s, u"One extra certificate to trust for it (PEM)."_s, u"FILE"_s)
+{
+    parser.addOption(m_url);
+    parser.addOption(m_ca);
+}
+
+std::optional<Config> WorkspaceOptions::config(const QCommandLineParser &parser) const
+{
+    QString error;
+    std::optional<Config> config = Config::fromOptions(parser.value(m_url), parser.value(m_ca), &error);
+    if (!config)
+        QTextStream(stderr) << error << '\n';
+    return config;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "service/Config.h"
+
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+
+#include <optional>
+
+// The options every service-talking subcommand shares: `--workspace URL` and
+// `--workspace-ca FILE` (else TARN_WORKSPACE_URL and TARN_WORKSPACE_CA).
+class WorkspaceOptions
+{
+public:
+    explicit WorkspaceOptions(QCommandLineParser &parser);
+
+    // The configuration the options name; prints the reason and answers
+    // nothing when they are unusable.
+    [[nodiscard]] std::optional<Config> config(const QCommandLineParser &parser) const;
+
+private:
+    QCommandLineOption m_url;
+    QCommandLineOption m_ca;
+};
