@@ -5,6 +5,7 @@
 
 #include <QCoroSignal>
 #include <QStringDecoder>
+#include <QTimer>
 #include <qt6keychain/keychain.h>
 
 #include <memory>
@@ -31,7 +32,9 @@ std::unique_ptr<Job> makeJob(const QString &service, const QString &key)
 template<typename Job>
 QCoro::Task<> run(Job &job)
 {
-    job.start();
+    // A backend that fails at once reports `finished` from inside start();
+    // starting from the event loop guarantees we are listening by then.
+    QTimer::singleShot(0, &job, [&job] { job.start(); });
     co_await qCoro(&job, &QKeychain::Job::finished);
 }
 

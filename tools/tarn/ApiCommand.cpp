@@ -5,7 +5,7 @@
 #include "auth/NativeSessionStore.h"
 #include "service/TarnAPI.h"
 
-#include <QCoroTask>
+#include "service/TarnWaitFor.h"
 #include <QJsonDocument>
 #include <QSettings>
 #include <QTextStream>
@@ -75,7 +75,7 @@ int runApi(const QStringList &args)
     const QString path = positional.at(1);
     const QByteArray method = positional.at(0).toUpper().toLatin1();
     try {
-        const QJsonValue answer = QCoro::waitFor(call(api, path, method, body));
+        const QJsonValue answer = tarnWaitFor(call(api, path, method, body));
         QTextStream out(stdout);
         if (answer.isObject())
             out << QJsonDocument(answer.toObject()).toJson(QJsonDocument::Indented);

@@ -4,7 +4,7 @@
 #include "auth/NativeSessionStore.h"
 #include "service/TarnAPI.h"
 
-#include <QCoroTask>
+#include "service/TarnWaitFor.h"
 #include <QTextStream>
 
 using namespace Qt::StringLiterals;
@@ -37,7 +37,7 @@ int runSignOut(const QStringList &args)
     NativeSessionStore store;
     TarnAPI api(*config, store, nullptr);
     try {
-        QCoro::waitFor(signOut(api));
+        tarnWaitFor(signOut(api));
         QTextStream(stdout) << "Signed out.\n";
         return 0;
     } catch (const std::exception &error) {
