@@ -40,10 +40,12 @@ QJsonObject TestWorkspace::Answer::json() const
     return QJsonDocument::fromJson(body).object();
 }
 
-TestWorkspace::TestWorkspace(const QStringList &extraArgs)
-    : m_arguments(QStringList{u"--port"_s, u"0"_s, u"--data"_s, m_data.path(), u"--test-faults"_s} + extraArgs)
+TestWorkspace::TestWorkspace(const QStringList &extraArgs, Faults faults)
+    : m_arguments(QStringList{u"--port"_s, u"0"_s, u"--data"_s, m_data.path()} + extraArgs)
     , m_network(std::make_unique<QNetworkAccessManager>())
 {
+    if (faults == Faults::On)
+        m_arguments.append(u"--test-faults"_s);
     m_network->setCookieJar(nullptr);
     m_network->setRedirectPolicy(QNetworkRequest::ManualRedirectPolicy);
     if (!m_data.isValid()) {

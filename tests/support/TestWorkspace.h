@@ -36,9 +36,12 @@ public:
     };
     using Headers = QList<QPair<QByteArray, QByteArray>>;
 
+    // Off leaves out "--test-faults": the controls below then get 404.
+    enum class Faults { On, Off };
+
     // Starts TARN_WORKSPACE_BIN --port 0 --data <fresh folder> --test-faults
     // plus extraArgs, and waits up to 20 s for its two start-up lines.
-    explicit TestWorkspace(const QStringList &extraArgs = {});
+    explicit TestWorkspace(const QStringList &extraArgs = {}, Faults faults = Faults::On);
     ~TestWorkspace();
     TestWorkspace(const TestWorkspace &) = delete;
     TestWorkspace &operator=(const TestWorkspace &) = delete;
