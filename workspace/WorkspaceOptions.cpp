@@ -31,6 +31,10 @@ std::optional<WorkspaceOptions> WorkspaceOptions::parse(const QStringList &argum
             options.testFaults = true;
             continue;
         }
+        if (arg == "--stop-with-stdin"_L1) {
+            options.stopWithStdin = true;
+            continue;
+        }
         if (!takesValue)
             return fail(u"unknown option: %1"_s.arg(arg));
         if (i + 1 >= arguments.size())

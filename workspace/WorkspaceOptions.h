@@ -15,6 +15,8 @@ struct WorkspaceOptions
     bool testFaults = false;
     // Sign-in codes live this long; tests shorten it to see expiry without waiting.
     int codeTtlSeconds = 120;
+    // Exit when standard input reaches its end (test harnesses keep it open).
+    bool stopWithStdin = false;
 
     // Reads the arguments (without the program name). On a bad option returns
     // nothing and fills *error with a line for standard error.

@@ -41,7 +41,7 @@ QJsonObject TestWorkspace::Answer::json() const
 }
 
 TestWorkspace::TestWorkspace(const QStringList &extraArgs, Faults faults)
-    : m_arguments(QStringList{u"--port"_s, u"0"_s, u"--data"_s, m_data.path()} + extraArgs)
+    : m_arguments(QStringList{u"--port"_s, u"0"_s, u"--data"_s, m_data.path(), u"--stop-with-stdin"_s} + extraArgs)
     , m_network(std::make_unique<QNetworkAccessManager>())
 {
     if (faults == Faults::On)
