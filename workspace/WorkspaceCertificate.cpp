@@ -20,11 +20,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-template<auto Free>
-struct Deleter
-{
-    template<typename T>
-    void operator()(T *p) const { Free(p); }
+template <auto Free> struct Deleter {
+    template <typename T> void operator()(T *p) const { Free(p); }
 };
 using Key = std::unique_ptr<EVP_PKEY, Deleter<EVP_PKEY_free>>;
 using Certificate = std::unique_ptr<X509, Deleter<X509_free>>;
@@ -110,17 +107,17 @@ bool WorkspaceCertificate::generate(const QString &keyPath)
     X509_set_pubkey(cert.get(), key.get());
 
     X509_NAME *name = X509_get_subject_name(cert.get());
-    X509_NAME_add_entry_by_txt(name, "O", MBSTRING_UTF8,
-                               reinterpret_cast<const unsigned char *>("Pilo Tarn local workspace"), -1, -1, 0);
-    X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_UTF8, reinterpret_cast<const unsigned char *>("127.0.0.1"), -1,
-                               -1, 0);
+    X509_NAME_add_entry_by_txt(
+        name, "O", MBSTRING_UTF8, reinterpret_cast<const unsigned char *>("Pilo Tarn local workspace"), -1, -1, 0);
+    X509_NAME_add_entry_by_txt(
+        name, "CN", MBSTRING_UTF8, reinterpret_cast<const unsigned char *>("127.0.0.1"), -1, -1, 0);
     X509_set_issuer_name(cert.get(), name);
 
     const bool extended = addExtension(cert.get(), NID_basic_constraints, "critical,CA:TRUE")
-            && addExtension(cert.get(), NID_key_usage, "critical,digitalSignature,keyCertSign")
-            && addExtension(cert.get(), NID_ext_key_usage, "serverAuth")
-            && addExtension(cert.get(), NID_subject_key_identifier, "hash")
-            && addExtension(cert.get(), NID_subject_alt_name, "IP:127.0.0.1,DNS:localhost");
+        && addExtension(cert.get(), NID_key_usage, "critical,digitalSignature,keyCertSign")
+        && addExtension(cert.get(), NID_ext_key_usage, "serverAuth")
+        && addExtension(cert.get(), NID_subject_key_identifier, "hash")
+        && addExtension(cert.get(), NID_subject_alt_name, "IP:127.0.0.1,DNS:localhost");
     if (!extended || X509_sign(cert.get(), key.get(), EVP_sha256()) == 0) {
         m_error = u"could not sign the certificate"_s;
         return false;
@@ -152,7 +149,7 @@ bool WorkspaceCertificate::load(const QString &keyPath)
     const QSslCertificate cert(certFile.readAll(), QSsl::Pem);
     if (key.isNull() || cert.isNull()) {
         m_error = u"the certificate or key in %1 is unreadable; remove both to make new ones"_s.arg(
-                QFileInfo(keyPath).absolutePath());
+            QFileInfo(keyPath).absolutePath());
         return false;
     }
     m_configuration = QSslConfiguration::defaultConfiguration();

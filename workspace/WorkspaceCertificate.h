@@ -5,8 +5,7 @@
 
 // The service's self-signed TLS identity, kept in its data folder: made on the
 // first start (P-256 key, SAN 127.0.0.1 and localhost, ten years) and reused.
-class WorkspaceCertificate
-{
+class WorkspaceCertificate {
 public:
     // Loads key.pem and certificate.pem from `dataDir`, creating them when
     // either is missing. Check isValid(); error() says why it is not.

@@ -79,11 +79,11 @@ std::optional<WorkspaceFaults::Hit> WorkspaceFaults::take(QByteArrayView method,
         Fault &fault = m_faults[i];
         if (fault.method != method || decoded(fault.path) != wanted)
             continue;
-        Hit hit{fault.delayMs, std::nullopt};
+        Hit hit { fault.delayMs, std::nullopt };
         if (fault.status != 0) {
-            WorkspaceReply reply{fault.status, fault.contentType, fault.body, {}};
+            WorkspaceReply reply { fault.status, fault.contentType, fault.body, {} };
             if (fault.location)
-                reply.headers.append({"Location"_ba, fault.location->toUtf8()});
+                reply.headers.append({ "Location"_ba, fault.location->toUtf8() });
             hit.reply = std::move(reply);
         }
         if (fault.times > 0 && --fault.times == 0)
@@ -95,14 +95,14 @@ std::optional<WorkspaceFaults::Hit> WorkspaceFaults::take(QByteArrayView method,
 
 void WorkspaceFaults::record(const WorkspaceRequest &request)
 {
-    m_requests.append(QJsonObject{
-            {u"method"_s, QString::fromLatin1(request.method())},
-            {u"path"_s, request.path()},
-            {u"query"_s, request.queryString()},
-            {u"cookie"_s, !request.sessionToken().isEmpty()},
-            {u"csrf"_s, headerValue(request, "X-CSRF-Token")},
-            {u"accept"_s, headerValue(request, "Accept")},
-            {u"content_type"_s, headerValue(request, "Content-Type")},
-            {u"body"_s, QString::fromUtf8(request.body())},
+    m_requests.append(QJsonObject {
+        { u"method"_s, QString::fromLatin1(request.method()) },
+        { u"path"_s, request.path() },
+        { u"query"_s, request.queryString() },
+        { u"cookie"_s, !request.sessionToken().isEmpty() },
+        { u"csrf"_s, headerValue(request, "X-CSRF-Token") },
+        { u"accept"_s, headerValue(request, "Accept") },
+        { u"content_type"_s, headerValue(request, "Content-Type") },
+        { u"body"_s, QString::fromUtf8(request.body()) },
     });
 }

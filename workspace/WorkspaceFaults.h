@@ -14,11 +14,9 @@ class WorkspaceRequest;
 // The test controls of "--test-faults": canned answers for chosen requests
 // and the log of every request received. The log keeps whether a session
 // cookie came, never its value.
-class WorkspaceFaults
-{
+class WorkspaceFaults {
 public:
-    struct Fault
-    {
+    struct Fault {
         QByteArray method;
         QString path;
         // 0 with a delay: answer normally, only later.
@@ -32,8 +30,7 @@ public:
     };
 
     // What to do with a request that a fault caught.
-    struct Hit
-    {
+    struct Hit {
         int delayMs = 0;
         // Nothing: answer normally after the delay.
         std::optional<WorkspaceReply> reply;

@@ -25,8 +25,8 @@ std::optional<WorkspaceOptions> WorkspaceOptions::parse(const QStringList &argum
 
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString &arg = arguments.at(i);
-        const bool takesValue = arg == "--data"_L1 || arg == "--port"_L1 || arg == "--auto-sign-in"_L1
-                || arg == "--code-ttl"_L1;
+        const bool takesValue
+            = arg == "--data"_L1 || arg == "--port"_L1 || arg == "--auto-sign-in"_L1 || arg == "--code-ttl"_L1;
         if (arg == "--test-faults"_L1) {
             options.testFaults = true;
             continue;

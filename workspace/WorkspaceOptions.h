@@ -6,8 +6,7 @@
 #include <optional>
 
 // How tarn-workspace was started. Parsed once in main and handed to the server.
-struct WorkspaceOptions
-{
+struct WorkspaceOptions {
     QString dataDir;
     quint16 port = 0;
     // An email address, or "owner" for the demo company's owner; empty when off.

@@ -6,8 +6,7 @@
 #include <optional>
 
 // One person of the workspace's company, as the store keeps them.
-struct WorkspacePerson
-{
+struct WorkspacePerson {
     QString id;
     QString name;
     QString email;

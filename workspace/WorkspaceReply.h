@@ -9,8 +9,7 @@ class QJsonArray;
 class QJsonObject;
 
 // One complete answer, built by a route and written by WorkspaceResponder.
-struct WorkspaceReply
-{
+struct WorkspaceReply {
     int status = 200;
     QByteArray contentType;
     QByteArray body;
@@ -26,6 +25,10 @@ struct WorkspaceReply
     // A small browser page: `content` is HTML already escaped by the caller.
     [[nodiscard]] static WorkspaceReply page(const QString &title, const QString &content, int status = 200);
     [[nodiscard]] static WorkspaceReply redirect(const QString &location);
+
+    // `base` followed by a query of the items, each value percent-encoded in
+    // full, for links and redirect targets.
+    [[nodiscard]] static QString withQuery(const QString &base, const QList<QPair<QString, QString>> &items);
 
     // The shared answers of the request pipeline.
     [[nodiscard]] static WorkspaceReply notFound();

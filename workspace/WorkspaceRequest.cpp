@@ -19,13 +19,13 @@ QByteArray methodName(QHttpServerRequest::Method method)
 
 WorkspaceRequest::WorkspaceRequest(const QHttpServerRequest &request)
     : WorkspaceRequest(methodName(request.method()),
-                       request.url().toString(QUrl::RemoveScheme | QUrl::RemoveAuthority | QUrl::FullyEncoded),
-                       request.headers(), request.body())
+        request.url().toString(QUrl::RemoveScheme | QUrl::RemoveAuthority | QUrl::FullyEncoded), request.headers(),
+        request.body())
 {
 }
 
-WorkspaceRequest::WorkspaceRequest(QByteArray method, const QString &target,
-                                   QList<QPair<QByteArray, QByteArray>> headers, QByteArray body)
+WorkspaceRequest::WorkspaceRequest(
+    QByteArray method, const QString &target, QList<QPair<QByteArray, QByteArray>> headers, QByteArray body)
     : m_method(std::move(method))
     , m_headers(std::move(headers))
     , m_body(std::move(body))
@@ -67,7 +67,7 @@ QString WorkspaceRequest::sessionToken() const
 
 std::optional<QJsonObject> WorkspaceRequest::jsonBody() const
 {
-    QJsonParseError error{};
+    QJsonParseError error {};
     const QJsonDocument document = QJsonDocument::fromJson(m_body, &error);
     if (error.error != QJsonParseError::NoError || !document.isObject())
         return std::nullopt;

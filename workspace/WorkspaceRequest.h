@@ -17,12 +17,11 @@ class QHttpServerRequest;
 // One request as the routes see it: a copy of what arrived (so that it
 // outlives the HTTP library's request during a delayed or held answer) plus
 // what the router found out: the path's captured segments and the session.
-class WorkspaceRequest
-{
+class WorkspaceRequest {
 public:
     explicit WorkspaceRequest(const QHttpServerRequest &request);
-    WorkspaceRequest(QByteArray method, const QString &target, QList<QPair<QByteArray, QByteArray>> headers,
-                     QByteArray body);
+    WorkspaceRequest(
+        QByteArray method, const QString &target, QList<QPair<QByteArray, QByteArray>> headers, QByteArray body);
 
     [[nodiscard]] const QByteArray &method() const { return m_method; }
     // Percent-encoded, as sent; compared against route patterns segment by segment.

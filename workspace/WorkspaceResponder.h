@@ -11,8 +11,7 @@ struct WorkspaceReply;
 // The open connection a request is waiting on. It may be kept past the
 // request's handler (long polls, delayed answers): the socket is watched, and
 // an answer for a client that has gone is dropped instead of written.
-class WorkspaceResponder
-{
+class WorkspaceResponder {
 public:
     explicit WorkspaceResponder(QHttpServerResponder &&responder);
     WorkspaceResponder(WorkspaceResponder &&other) noexcept;

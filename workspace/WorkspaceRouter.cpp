@@ -19,15 +19,14 @@ QStringList segmentsOf(const QString &path)
 void WorkspaceRouter::add(QByteArray method, const QString &pattern, Access access, Handler handler)
 {
     addHeld(std::move(method), pattern, access,
-            [handler = std::move(handler)](const WorkspaceRequest &request, WorkspaceResponder &&responder) {
-                responder.send(handler(request));
-            });
+        [handler = std::move(handler)](
+            const WorkspaceRequest &request, WorkspaceResponder &&responder) { responder.send(handler(request)); });
 }
 
 void WorkspaceRouter::addHeld(QByteArray method, const QString &pattern, Access access, HeldHandler handler)
 {
     Q_ASSERT(pattern.startsWith('/'_L1));
-    m_routes.append({std::move(method), segmentsOf(pattern), access, std::move(handler)});
+    m_routes.append({ std::move(method), segmentsOf(pattern), access, std::move(handler) });
 }
 
 std::optional<WorkspaceRouter::Match> WorkspaceRouter::match(QByteArrayView method, const QString &path) const
@@ -49,7 +48,7 @@ std::optional<WorkspaceRouter::Match> WorkspaceRouter::match(QByteArrayView meth
             }
         }
         if (matches)
-            return Match{&route, arguments};
+            return Match { &route, arguments };
     }
     return std::nullopt;
 }

@@ -17,8 +17,7 @@ class WorkspaceResponder;
 // one segment ("/api/rooms/:room/messages"); the captured segments reach the
 // handler as WorkspaceRequest::arguments(). Routes that need a session get it
 // checked (and the CSRF token, for non-GET/HEAD methods) before they run.
-class WorkspaceRouter
-{
+class WorkspaceRouter {
 public:
     enum class Access { Public, Session };
 
@@ -27,16 +26,14 @@ public:
     // Long polls and the like keep the responder and answer later.
     using HeldHandler = std::function<void(const WorkspaceRequest &, WorkspaceResponder &&)>;
 
-    struct Route
-    {
+    struct Route {
         QByteArray method;
         QStringList segments;
         Access access = Access::Public;
         HeldHandler run;
     };
 
-    struct Match
-    {
+    struct Match {
         const Route *route = nullptr;
         QStringList arguments;
     };

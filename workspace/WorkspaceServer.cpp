@@ -44,8 +44,8 @@ bool WorkspaceServer::start(QString *error)
 
     if (!m_options.autoSignIn.isEmpty()) {
         const std::optional<WorkspacePerson> person = m_options.autoSignIn == "owner"_L1
-                ? m_store.person(WorkspaceSeed::ownerId())
-                : m_store.personByEmail(m_options.autoSignIn);
+            ? m_store.person(WorkspaceSeed::ownerId())
+            : m_store.personByEmail(m_options.autoSignIn);
         if (!person) {
             *error = u"--auto-sign-in: nobody has the address %1"_s.arg(m_options.autoSignIn);
             return false;
@@ -96,13 +96,12 @@ bool WorkspaceServer::handleRequest(const QHttpServerRequest &httpRequest, QTcpS
 
     // The held answer outlives this call; the timer's functor must be copyable.
     auto held = std::make_shared<WorkspaceResponder>(std::move(responder));
-    QTimer::singleShot(hit->delayMs, Qt::PreciseTimer, this,
-                       [this, request, held, reply = std::move(hit->reply)] {
-                           if (reply)
-                               held->send(*reply);
-                           else
-                               dispatch(request, std::move(*held));
-                       });
+    QTimer::singleShot(hit->delayMs, Qt::PreciseTimer, this, [this, request, held, reply = std::move(hit->reply)] {
+        if (reply)
+            held->send(*reply);
+        else
+            dispatch(request, std::move(*held));
+    });
     return true;
 }
 

@@ -14,8 +14,7 @@ class WorkspaceResponder;
 // The local workspace service: HTTPS on 127.0.0.1 in front of the store.
 // Every request goes through one pipeline: request log and test faults (with
 // "--test-faults"), then the route table with its session and CSRF checks.
-class WorkspaceServer : public QAbstractHttpServer
-{
+class WorkspaceServer : public QAbstractHttpServer {
     Q_OBJECT
 
 public:

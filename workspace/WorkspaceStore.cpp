@@ -241,7 +241,7 @@ std::optional<WorkspaceStore::Session> WorkspaceStore::session(const QString &to
     QSqlQuery q = prepare(u"SELECT id, person_id, csrf FROM sessions WHERE token_hash = ? AND ended_at IS NULL"_s);
     q.addBindValue(WorkspaceTokens::hash(token));
     if (exec(q) && q.next())
-        return Session{q.value(0).toLongLong(), q.value(1).toString(), q.value(2).toString()};
+        return Session { q.value(0).toLongLong(), q.value(1).toString(), q.value(2).toString() };
     return std::nullopt;
 }
 
@@ -265,7 +265,8 @@ int WorkspaceStore::endOtherSessions(const QString &personId, qint64 keep)
 QString WorkspaceStore::createSignInCode(const QString &personId, const QString &challenge, int ttlSeconds)
 {
     const QString code = WorkspaceTokens::random(24);
-    QSqlQuery q = prepare(u"INSERT INTO sign_in_codes (code_hash, person_id, challenge, expires_at) VALUES (?, ?, ?, ?)"_s);
+    QSqlQuery q
+        = prepare(u"INSERT INTO sign_in_codes (code_hash, person_id, challenge, expires_at) VALUES (?, ?, ?, ?)"_s);
     q.addBindValue(WorkspaceTokens::hash(code));
     q.addBindValue(personId);
     q.addBindValue(challenge);
@@ -296,14 +297,14 @@ WorkspaceStore::Redemption WorkspaceStore::redeemSignInCode(const QString &code,
     if (now() >= expiresAt)
         return {};
     if (!WorkspaceTokens::equal(WorkspaceTokens::challengeOf(verifier), challenge))
-        return {Redeemed::WrongVerifier, {}};
-    return {Redeemed::Ok, personId};
+        return { Redeemed::WrongVerifier, {} };
+    return { Redeemed::Ok, personId };
 }
 
 void WorkspaceStore::setAppearance(const QString &personId, Appearance which, const QString &value)
 {
     const QString column = which == Appearance::Background ? u"background"_s
-            : which == Appearance::Accent                  ? u"accent"_s
+        : which == Appearance::Accent                      ? u"accent"_s
                                                            : u"text_size"_s;
     QSqlQuery q = prepare(u"UPDATE people SET %1 = ? WHERE id = ?"_s.arg(column));
     q.addBindValue(value);
@@ -314,7 +315,8 @@ void WorkspaceStore::setAppearance(const QString &personId, Appearance which, co
 QString WorkspaceStore::createGoogleState(const QString &personId, const QString &service)
 {
     const QString state = WorkspaceTokens::random(24);
-    QSqlQuery q = prepare(u"INSERT INTO google_states (state_hash, person_id, service, created_at) VALUES (?, ?, ?, ?)"_s);
+    QSqlQuery q
+        = prepare(u"INSERT INTO google_states (state_hash, person_id, service, created_at) VALUES (?, ?, ?, ?)"_s);
     q.addBindValue(WorkspaceTokens::hash(state));
     q.addBindValue(personId);
     q.addBindValue(service);
@@ -342,7 +344,8 @@ bool WorkspaceStore::connectGoogle(const QString &state, const QString &service)
     if (wanted != service)
         return false;
 
-    QSqlQuery q = prepare(u"INSERT OR REPLACE INTO google_connections (person_id, service, connected_at) VALUES (?, ?, ?)"_s);
+    QSqlQuery q
+        = prepare(u"INSERT OR REPLACE INTO google_connections (person_id, service, connected_at) VALUES (?, ?, ?)"_s);
     q.addBindValue(personId);
     q.addBindValue(service);
     q.addBindValue(now());

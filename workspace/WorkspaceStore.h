@@ -12,26 +12,22 @@ class QSqlQuery;
 // The service's SQLite database in its data folder. Every secret handed out
 // (session tokens, sign-in codes, connection states) is kept only as a hash;
 // the CSRF token is kept as it is because the session record returns it.
-class WorkspaceStore
-{
+class WorkspaceStore {
 public:
-    struct Session
-    {
+    struct Session {
         qint64 id = 0;
         QString personId;
         QString csrf;
     };
 
     // A new session: the token goes to the client once and is never stored.
-    struct NewSession
-    {
+    struct NewSession {
         QString token;
         Session session;
     };
 
     enum class Redeemed { Ok, Expired, WrongVerifier };
-    struct Redemption
-    {
+    struct Redemption {
         Redeemed result = Redeemed::Expired;
         QString personId;
     };

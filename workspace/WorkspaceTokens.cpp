@@ -29,7 +29,8 @@ QString hash(const QString &token)
 
 QString challengeOf(const QString &verifier)
 {
-    return QString::fromLatin1(QCryptographicHash::hash(verifier.toUtf8(), QCryptographicHash::Sha256).toBase64(base64url));
+    return QString::fromLatin1(
+        QCryptographicHash::hash(verifier.toUtf8(), QCryptographicHash::Sha256).toBase64(base64url));
 }
 
 bool isChallenge(const QString &challenge)
@@ -38,7 +39,7 @@ bool isChallenge(const QString &challenge)
         return false;
     for (const QChar c : challenge) {
         const bool allowed = (c >= 'A'_L1 && c <= 'Z'_L1) || (c >= 'a'_L1 && c <= 'z'_L1)
-                || (c >= '0'_L1 && c <= '9'_L1) || c == '-'_L1 || c == '_'_L1;
+            || (c >= '0'_L1 && c <= '9'_L1) || c == '-'_L1 || c == '_'_L1;
         if (!allowed)
             return false;
     }

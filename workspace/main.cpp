@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-int signalPipe[2] = {-1, -1};
+int signalPipe[2] = { -1, -1 };
 
 void onSignal(int)
 {

@@ -41,7 +41,7 @@ QJsonObject TestWorkspace::Answer::json() const
 }
 
 TestWorkspace::TestWorkspace(const QStringList &extraArgs, Faults faults)
-    : m_arguments(QStringList{u"--port"_s, u"0"_s, u"--data"_s, m_data.path(), u"--stop-with-stdin"_s} + extraArgs)
+    : m_arguments(QStringList { u"--port"_s, u"0"_s, u"--data"_s, m_data.path(), u"--stop-with-stdin"_s } + extraArgs)
     , m_network(std::make_unique<QNetworkAccessManager>())
 {
     if (faults == Faults::On)
@@ -143,12 +143,12 @@ QSslCertificate TestWorkspace::certificate() const
 QSslConfiguration TestWorkspace::sslConfiguration() const
 {
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    configuration.setCaCertificates(QList<QSslCertificate>{certificate()});
+    configuration.setCaCertificates(QList<QSslCertificate> { certificate() });
     return configuration;
 }
 
-TestWorkspace::Answer TestWorkspace::send(const QByteArray &method, const QString &path, const QByteArray &body,
-                                          const Headers &headers)
+TestWorkspace::Answer TestWorkspace::send(
+    const QByteArray &method, const QString &path, const QByteArray &body, const Headers &headers)
 {
     QNetworkRequest request(m_url.resolved(QUrl(path)));
     request.setSslConfiguration(sslConfiguration());
@@ -173,13 +173,13 @@ TestWorkspace::Answer TestWorkspace::send(const QByteArray &method, const QStrin
 }
 
 TestWorkspace::Answer TestWorkspace::send(const QByteArray &method, const QString &path, const QString &token,
-                                          const QJsonObject &body, const Headers &headers)
+    const QJsonObject &body, const Headers &headers)
 {
     Headers all = headers;
     if (!token.isEmpty())
-        all.append({"Cookie"_ba, "tarn_session="_ba + token.toUtf8()});
+        all.append({ "Cookie"_ba, "tarn_session="_ba + token.toUtf8() });
     if (!body.isEmpty())
-        all.append({"Content-Type"_ba, "application/json"_ba});
+        all.append({ "Content-Type"_ba, "application/json"_ba });
     return send(method, path, body.isEmpty() ? QByteArray() : compact(body), all);
 }
 
@@ -191,7 +191,8 @@ QJsonObject TestWorkspace::session(const QString &token)
 
 void TestWorkspace::setFault(const QJsonObject &fault)
 {
-    const Answer answer = send("POST", u"api/test/faults"_s, compact(fault), {{"Content-Type", "application/json"}});
+    const Answer answer
+        = send("POST", u"api/test/faults"_s, compact(fault), { { "Content-Type", "application/json" } });
     if (answer.status != 200)
         qWarning("TestWorkspace::setFault refused: %s", answer.body.constData());
 }
@@ -216,7 +217,10 @@ QString TestWorkspace::signInCode(const QString &email, const QString &challenge
     QUrlQuery query;
     query.addQueryItem(u"email"_s, QString::fromLatin1(QUrl::toPercentEncoding(email)));
     query.addQueryItem(u"challenge"_s, challenge);
-    return send("GET", u"api/test/sign-in-code?"_s + query.toString(QUrl::FullyEncoded)).json().value(u"code"_s).toString();
+    return send("GET", u"api/test/sign-in-code?"_s + query.toString(QUrl::FullyEncoded))
+        .json()
+        .value(u"code"_s)
+        .toString();
 }
 
 QString TestWorkspace::signIn(const QString &email)
@@ -225,8 +229,8 @@ QString TestWorkspace::signIn(const QString &email)
     const QString code = signInCode(email, challengeOf(verifier));
     if (code.isEmpty())
         return {};
-    const Answer answer = send("POST", u"api/mobile/exchange"_s, {},
-                               QJsonObject{{u"code"_s, code}, {u"verifier"_s, verifier}});
+    const Answer answer
+        = send("POST", u"api/mobile/exchange"_s, {}, QJsonObject { { u"code"_s, code }, { u"verifier"_s, verifier } });
     return answer.json().value(u"cookie"_s).toObject().value(u"value"_s).toString();
 }
 
@@ -240,5 +244,6 @@ QString TestWorkspace::makeVerifier()
 
 QString TestWorkspace::challengeOf(const QString &verifier)
 {
-    return QString::fromLatin1(QCryptographicHash::hash(verifier.toUtf8(), QCryptographicHash::Sha256).toBase64(base64url));
+    return QString::fromLatin1(
+        QCryptographicHash::hash(verifier.toUtf8(), QCryptographicHash::Sha256).toBase64(base64url));
 }

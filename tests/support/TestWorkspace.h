@@ -19,12 +19,10 @@ class QNetworkAccessManager;
 // A real tarn-workspace for one test: started on port 0 with a fresh data
 // folder and "--test-faults", trusted through exactly its own certificate.
 // The control calls below wait in a local event loop: for tests only.
-class TestWorkspace
-{
+class TestWorkspace {
 public:
     // One raw HTTP exchange, redirects not followed.
-    struct Answer
-    {
+    struct Answer {
         int status = 0;
         QByteArray body;
         QList<QPair<QByteArray, QByteArray>> headers;
@@ -72,10 +70,10 @@ public:
 
     // Sends one request; `path` is relative to url(). With a token the
     // session cookie is sent; `headers` are added as they are.
-    [[nodiscard]] Answer send(const QByteArray &method, const QString &path, const QByteArray &body = {},
-                              const Headers &headers = {});
+    [[nodiscard]] Answer send(
+        const QByteArray &method, const QString &path, const QByteArray &body = {}, const Headers &headers = {});
     [[nodiscard]] Answer send(const QByteArray &method, const QString &path, const QString &token,
-                              const QJsonObject &body, const Headers &headers = {});
+        const QJsonObject &body, const Headers &headers = {});
     // GET /api/session with the token: the session record, or {} when refused.
     [[nodiscard]] QJsonObject session(const QString &token);
 

@@ -15,22 +15,17 @@ using namespace Qt::StringLiterals;
 namespace {
 
 QJsonObject fault(const char *method, const char *path, int status, const char *contentType, const char *body,
-                  const QJsonValue &location = QJsonValue::Null, int delayMs = 0, int times = 1)
+    const QJsonValue &location = QJsonValue::Null, int delayMs = 0, int times = 1)
 {
-    return {{u"method"_s, QLatin1StringView(method)},
-            {u"path"_s, QLatin1StringView(path)},
-            {u"status"_s, status},
-            {u"content_type"_s, QLatin1StringView(contentType)},
-            {u"body"_s, QString::fromUtf8(body)},
-            {u"location"_s, location},
-            {u"delay_ms"_s, delayMs},
-            {u"times"_s, times}};
+    return { { u"method"_s, QLatin1StringView(method) }, { u"path"_s, QLatin1StringView(path) },
+        { u"status"_s, status }, { u"content_type"_s, QLatin1StringView(contentType) },
+        { u"body"_s, QString::fromUtf8(body) }, { u"location"_s, location }, { u"delay_ms"_s, delayMs },
+        { u"times"_s, times } };
 }
 
 } // namespace
 
-class TestWorkspaceFaults : public QObject
-{
+class TestWorkspaceFaults : public QObject {
     Q_OBJECT
 
     std::unique_ptr<TestWorkspace> m_ws;
@@ -73,23 +68,29 @@ private slots:
         QTest::addRow("500, empty body") << fault("GET", "/api/session", 500, "text/plain", "") << 500
                                          << "text/plain"_ba << QByteArray() << QByteArray();
         QTest::addRow("502, text body") << fault("GET", "/api/session", 502, "text/plain", "upstream down") << 502
-                                        << "text/plain"_ba << "upstream down"_ba << QByteArray();
-        QTest::addRow("200 HTML page") << fault("GET", "/api/session", 200, "text/html", "<html>Sign in</html>")
-                                       << 200 << "text/html"_ba << "<html>Sign in</html>"_ba << QByteArray();
+                                        << "text/plain"_ba
+                                        << "upstream down"_ba << QByteArray();
+        QTest::addRow("200 HTML page") << fault("GET", "/api/session", 200, "text/html", "<html>Sign in</html>") << 200
+                                       << "text/html"_ba
+                                       << "<html>Sign in</html>"_ba << QByteArray();
         QTest::addRow("200 carrying error")
-                << fault("GET", "/api/session", 200, "application/json", R"({"error":"Books are closed."})") << 200
-                << "application/json"_ba << R"({"error":"Books are closed."})"_ba << QByteArray();
+            << fault("GET", "/api/session", 200, "application/json", R"({"error":"Books are closed."})") << 200
+            << "application/json"_ba
+            << R"({"error":"Books are closed."})"_ba << QByteArray();
         QTest::addRow("400 error envelope")
-                << fault("GET", "/api/session", 400, "application/json", R"({"error":"No."})") << 400
-                << "application/json"_ba << R"({"error":"No."})"_ba << QByteArray();
+            << fault("GET", "/api/session", 400, "application/json", R"({"error":"No."})") << 400
+            << "application/json"_ba
+            << R"({"error":"No."})"_ba << QByteArray();
         QTest::addRow("redirect to another host")
-                << fault("GET", "/api/session", 302, "text/plain", "", u"https://elsewhere.invalid/x"_s) << 302
-                << "text/plain"_ba << QByteArray() << "https://elsewhere.invalid/x"_ba;
+            << fault("GET", "/api/session", 302, "text/plain", "", u"https://elsewhere.invalid/x"_s) << 302
+            << "text/plain"_ba << QByteArray() << "https://elsewhere.invalid/x"_ba;
         QTest::addRow("redirect to sign-in on this host")
-                << fault("GET", "/api/session", 302, "text/html", "<a href=/login>", u"/login"_s) << 302
-                << "text/html"_ba << "<a href=/login>"_ba << "/login"_ba;
-        QTest::addRow("401 from a fault") << fault("GET", "/api/session", 401, "application/json", "{}") << 401
-                                          << "application/json"_ba << "{}"_ba << QByteArray();
+            << fault("GET", "/api/session", 302, "text/html", "<a href=/login>", u"/login"_s) << 302 << "text/html"_ba
+            << "<a href=/login>"_ba
+            << "/login"_ba;
+        QTest::addRow("401 from a fault")
+            << fault("GET", "/api/session", 401, "application/json", "{}") << 401 << "application/json"_ba
+            << "{}"_ba << QByteArray();
     }
     void cannedAnswers()
     {
@@ -138,13 +139,20 @@ private slots:
         QTest::addColumn<QByteArray>("method");
         QTest::addColumn<QString>("path");
         QTest::addColumn<bool>("caught");
-        QTest::addRow("same") << "GET"_ba << "GET"_ba << u"api/session"_s << true;
-        QTest::addRow("query ignored") << "GET"_ba << "GET"_ba << u"api/session?after=3&q=x"_s << true;
-        QTest::addRow("method named in lower case") << "get"_ba << "GET"_ba << u"api/session"_s << true;
-        QTest::addRow("other method") << "GET"_ba << "POST"_ba << u"api/session"_s << false;
-        QTest::addRow("longer path") << "GET"_ba << "GET"_ba << u"api/session/x"_s << false;
-        QTest::addRow("trailing slash") << "GET"_ba << "GET"_ba << u"api/session/"_s << false;
-        QTest::addRow("prefix only") << "GET"_ba << "GET"_ba << u"api/sess"_s << false;
+        QTest::addRow("same") << "GET"_ba
+                              << "GET"_ba << u"api/session"_s << true;
+        QTest::addRow("query ignored") << "GET"_ba
+                                       << "GET"_ba << u"api/session?after=3&q=x"_s << true;
+        QTest::addRow("method named in lower case") << "get"_ba
+                                                    << "GET"_ba << u"api/session"_s << true;
+        QTest::addRow("other method") << "GET"_ba
+                                      << "POST"_ba << u"api/session"_s << false;
+        QTest::addRow("longer path") << "GET"_ba
+                                     << "GET"_ba << u"api/session/x"_s << false;
+        QTest::addRow("trailing slash") << "GET"_ba
+                                        << "GET"_ba << u"api/session/"_s << false;
+        QTest::addRow("prefix only") << "GET"_ba
+                                     << "GET"_ba << u"api/sess"_s << false;
     }
     void faultMatching()
     {
@@ -180,8 +188,8 @@ private slots:
     void badFaultsAreRefused()
     {
         QFETCH(QByteArray, body);
-        const TestWorkspace::Answer answer =
-                m_ws->send("POST", u"api/test/faults"_s, body, {{"Content-Type", "application/json"}});
+        const TestWorkspace::Answer answer
+            = m_ws->send("POST", u"api/test/faults"_s, body, { { "Content-Type", "application/json" } });
         QCOMPARE(answer.status, 400);
         QVERIFY(!answer.json().value("error"_L1).toString().isEmpty());
         QCOMPARE(getSession().status, 200);
@@ -245,30 +253,20 @@ private slots:
     {
         const QString csrf = m_ws->session(m_token).value("csrf"_L1).toString();
         m_ws->clearRequests();
-        (void)m_ws->send("GET", u"api/session?fresh=1"_s, QByteArray(), {{"Accept", "application/json"}});
-        (void)m_ws->send("PATCH", u"api/team/me/accent"_s, m_token, QJsonObject{{u"accent"_s, u"teal"_s}},
-                         {{"X-CSRF-Token", csrf.toUtf8()}, {"Accept", "application/json"}});
+        (void)m_ws->send("GET", u"api/session?fresh=1"_s, QByteArray(), { { "Accept", "application/json" } });
+        (void)m_ws->send("PATCH", u"api/team/me/accent"_s, m_token, QJsonObject { { u"accent"_s, u"teal"_s } },
+            { { "X-CSRF-Token", csrf.toUtf8() }, { "Accept", "application/json" } });
         m_ws->setFault(fault("GET", "/api/rooms", 500, "text/plain", ""));
         (void)m_ws->send("GET", u"api/rooms"_s, m_token, {});
 
         const QJsonArray log = m_ws->requests();
-        const QJsonArray expected{
-                QJsonObject{{u"method"_s, u"GET"_s},
-                            {u"path"_s, u"/api/session"_s},
-                            {u"query"_s, u"fresh=1"_s},
-                            {u"cookie"_s, false},
-                            {u"csrf"_s, QJsonValue::Null},
-                            {u"accept"_s, u"application/json"_s},
-                            {u"content_type"_s, QJsonValue::Null},
-                            {u"body"_s, u""_s}},
-                QJsonObject{{u"method"_s, u"PATCH"_s},
-                            {u"path"_s, u"/api/team/me/accent"_s},
-                            {u"query"_s, u""_s},
-                            {u"cookie"_s, true},
-                            {u"csrf"_s, csrf},
-                            {u"accept"_s, u"application/json"_s},
-                            {u"content_type"_s, u"application/json"_s},
-                            {u"body"_s, u"{\"accent\":\"teal\"}"_s}},
+        const QJsonArray expected {
+            QJsonObject { { u"method"_s, u"GET"_s }, { u"path"_s, u"/api/session"_s }, { u"query"_s, u"fresh=1"_s },
+                { u"cookie"_s, false }, { u"csrf"_s, QJsonValue::Null }, { u"accept"_s, u"application/json"_s },
+                { u"content_type"_s, QJsonValue::Null }, { u"body"_s, u""_s } },
+            QJsonObject { { u"method"_s, u"PATCH"_s }, { u"path"_s, u"/api/team/me/accent"_s }, { u"query"_s, u""_s },
+                { u"cookie"_s, true }, { u"csrf"_s, csrf }, { u"accept"_s, u"application/json"_s },
+                { u"content_type"_s, u"application/json"_s }, { u"body"_s, u"{\"accent\":\"teal\"}"_s } },
         };
         // The controls themselves are not logged; the faulted request is.
         QCOMPARE(log.size(), 3);
@@ -316,7 +314,7 @@ private slots:
         TestWorkspace plain({}, TestWorkspace::Faults::Off);
         QVERIFY2(plain.isRunning(), qPrintable(plain.error()));
         const QByteArray body = R"({"method":"GET","path":"/api/session","status":500})";
-        QCOMPARE(plain.send(method, path, body, {{"Content-Type", "application/json"}}).status, 404);
+        QCOMPARE(plain.send(method, path, body, { { "Content-Type", "application/json" } }).status, 404);
         QCOMPARE(plain.send("GET", u"api/session"_s).status, 401);
     }
 };

@@ -7,8 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-class TestWorkspaceParts : public QObject
-{
+class TestWorkspaceParts : public QObject {
     Q_OBJECT
 
 private slots:
@@ -20,23 +19,24 @@ private slots:
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("route"); // the pattern expected to match
         QTest::addColumn<QStringList>("arguments");
-        QTest::addRow("plain") << "GET"_ba << u"/api/rooms"_s << u"/api/rooms"_s << QStringList{};
-        QTest::addRow("one id") << "GET"_ba << u"/api/rooms/r-1/messages"_s << u"/api/rooms/:room/messages"_s << QStringList{u"r-1"_s};
+        QTest::addRow("plain") << "GET"_ba << u"/api/rooms"_s << u"/api/rooms"_s << QStringList {};
+        QTest::addRow("one id") << "GET"_ba << u"/api/rooms/r-1/messages"_s << u"/api/rooms/:room/messages"_s
+                                << QStringList { u"r-1"_s };
         QTest::addRow("escaped slash stays in the id")
-                << "GET"_ba << u"/api/rooms/a%2Fb/messages"_s << u"/api/rooms/:room/messages"_s << QStringList{u"a/b"_s};
+            << "GET"_ba << u"/api/rooms/a%2Fb/messages"_s << u"/api/rooms/:room/messages"_s << QStringList { u"a/b"_s };
         QTest::addRow("escaped specials") << "GET"_ba << u"/api/rooms/a%26b%3Dc%2Bd%23e%3F/messages"_s
-                                          << u"/api/rooms/:room/messages"_s << QStringList{u"a&b=c+d#e?"_s};
+                                          << u"/api/rooms/:room/messages"_s << QStringList { u"a&b=c+d#e?"_s };
         QTest::addRow("unicode") << "GET"_ba << u"/api/rooms/%C3%A9t%C3%A9/messages"_s << u"/api/rooms/:room/messages"_s
-                                 << QStringList{u"\u00e9t\u00e9"_s};
-        QTest::addRow("two ids") << "DELETE"_ba << u"/api/rooms/r-1/messages/m-9"_s << u"/api/rooms/:room/messages/:message"_s
-                                 << QStringList{u"r-1"_s, u"m-9"_s};
-        QTest::addRow("literal wins when listed first") << "GET"_ba << u"/api/rooms/search"_s << u"/api/rooms/search"_s
-                                                        << QStringList{};
-        QTest::addRow("empty id") << "GET"_ba << u"/api/rooms//messages"_s << QString() << QStringList{};
-        QTest::addRow("other method") << "POST"_ba << u"/api/rooms"_s << QString() << QStringList{};
-        QTest::addRow("trailing slash") << "GET"_ba << u"/api/rooms/"_s << QString() << QStringList{};
-        QTest::addRow("too long") << "GET"_ba << u"/api/rooms/r-1/messages/m-9"_s << QString() << QStringList{};
-        QTest::addRow("case differs") << "GET"_ba << u"/api/Rooms"_s << QString() << QStringList{};
+                                 << QStringList { u"\u00e9t\u00e9"_s };
+        QTest::addRow("two ids") << "DELETE"_ba << u"/api/rooms/r-1/messages/m-9"_s
+                                 << u"/api/rooms/:room/messages/:message"_s << QStringList { u"r-1"_s, u"m-9"_s };
+        QTest::addRow("literal wins when listed first")
+            << "GET"_ba << u"/api/rooms/search"_s << u"/api/rooms/search"_s << QStringList {};
+        QTest::addRow("empty id") << "GET"_ba << u"/api/rooms//messages"_s << QString() << QStringList {};
+        QTest::addRow("other method") << "POST"_ba << u"/api/rooms"_s << QString() << QStringList {};
+        QTest::addRow("trailing slash") << "GET"_ba << u"/api/rooms/"_s << QString() << QStringList {};
+        QTest::addRow("too long") << "GET"_ba << u"/api/rooms/r-1/messages/m-9"_s << QString() << QStringList {};
+        QTest::addRow("case differs") << "GET"_ba << u"/api/Rooms"_s << QString() << QStringList {};
     }
     void routing()
     {
@@ -70,12 +70,12 @@ private slots:
         QTest::addColumn<QString>("query");
         QTest::addColumn<QString>("token");
         QTest::addRow("bare") << u"/api/session"_s << QByteArray() << u"/api/session"_s << QString() << QString();
-        QTest::addRow("query kept apart") << u"/api/gifs?q=a%20b&limit=3"_s << "tarn_session=abc"_ba
-                                          << u"/api/gifs"_s << u"q=a%20b&limit=3"_s << u"abc"_s;
-        QTest::addRow("cookie among others") << u"/"_s << "theme=dark; tarn_session=t-1_x; lang=en"_ba << u"/"_s
-                                             << QString() << u"t-1_x"_s;
-        QTest::addRow("lookalike cookie name") << u"/"_s << "old_tarn_session=zzz"_ba << u"/"_s << QString()
-                                               << QString();
+        QTest::addRow("query kept apart") << u"/api/gifs?q=a%20b&limit=3"_s << "tarn_session=abc"_ba << u"/api/gifs"_s
+                                          << u"q=a%20b&limit=3"_s << u"abc"_s;
+        QTest::addRow("cookie among others")
+            << u"/"_s << "theme=dark; tarn_session=t-1_x; lang=en"_ba << u"/"_s << QString() << u"t-1_x"_s;
+        QTest::addRow("lookalike cookie name")
+            << u"/"_s << "old_tarn_session=zzz"_ba << u"/"_s << QString() << QString();
         QTest::addRow("empty target") << QString() << QByteArray() << u"/"_s << QString() << QString();
     }
     void requestReading()
@@ -87,7 +87,7 @@ private slots:
         QFETCH(QString, token);
         QList<QPair<QByteArray, QByteArray>> headers;
         if (!cookie.isEmpty())
-            headers.append({"cookie"_ba, cookie});
+            headers.append({ "cookie"_ba, cookie });
         const WorkspaceRequest request("GET", target, headers, {});
         QCOMPARE(request.path(), path);
         QCOMPARE(request.queryString(), query);
@@ -102,20 +102,20 @@ private slots:
         QTest::addColumn<QString>("autoSignIn");
         QTest::addColumn<bool>("testFaults");
         QTest::addColumn<int>("codeTtl");
-        QTest::addRow("defaults") << QStringList{} << true << 0 << QString() << false << 120;
-        QTest::addRow("everything") << QStringList{u"--port"_s, u"8443"_s, u"--auto-sign-in"_s, u"owner"_s,
-                                                   u"--test-faults"_s, u"--code-ttl"_s, u"5"_s}
+        QTest::addRow("defaults") << QStringList {} << true << 0 << QString() << false << 120;
+        QTest::addRow("everything") << QStringList { u"--port"_s, u"8443"_s, u"--auto-sign-in"_s, u"owner"_s,
+            u"--test-faults"_s, u"--code-ttl"_s, u"5"_s }
                                     << true << 8443 << u"owner"_s << true << 5;
-        QTest::addRow("highest port") << QStringList{u"--port"_s, u"65535"_s} << true << 65535 << QString() << false
+        QTest::addRow("highest port") << QStringList { u"--port"_s, u"65535"_s } << true << 65535 << QString() << false
                                       << 120;
-        QTest::addRow("port too high") << QStringList{u"--port"_s, u"65536"_s} << false << 0 << QString() << false
+        QTest::addRow("port too high") << QStringList { u"--port"_s, u"65536"_s } << false << 0 << QString() << false
                                        << 0;
-        QTest::addRow("negative port") << QStringList{u"--port"_s, u"-1"_s} << false << 0 << QString() << false << 0;
-        QTest::addRow("port without value") << QStringList{u"--port"_s} << false << 0 << QString() << false << 0;
-        QTest::addRow("unknown option") << QStringList{u"--verbose"_s} << false << 0 << QString() << false << 0;
-        QTest::addRow("stray argument") << QStringList{u"owner"_s} << false << 0 << QString() << false << 0;
-        QTest::addRow("empty data") << QStringList{u"--data"_s, u""_s} << false << 0 << QString() << false << 0;
-        QTest::addRow("negative ttl") << QStringList{u"--code-ttl"_s, u"-5"_s} << false << 0 << QString() << false
+        QTest::addRow("negative port") << QStringList { u"--port"_s, u"-1"_s } << false << 0 << QString() << false << 0;
+        QTest::addRow("port without value") << QStringList { u"--port"_s } << false << 0 << QString() << false << 0;
+        QTest::addRow("unknown option") << QStringList { u"--verbose"_s } << false << 0 << QString() << false << 0;
+        QTest::addRow("stray argument") << QStringList { u"owner"_s } << false << 0 << QString() << false << 0;
+        QTest::addRow("empty data") << QStringList { u"--data"_s, u""_s } << false << 0 << QString() << false << 0;
+        QTest::addRow("negative ttl") << QStringList { u"--code-ttl"_s, u"-5"_s } << false << 0 << QString() << false
                                       << 0;
     }
     void options()
@@ -141,8 +141,8 @@ private slots:
 
     void dataFolderIsMadeAbsolute()
     {
-        const std::optional<WorkspaceOptions> options =
-                WorkspaceOptions::parse({u"--data"_s, u"relative/dir"_s}, nullptr);
+        const std::optional<WorkspaceOptions> options
+            = WorkspaceOptions::parse({ u"--data"_s, u"relative/dir"_s }, nullptr);
         QVERIFY(options);
         QVERIFY(QDir::isAbsolutePath(options->dataDir));
         QVERIFY(options->dataDir.endsWith("/relative/dir"_L1));

@@ -18,8 +18,7 @@ QByteArray read(const QString &path)
 
 } // namespace
 
-class TestWorkspaceRestart : public QObject
-{
+class TestWorkspaceRestart : public QObject {
     Q_OBJECT
 
 private slots:
@@ -38,7 +37,7 @@ private slots:
 
         const QFile::Permissions keyPermissions = QFile::permissions(ws.dataPath() + "/key.pem"_L1);
         QCOMPARE(keyPermissions & ~(QFile::ReadUser | QFile::WriteUser | QFile::ReadOwner | QFile::WriteOwner),
-                 QFile::Permissions());
+            QFile::Permissions());
         QVERIFY(ws.certificatePath().startsWith(ws.dataPath()));
     }
 
@@ -53,13 +52,13 @@ private slots:
 
         const QString live = ws.signIn(u"tomas@halvard.example"_s);
         const QString csrf = ws.session(live).value("csrf"_L1).toString();
-        QCOMPARE(ws.send("PATCH", u"api/team/me/text-size"_s, live, QJsonObject{{u"text_size"_s, u"large"_s}},
-                         {{"X-CSRF-Token", csrf.toUtf8()}})
-                         .status,
-                 200);
+        QCOMPARE(ws.send("PATCH", u"api/team/me/text-size"_s, live, QJsonObject { { u"text_size"_s, u"large"_s } },
+                       { { "X-CSRF-Token", csrf.toUtf8() } })
+                     .status,
+            200);
         const QString ended = ws.signIn(u"priya@halvard.example"_s);
         const QString endedCsrf = ws.session(ended).value("csrf"_L1).toString();
-        QCOMPARE(ws.send("POST", u"api/logout"_s, ended, {}, {{"X-CSRF-Token", endedCsrf.toUtf8()}}).status, 200);
+        QCOMPARE(ws.send("POST", u"api/logout"_s, ended, {}, { { "X-CSRF-Token", endedCsrf.toUtf8() } }).status, 200);
 
         QVERIFY2(ws.restart(), qPrintable(ws.error()));
 
@@ -73,7 +72,7 @@ private slots:
 
         // Seeded once: the company is not planted a second time.
         const QString page = QString::fromUtf8(
-                ws.send("GET", u"api/mobile/start?challenge="_s + TestWorkspace::challengeOf(u"v"_s)).body);
+            ws.send("GET", u"api/mobile/start?challenge="_s + TestWorkspace::challengeOf(u"v"_s)).body);
         QCOMPARE(page.count("maren@halvard.example"_L1), 1);
         QCOMPARE(page.count("/api/mobile/start/choose?"_L1), 6);
     }

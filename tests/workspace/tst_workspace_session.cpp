@@ -12,8 +12,7 @@ namespace {
 const QString signInRequired = u"Sign in to continue."_s;
 const QString csrfRefused = u"The request was refused (CSRF check failed)."_s;
 
-struct Endpoint
-{
+struct Endpoint {
     const char *method;
     const char *path;
     const char *body;
@@ -21,38 +20,36 @@ struct Endpoint
 
 // Every endpoint that needs a session, with a body it would accept.
 const Endpoint authenticated[] = {
-        {"GET", "api/session", ""},
-        {"POST", "api/logout", ""},
-        {"DELETE", "api/team/me/sessions", ""},
-        {"PATCH", "api/team/me/accent", R"({"accent":"teal"})"},
-        {"PATCH", "api/team/me/text-size", R"({"text_size":"large"})"},
-        {"PATCH", "api/team/me/appearance", R"({"background":"paper"})"},
-        {"POST", "api/native/google/start", R"({"service":"gmail"})"},
+    { "GET", "api/session", "" },
+    { "POST", "api/logout", "" },
+    { "DELETE", "api/team/me/sessions", "" },
+    { "PATCH", "api/team/me/accent", R"({"accent":"teal"})" },
+    { "PATCH", "api/team/me/text-size", R"({"text_size":"large"})" },
+    { "PATCH", "api/team/me/appearance", R"({"background":"paper"})" },
+    { "POST", "api/native/google/start", R"({"service":"gmail"})" },
 };
 
 TestWorkspace::Headers headersFor(const QString &token, const std::optional<QString> &csrf, bool json)
 {
     TestWorkspace::Headers headers;
     if (!token.isEmpty())
-        headers.append({QByteArray("Cookie"), "tarn_session=" + token.toUtf8()});
+        headers.append({ QByteArray("Cookie"), "tarn_session=" + token.toUtf8() });
     if (csrf)
-        headers.append({QByteArray("X-CSRF-Token"), csrf->toUtf8()});
+        headers.append({ QByteArray("X-CSRF-Token"), csrf->toUtf8() });
     if (json)
-        headers.append({QByteArray("Content-Type"), QByteArray("application/json")});
+        headers.append({ QByteArray("Content-Type"), QByteArray("application/json") });
     return headers;
 }
 
 } // namespace
 
-class TestWorkspaceSession : public QObject
-{
+class TestWorkspaceSession : public QObject {
     Q_OBJECT
 
     std::unique_ptr<TestWorkspace> m_ws;
 
     // A signed-in session: its token and its CSRF token.
-    struct Signed
-    {
+    struct Signed {
         QString token;
         QString csrf;
     };
@@ -60,13 +57,13 @@ class TestWorkspaceSession : public QObject
     Signed signIn(const QString &email)
     {
         const QString token = m_ws->signIn(email);
-        return {token, m_ws->session(token).value("csrf"_L1).toString()};
+        return { token, m_ws->session(token).value("csrf"_L1).toString() };
     }
 
-    TestWorkspace::Answer call(const Signed &who, const QByteArray &method, const QString &path,
-                               const QJsonObject &body = {})
+    TestWorkspace::Answer call(
+        const Signed &who, const QByteArray &method, const QString &path, const QJsonObject &body = {})
     {
-        return m_ws->send(method, path, who.token, body, {{"X-CSRF-Token", who.csrf.toUtf8()}});
+        return m_ws->send(method, path, who.token, body, { { "X-CSRF-Token", who.csrf.toUtf8() } });
     }
 
 private slots:
@@ -74,7 +71,7 @@ private slots:
     {
         m_ws = std::make_unique<TestWorkspace>();
         QVERIFY2(m_ws->isRunning(), qPrintable(m_ws->error()));
-        m_plain = std::make_unique<TestWorkspace>(QStringList{}, TestWorkspace::Faults::Off);
+        m_plain = std::make_unique<TestWorkspace>(QStringList {}, TestWorkspace::Faults::Off);
         QVERIFY2(m_plain->isRunning(), qPrintable(m_plain->error()));
     }
 
@@ -84,11 +81,11 @@ private slots:
         QTest::addColumn<QString>("path");
         QTest::addColumn<QByteArray>("body");
         QTest::addColumn<QString>("credential");
-        for (const char *credential : {"none", "unknown", "ended", "empty", "other cookie"}) {
+        for (const char *credential : { "none", "unknown", "ended", "empty", "other cookie" }) {
             for (const Endpoint &e : authenticated) {
                 QTest::addRow("%s %s, %s", e.method, e.path, credential)
-                        << QByteArray(e.method) << QString::fromLatin1(e.path) << QByteArray(e.body)
-                        << QString::fromLatin1(credential);
+                    << QByteArray(e.method) << QString::fromLatin1(e.path) << QByteArray(e.body)
+                    << QString::fromLatin1(credential);
             }
         }
     }
@@ -107,16 +104,16 @@ private slots:
             QCOMPARE(call(ended, "POST", u"api/logout"_s).status, 200);
             headers = headersFor(ended.token, ended.csrf, true);
         } else if (credential == "empty"_L1) {
-            headers = {{"Cookie", "tarn_session="}, {"X-CSRF-Token", ""}};
+            headers = { { "Cookie", "tarn_session=" }, { "X-CSRF-Token", "" } };
         } else if (credential == "other cookie"_L1) {
             // The right token under another cookie's name is no session.
             const Signed live = signIn(u"tomas@halvard.example"_s);
-            headers = {{"Cookie", "session=" + live.token.toUtf8()}, {"X-CSRF-Token", live.csrf.toUtf8()}};
+            headers = { { "Cookie", "session=" + live.token.toUtf8() }, { "X-CSRF-Token", live.csrf.toUtf8() } };
         }
         const TestWorkspace::Answer answer = m_ws->send(method, path, body, headers);
         QCOMPARE(answer.status, 401);
         QCOMPARE(answer.header("Content-Type"), "application/json");
-        QCOMPARE(answer.json(), QJsonObject({{u"error"_s, signInRequired}}));
+        QCOMPARE(answer.json(), QJsonObject({ { u"error"_s, signInRequired } }));
     }
 
     void mutationsNeedTheSessionsCSRF_data()
@@ -125,13 +122,13 @@ private slots:
         QTest::addColumn<QString>("path");
         QTest::addColumn<QByteArray>("body");
         QTest::addColumn<QString>("csrf");
-        for (const char *csrf : {"missing", "empty", "wrong", "another session's", "in other case"}) {
+        for (const char *csrf : { "missing", "empty", "wrong", "another session's", "in other case" }) {
             for (const Endpoint &e : authenticated) {
                 if (qstrcmp(e.method, "GET") == 0)
                     continue;
                 QTest::addRow("%s %s, %s", e.method, e.path, csrf)
-                        << QByteArray(e.method) << QString::fromLatin1(e.path) << QByteArray(e.body)
-                        << QString::fromLatin1(csrf);
+                    << QByteArray(e.method) << QString::fromLatin1(e.path) << QByteArray(e.body)
+                    << QString::fromLatin1(csrf);
             }
         }
     }
@@ -155,7 +152,7 @@ private slots:
 
         const TestWorkspace::Answer refused = m_ws->send(method, path, body, headersFor(me.token, sent, true));
         QCOMPARE(refused.status, 403);
-        QCOMPARE(refused.json(), QJsonObject({{u"error"_s, csrfRefused}}));
+        QCOMPARE(refused.json(), QJsonObject({ { u"error"_s, csrfRefused } }));
         // Refused means not done: the session is still live.
         QCOMPARE(m_ws->session(me.token).value("csrf"_L1).toString(), me.csrf);
 
@@ -177,43 +174,36 @@ private slots:
         QTest::addColumn<QJsonObject>("expected");
         const auto apps = [](std::initializer_list<QString> names) { return QJsonArray::fromStringList(names); };
         const auto record = [](const char *id, const char *name, const char *email, const char *role, bool owner,
-                               bool booksOwner, const QJsonArray &appList) {
-            return QJsonObject{{u"id"_s, QLatin1StringView(id)},
-                               {u"name"_s, QLatin1StringView(name)},
-                               {u"email"_s, QLatin1StringView(email)},
-                               {u"role"_s, QLatin1StringView(role)},
-                               {u"owner"_s, owner},
-                               {u"books_owner"_s, booksOwner},
-                               {u"apps"_s, appList},
-                               {u"background"_s, QJsonValue::Null},
-                               {u"accent"_s, QJsonValue::Null},
-                               {u"text_size"_s, QJsonValue::Null}};
+                                bool booksOwner, const QJsonArray &appList) {
+            return QJsonObject { { u"id"_s, QLatin1StringView(id) }, { u"name"_s, QLatin1StringView(name) },
+                { u"email"_s, QLatin1StringView(email) }, { u"role"_s, QLatin1StringView(role) }, { u"owner"_s, owner },
+                { u"books_owner"_s, booksOwner }, { u"apps"_s, appList }, { u"background"_s, QJsonValue::Null },
+                { u"accent"_s, QJsonValue::Null }, { u"text_size"_s, QJsonValue::Null } };
         };
         QTest::addRow("owner") << u"maren@halvard.example"_s
                                << record("p-maren", "Maren Holt", "maren@halvard.example", "admin", true, true,
-                                         apps({u"Home"_s, u"Sales"_s, u"Support"_s, u"Docs"_s, u"Books"_s,
-                                               u"Payments"_s, u"Payroll"_s, u"Kiln"_s, u"Website"_s, u"Clients"_s,
-                                               u"Calls"_s, u"Market Scan"_s, u"Overview"_s, u"Schedule"_s, u"Mail"_s,
-                                               u"People"_s}));
+                                      apps({ u"Home"_s, u"Sales"_s, u"Support"_s, u"Docs"_s, u"Books"_s, u"Payments"_s,
+                                          u"Payroll"_s, u"Kiln"_s, u"Website"_s, u"Clients"_s, u"Calls"_s,
+                                          u"Market Scan"_s, u"Overview"_s, u"Schedule"_s, u"Mail"_s, u"People"_s }));
         QTest::addRow("books owner, not owner")
-                << u"tomas@halvard.example"_s
-                << record("p-tomas", "Tomas Reyes", "tomas@halvard.example", "manager", false, true,
-                          apps({u"Home"_s, u"Sales"_s, u"Support"_s, u"Docs"_s, u"Books"_s, u"Calls"_s, u"Mail"_s,
-                                u"Schedule"_s, u"Clients"_s, u"Overview"_s}));
+            << u"tomas@halvard.example"_s
+            << record("p-tomas", "Tomas Reyes", "tomas@halvard.example", "manager", false, true,
+                   apps({ u"Home"_s, u"Sales"_s, u"Support"_s, u"Docs"_s, u"Books"_s, u"Calls"_s, u"Mail"_s,
+                       u"Schedule"_s, u"Clients"_s, u"Overview"_s }));
         QTest::addRow("no Books") << u"priya@halvard.example"_s
                                   << record("p-priya", "Priya Nair", "priya@halvard.example", "member", false, false,
-                                            apps({u"Home"_s, u"Sales"_s, u"Docs"_s, u"Mail"_s, u"Schedule"_s,
-                                                  u"Calls"_s, u"Support"_s}));
+                                         apps({ u"Home"_s, u"Sales"_s, u"Docs"_s, u"Mail"_s, u"Schedule"_s, u"Calls"_s,
+                                             u"Support"_s }));
         QTest::addRow("support") << u"jonah@halvard.example"_s
                                  << record("p-jonah", "Jonah Whitfield", "jonah@halvard.example", "support", false,
-                                           false, apps({u"Home"_s, u"Support"_s, u"Calls"_s, u"Mail"_s}));
+                                        false, apps({ u"Home"_s, u"Support"_s, u"Calls"_s, u"Mail"_s }));
         QTest::addRow("designer") << u"sam@halvard.example"_s
                                   << record("p-sam", "Sam Okoro", "sam@halvard.example", "designer", false, false,
-                                            apps({u"Home"_s, u"Mail"_s, u"Schedule"_s, u"Website"_s,
-                                                  u"Market Scan"_s, u"Kiln"_s, u"Docs"_s}));
+                                         apps({ u"Home"_s, u"Mail"_s, u"Schedule"_s, u"Website"_s, u"Market Scan"_s,
+                                             u"Kiln"_s, u"Docs"_s }));
         QTest::addRow("no Home") << u"ada@halvard.example"_s
                                  << record("p-ada", "Ada Lindqvist", "ada@halvard.example", "contractor", false, false,
-                                           apps({u"Sales"_s, u"Docs"_s}));
+                                        apps({ u"Sales"_s, u"Docs"_s }));
     }
     void sessionRecordIsThePerson()
     {
@@ -242,7 +232,7 @@ private slots:
         const Signed b = signIn(u"maren@halvard.example"_s);
         const TestWorkspace::Answer answer = call(a, "POST", u"api/logout"_s);
         QCOMPARE(answer.status, 200);
-        QCOMPARE(answer.json(), QJsonObject({{u"ok"_s, true}}));
+        QCOMPARE(answer.json(), QJsonObject({ { u"ok"_s, true } }));
         QCOMPARE(m_ws->send("GET", u"api/session"_s, a.token, {}).status, 401);
         QCOMPARE(m_ws->session(b.token).value("id"_L1).toString(), u"p-maren"_s);
         // Ending an ended session is a sign-in question, not a second logout.
@@ -269,20 +259,20 @@ private slots:
         const QString colleague = ws.signIn(u"priya@halvard.example"_s);
         const QString loggedOut = ws.signIn(u"tomas@halvard.example"_s);
         const QString loggedOutCsrf = ws.session(loggedOut).value("csrf"_L1).toString();
-        QCOMPARE(ws.send("POST", u"api/logout"_s, loggedOut, {}, {{"X-CSRF-Token", loggedOutCsrf.toUtf8()}}).status,
-                 200);
+        QCOMPARE(ws.send("POST", u"api/logout"_s, loggedOut, {}, { { "X-CSRF-Token", loggedOutCsrf.toUtf8() } }).status,
+            200);
 
-        const TestWorkspace::Answer answer =
-                ws.send("DELETE", u"api/team/me/sessions"_s, me, {}, {{"X-CSRF-Token", csrf.toUtf8()}});
+        const TestWorkspace::Answer answer
+            = ws.send("DELETE", u"api/team/me/sessions"_s, me, {}, { { "X-CSRF-Token", csrf.toUtf8() } });
         QCOMPARE(answer.status, 200);
-        QCOMPARE(answer.json(), QJsonObject({{u"ok"_s, true}, {u"signed_out"_s, others}}));
+        QCOMPARE(answer.json(), QJsonObject({ { u"ok"_s, true }, { u"signed_out"_s, others } }));
         for (const QString &token : mine)
             QCOMPARE(ws.send("GET", u"api/session"_s, token, {}).status, 401);
         QCOMPARE(ws.send("GET", u"api/session"_s, me, {}).status, 200);
         QCOMPARE(ws.send("GET", u"api/session"_s, colleague, {}).status, 200);
 
-        const TestWorkspace::Answer again =
-                ws.send("DELETE", u"api/team/me/sessions"_s, me, {}, {{"X-CSRF-Token", csrf.toUtf8()}});
+        const TestWorkspace::Answer again
+            = ws.send("DELETE", u"api/team/me/sessions"_s, me, {}, { { "X-CSRF-Token", csrf.toUtf8() } });
         QCOMPARE(again.json().value("signed_out"_L1).toInt(-1), 0);
     }
 
@@ -293,13 +283,11 @@ private slots:
         QTest::addColumn<QJsonValue>("value");
         QTest::addColumn<int>("status");
         const QString longest(40, 'x'_L1);
-        const struct
-        {
+        const struct {
             const char *path;
             const char *key;
-        } settings[] = {{"api/team/me/accent", "accent"},
-                        {"api/team/me/text-size", "text_size"},
-                        {"api/team/me/appearance", "background"}};
+        } settings[] = { { "api/team/me/accent", "accent" }, { "api/team/me/text-size", "text_size" },
+            { "api/team/me/appearance", "background" } };
         for (const auto &s : settings) {
             const QString path = QString::fromLatin1(s.path);
             const QString key = QString::fromLatin1(s.key);
@@ -325,13 +313,13 @@ private slots:
         const QString other = ws.signIn(u"jonah@halvard.example"_s);
         const QString csrf = ws.session(me).value("csrf"_L1).toString();
 
-        const TestWorkspace::Answer answer =
-                ws.send("PATCH", path, me, QJsonObject{{key, value}}, {{"X-CSRF-Token", csrf.toUtf8()}});
+        const TestWorkspace::Answer answer
+            = ws.send("PATCH", path, me, QJsonObject { { key, value } }, { { "X-CSRF-Token", csrf.toUtf8() } });
         QCOMPARE(answer.status, status);
-        const QStringList fields{u"accent"_s, u"text_size"_s, u"background"_s};
+        const QStringList fields { u"accent"_s, u"text_size"_s, u"background"_s };
         const QJsonObject mine = ws.session(me);
         if (status == 200) {
-            QCOMPARE(answer.json(), QJsonObject({{u"ok"_s, true}}));
+            QCOMPARE(answer.json(), QJsonObject({ { u"ok"_s, true } }));
             QCOMPARE(mine.value(key), value);
         } else {
             QVERIFY(!answer.json().value("error"_L1).toString().isEmpty());
@@ -347,8 +335,8 @@ private slots:
     void googleConnection()
     {
         const Signed me = signIn(u"maren@halvard.example"_s);
-        const TestWorkspace::Answer start =
-                call(me, "POST", u"api/native/google/start"_s, QJsonObject{{u"service"_s, u"gmail"_s}});
+        const TestWorkspace::Answer start
+            = call(me, "POST", u"api/native/google/start"_s, QJsonObject { { u"service"_s, u"gmail"_s } });
         QCOMPARE(start.status, 200);
         const QUrl url(start.json().value("url"_L1).toString());
         QCOMPARE(url.scheme(), u"https"_s);
@@ -375,7 +363,7 @@ private slots:
         const TestWorkspace::Answer again = m_ws->send("GET", connect);
         QCOMPARE(again.status, 302);
         QVERIFY2(again.header("Location").startsWith("pilo-tarn://google-connected?error="),
-                 again.header("Location").constData());
+            again.header("Location").constData());
     }
 
     void googleConnectionRefusesForeignStates_data()
@@ -389,11 +377,11 @@ private slots:
     {
         QFETCH(QString, query);
         const Signed me = signIn(u"tomas@halvard.example"_s);
-        const TestWorkspace::Answer start =
-                call(me, "POST", u"api/native/google/start"_s, QJsonObject{{u"service"_s, u"gmail"_s}});
+        const TestWorkspace::Answer start
+            = call(me, "POST", u"api/native/google/start"_s, QJsonObject { { u"service"_s, u"gmail"_s } });
         const QString state = QUrlQuery(QUrl(start.json().value("url"_L1).toString())).queryItemValue(u"state"_s);
-        const TestWorkspace::Answer answer =
-                m_ws->send("GET", u"api/native/google/start/connect?"_s + query.replace("$STATE"_L1, state));
+        const TestWorkspace::Answer answer
+            = m_ws->send("GET", u"api/native/google/start/connect?"_s + query.replace("$STATE"_L1, state));
         QCOMPARE(answer.status, 302);
         const QUrl callback(QString::fromUtf8(answer.header("Location")));
         QCOMPARE(callback.scheme(), u"pilo-tarn"_s);
@@ -421,7 +409,7 @@ private slots:
         const TestWorkspace::Answer answer = m_plain->send(method, path);
         QCOMPARE(answer.status, 404);
         QCOMPARE(answer.header("Content-Type"), "application/json");
-        QCOMPARE(answer.json(), QJsonObject({{u"error"_s, u"Not found."_s}}));
+        QCOMPARE(answer.json(), QJsonObject({ { u"error"_s, u"Not found."_s } }));
     }
 
 private:

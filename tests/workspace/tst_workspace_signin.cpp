@@ -15,8 +15,7 @@ namespace {
 const QString expired = u"Sign-in expired. Start again."_s;
 const QString unverified = u"Sign-in could not be verified. Start again."_s;
 
-struct Person
-{
+struct Person {
     const char *id;
     const char *name;
     const char *email;
@@ -24,12 +23,12 @@ struct Person
 };
 
 const Person company[] = {
-        {"p-maren", "Maren Holt", "maren@halvard.example", "admin"},
-        {"p-tomas", "Tomas Reyes", "tomas@halvard.example", "manager"},
-        {"p-priya", "Priya Nair", "priya@halvard.example", "member"},
-        {"p-jonah", "Jonah Whitfield", "jonah@halvard.example", "support"},
-        {"p-sam", "Sam Okoro", "sam@halvard.example", "designer"},
-        {"p-ada", "Ada Lindqvist", "ada@halvard.example", "contractor"},
+    { "p-maren", "Maren Holt", "maren@halvard.example", "admin" },
+    { "p-tomas", "Tomas Reyes", "tomas@halvard.example", "manager" },
+    { "p-priya", "Priya Nair", "priya@halvard.example", "member" },
+    { "p-jonah", "Jonah Whitfield", "jonah@halvard.example", "support" },
+    { "p-sam", "Sam Okoro", "sam@halvard.example", "designer" },
+    { "p-ada", "Ada Lindqvist", "ada@halvard.example", "contractor" },
 };
 
 QString startPath(const QString &challenge)
@@ -50,15 +49,14 @@ QString decodeHtml(QString text)
 
 } // namespace
 
-class TestWorkspaceSignIn : public QObject
-{
+class TestWorkspaceSignIn : public QObject {
     Q_OBJECT
 
 private:
     TestWorkspace::Answer exchange(TestWorkspace &ws, const QString &code, const QString &verifier)
     {
-        return ws.send("POST", u"api/mobile/exchange"_s, {},
-                       QJsonObject{{u"code"_s, code}, {u"verifier"_s, verifier}});
+        return ws.send(
+            "POST", u"api/mobile/exchange"_s, {}, QJsonObject { { u"code"_s, code }, { u"verifier"_s, verifier } });
     }
 
     std::unique_ptr<TestWorkspace> m_ws;
@@ -100,9 +98,9 @@ private slots:
             QVERIFY2(page.contains(QLatin1StringView(p.name)), p.name);
             QVERIFY2(page.contains(QLatin1StringView(p.email)), p.email);
             QVERIFY2(page.contains(QLatin1StringView(p.role)), p.role);
-            QVERIFY2(decodeHtml(page).contains(u"/api/mobile/start/choose?challenge=%1&person=%2"_s.arg(
-                             challenge, QLatin1StringView(p.id))),
-                     p.id);
+            QVERIFY2(decodeHtml(page).contains(
+                         u"/api/mobile/start/choose?challenge=%1&person=%2"_s.arg(challenge, QLatin1StringView(p.id))),
+                p.id);
         }
         QVERIFY(decodeHtml(page).contains(u"/api/mobile/start/cancel?challenge="_s + challenge));
         QVERIFY(page.contains(">Cancel<"_L1));
@@ -125,7 +123,7 @@ private slots:
         QFETCH(QString, email);
         const QString verifier = TestWorkspace::makeVerifier();
         const TestWorkspace::Answer chosen = m_ws->send(
-                "GET", u"api/mobile/start/choose?challenge=%1&person=%2"_s.arg(TestWorkspace::challengeOf(verifier), id));
+            "GET", u"api/mobile/start/choose?challenge=%1&person=%2"_s.arg(TestWorkspace::challengeOf(verifier), id));
         QCOMPARE(chosen.status, 302);
         const QByteArray location = chosen.header("Location");
         QVERIFY2(location.startsWith("pilo-tarn://auth?code="), location.constData());
@@ -144,8 +142,8 @@ private slots:
     void choosingUnknownPersonShowsError()
     {
         const QString challenge = TestWorkspace::challengeOf(TestWorkspace::makeVerifier());
-        const TestWorkspace::Answer answer =
-                m_ws->send("GET", u"api/mobile/start/choose?challenge=%1&person=p-nobody"_s.arg(challenge));
+        const TestWorkspace::Answer answer
+            = m_ws->send("GET", u"api/mobile/start/choose?challenge=%1&person=p-nobody"_s.arg(challenge));
         QCOMPARE(answer.status, 400);
         QVERIFY(answer.header("Location").isEmpty());
     }
@@ -161,7 +159,8 @@ private slots:
     // RFC 7636's worked example: S256 is Base64url of SHA-256, unpadded.
     void publishedVerifierPairSignsIn()
     {
-        const QString code = m_ws->signInCode(u"tomas@halvard.example"_s, u"E9Melhoa2OwvFrEMTJguCHaoeK1t8URWbuGJSstw-cM"_s);
+        const QString code
+            = m_ws->signInCode(u"tomas@halvard.example"_s, u"E9Melhoa2OwvFrEMTJguCHaoeK1t8URWbuGJSstw-cM"_s);
         QVERIFY(!code.isEmpty());
         const TestWorkspace::Answer answer = exchange(*m_ws, code, u"dBjftJeZ4CVP-mB92K27uhbUJU1p1r_wW1gFWFOEjXk"_s);
         QCOMPARE(answer.status, 200);
@@ -175,8 +174,8 @@ private slots:
         QTest::addColumn<QString>("message");
         QTest::addColumn<bool>("codeSpent");
         QTest::addRow("wrong verifier") << "{\"code\":\"$CODE\",\"verifier\":\"$OTHER\"}"_ba << unverified << true;
-        QTest::addRow("verifier is the challenge") << "{\"code\":\"$CODE\",\"verifier\":\"$CHALLENGE\"}"_ba
-                                                    << unverified << true;
+        QTest::addRow("verifier is the challenge")
+            << "{\"code\":\"$CODE\",\"verifier\":\"$CHALLENGE\"}"_ba << unverified << true;
         QTest::addRow("no verifier") << "{\"code\":\"$CODE\"}"_ba << unverified << true;
         QTest::addRow("unknown code") << "{\"code\":\"$CODE-x\",\"verifier\":\"$VERIFIER\"}"_ba << expired << false;
         QTest::addRow("no code") << "{\"verifier\":\"$VERIFIER\"}"_ba << expired << false;
@@ -194,12 +193,12 @@ private slots:
         const QString code = m_ws->signInCode(u"priya@halvard.example"_s, challenge);
         QVERIFY(!code.isEmpty());
         body.replace("$CODE", code.toUtf8())
-                .replace("$VERIFIER", verifier.toUtf8())
-                .replace("$OTHER", TestWorkspace::makeVerifier().toUtf8())
-                .replace("$CHALLENGE", challenge.toUtf8());
+            .replace("$VERIFIER", verifier.toUtf8())
+            .replace("$OTHER", TestWorkspace::makeVerifier().toUtf8())
+            .replace("$CHALLENGE", challenge.toUtf8());
 
-        const TestWorkspace::Answer answer =
-                m_ws->send("POST", u"api/mobile/exchange"_s, body, {{"Content-Type", "application/json"}});
+        const TestWorkspace::Answer answer
+            = m_ws->send("POST", u"api/mobile/exchange"_s, body, { { "Content-Type", "application/json" } });
         QCOMPARE(answer.status, 400);
         QCOMPARE(answer.json().value("error"_L1).toString(), message);
         QVERIFY(!answer.body.contains("cookie"));
@@ -222,7 +221,7 @@ private slots:
 
     void expiredCodeIsRefused()
     {
-        TestWorkspace ws({u"--code-ttl"_s, u"0"_s});
+        TestWorkspace ws({ u"--code-ttl"_s, u"0"_s });
         QVERIFY2(ws.isRunning(), qPrintable(ws.error()));
         const QString verifier = TestWorkspace::makeVerifier();
         const QString code = ws.signInCode(u"maren@halvard.example"_s, TestWorkspace::challengeOf(verifier));
@@ -244,7 +243,7 @@ private slots:
     {
         QFETCH(QString, option);
         QFETCH(QString, id);
-        TestWorkspace ws({u"--auto-sign-in"_s, option});
+        TestWorkspace ws({ u"--auto-sign-in"_s, option });
         QVERIFY2(ws.isRunning(), qPrintable(ws.error()));
         const QString verifier = TestWorkspace::makeVerifier();
         const TestWorkspace::Answer start = ws.send("GET", startPath(TestWorkspace::challengeOf(verifier)));
@@ -260,7 +259,7 @@ private slots:
 
     void autoSignInOfStrangerDoesNotStart()
     {
-        TestWorkspace ws({u"--auto-sign-in"_s, u"nobody@halvard.example"_s});
+        TestWorkspace ws({ u"--auto-sign-in"_s, u"nobody@halvard.example"_s });
         QVERIFY(!ws.isRunning());
         QVERIFY2(ws.error().contains("nobody@halvard.example"_L1), qPrintable(ws.error()));
     }

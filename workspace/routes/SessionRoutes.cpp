@@ -20,17 +20,17 @@ QJsonValue orNull(const std::optional<QString> &text)
 QJsonObject sessionRecord(const WorkspacePerson &person, const WorkspaceStore::Session &session)
 {
     return {
-            {u"id"_s, person.id},
-            {u"name"_s, person.name},
-            {u"email"_s, person.email},
-            {u"csrf"_s, session.csrf},
-            {u"apps"_s, QJsonArray::fromStringList(person.apps)},
-            {u"role"_s, person.role},
-            {u"owner"_s, person.owner},
-            {u"books_owner"_s, person.books_owner},
-            {u"background"_s, orNull(person.background)},
-            {u"accent"_s, orNull(person.accent)},
-            {u"text_size"_s, orNull(person.text_size)},
+        { u"id"_s, person.id },
+        { u"name"_s, person.name },
+        { u"email"_s, person.email },
+        { u"csrf"_s, session.csrf },
+        { u"apps"_s, QJsonArray::fromStringList(person.apps) },
+        { u"role"_s, person.role },
+        { u"owner"_s, person.owner },
+        { u"books_owner"_s, person.books_owner },
+        { u"background"_s, orNull(person.background) },
+        { u"accent"_s, orNull(person.accent) },
+        { u"text_size"_s, orNull(person.text_size) },
     };
 }
 

@@ -14,8 +14,7 @@ using Appearance = WorkspaceStore::Appearance;
 
 constexpr qsizetype longestChoice = 40;
 
-struct Setting
-{
+struct Setting {
     QString path;
     QString key;
     QString label;
@@ -47,18 +46,17 @@ void add(WorkspaceServer &server)
 
     router.add("DELETE", u"/api/team/me/sessions"_s, Access::Session, [&server](const WorkspaceRequest &request) {
         const int ended = server.store().endOtherSessions(request.session().personId, request.session().id);
-        return WorkspaceReply::json(QJsonObject{{u"ok"_s, true}, {u"signed_out"_s, ended}});
+        return WorkspaceReply::json(QJsonObject { { u"ok"_s, true }, { u"signed_out"_s, ended } });
     });
 
     const Setting settings[] = {
-            {u"/api/team/me/accent"_s, u"accent"_s, u"accent"_s, Appearance::Accent},
-            {u"/api/team/me/text-size"_s, u"text_size"_s, u"text size"_s, Appearance::TextSize},
-            {u"/api/team/me/appearance"_s, u"background"_s, u"background"_s, Appearance::Background},
+        { u"/api/team/me/accent"_s, u"accent"_s, u"accent"_s, Appearance::Accent },
+        { u"/api/team/me/text-size"_s, u"text_size"_s, u"text size"_s, Appearance::TextSize },
+        { u"/api/team/me/appearance"_s, u"background"_s, u"background"_s, Appearance::Background },
     };
     for (const Setting &setting : settings) {
-        router.add("PATCH", setting.path, Access::Session, [&server, setting](const WorkspaceRequest &request) {
-            return save(server, request, setting);
-        });
+        router.add("PATCH", setting.path, Access::Session,
+            [&server, setting](const WorkspaceRequest &request) { return save(server, request, setting); });
     }
 }
 

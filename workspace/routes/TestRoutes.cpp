@@ -33,7 +33,7 @@ void add(WorkspaceServer &server)
     });
 
     router.add("GET", u"/api/test/requests"_s, Access::Public,
-               [&server](const WorkspaceRequest &) { return WorkspaceReply::json(server.faults().requests()); });
+        [&server](const WorkspaceRequest &) { return WorkspaceReply::json(server.faults().requests()); });
 
     router.add("DELETE", u"/api/test/requests"_s, Access::Public, [&server](const WorkspaceRequest &) {
         server.faults().clearRequests();
@@ -47,8 +47,8 @@ void add(WorkspaceServer &server)
         const std::optional<WorkspacePerson> person = server.store().personByEmail(request.query(u"email"_s));
         if (!person)
             return WorkspaceReply::error(404, u"Nobody has that address."_s);
-        return WorkspaceReply::json(QJsonObject{
-                {u"code"_s, server.store().createSignInCode(person->id, challenge, server.options().codeTtlSeconds)}});
+        return WorkspaceReply::json(QJsonObject {
+            { u"code"_s, server.store().createSignInCode(person->id, challenge, server.options().codeTtlSeconds) } });
     });
 }
 
