@@ -71,8 +71,6 @@ private slots:
     {
         m_ws = std::make_unique<TestWorkspace>();
         QVERIFY2(m_ws->isRunning(), qPrintable(m_ws->error()));
-        m_plain = std::make_unique<TestWorkspace>(QStringList {}, TestWorkspace::Faults::Off);
-        QVERIFY2(m_plain->isRunning(), qPrintable(m_plain->error()));
     }
 
     void refusedWithoutLiveSession_data()
@@ -399,21 +397,16 @@ private slots:
         QTest::addRow("known path, other method") << "DELETE"_ba << u"api/session"_s;
         QTest::addRow("trailing slash") << "GET"_ba << u"api/session/"_s;
         QTest::addRow("deeper") << "GET"_ba << u"api/session/extra"_s;
-        QTest::addRow("test controls without --test-faults") << "GET"_ba << u"api/test/requests"_s;
     }
     void unknownPathsAreJSON404()
     {
         QFETCH(QByteArray, method);
         QFETCH(QString, path);
-        // Asked of a server without --test-faults, where the controls do not exist.
-        const TestWorkspace::Answer answer = m_plain->send(method, path);
+        const TestWorkspace::Answer answer = m_ws->send(method, path);
         QCOMPARE(answer.status, 404);
         QCOMPARE(answer.header("Content-Type"), "application/json");
         QCOMPARE(answer.json(), QJsonObject({ { u"error"_s, u"Not found."_s } }));
     }
-
-private:
-    std::unique_ptr<TestWorkspace> m_plain;
 };
 
 QTEST_GUILESS_MAIN(TestWorkspaceSession)
