@@ -1,8 +1,6 @@
-#include "workspace/WorkspaceOptions.h"
 #include "workspace/WorkspaceRequest.h"
 #include "workspace/WorkspaceRouter.h"
 
-#include <QDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -92,60 +90,6 @@ private slots:
         QCOMPARE(request.path(), path);
         QCOMPARE(request.queryString(), query);
         QCOMPARE(request.sessionToken(), token);
-    }
-
-    void options_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<bool>("valid");
-        QTest::addColumn<int>("port");
-        QTest::addColumn<QString>("autoSignIn");
-        QTest::addColumn<bool>("testFaults");
-        QTest::addColumn<int>("codeTtl");
-        QTest::addRow("defaults") << QStringList {} << true << 0 << QString() << false << 120;
-        QTest::addRow("everything") << QStringList { u"--port"_s, u"8443"_s, u"--auto-sign-in"_s, u"owner"_s,
-            u"--test-faults"_s, u"--code-ttl"_s, u"5"_s }
-                                    << true << 8443 << u"owner"_s << true << 5;
-        QTest::addRow("highest port") << QStringList { u"--port"_s, u"65535"_s } << true << 65535 << QString() << false
-                                      << 120;
-        QTest::addRow("port too high") << QStringList { u"--port"_s, u"65536"_s } << false << 0 << QString() << false
-                                       << 0;
-        QTest::addRow("negative port") << QStringList { u"--port"_s, u"-1"_s } << false << 0 << QString() << false << 0;
-        QTest::addRow("port without value") << QStringList { u"--port"_s } << false << 0 << QString() << false << 0;
-        QTest::addRow("unknown option") << QStringList { u"--verbose"_s } << false << 0 << QString() << false << 0;
-        QTest::addRow("stray argument") << QStringList { u"owner"_s } << false << 0 << QString() << false << 0;
-        QTest::addRow("empty data") << QStringList { u"--data"_s, u""_s } << false << 0 << QString() << false << 0;
-        QTest::addRow("negative ttl") << QStringList { u"--code-ttl"_s, u"-5"_s } << false << 0 << QString() << false
-                                      << 0;
-    }
-    void options()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(bool, valid);
-        QFETCH(int, port);
-        QFETCH(QString, autoSignIn);
-        QFETCH(bool, testFaults);
-        QFETCH(int, codeTtl);
-        QString error;
-        const std::optional<WorkspaceOptions> options = WorkspaceOptions::parse(arguments, &error);
-        QCOMPARE(options.has_value(), valid);
-        QCOMPARE(error.isEmpty(), valid);
-        if (!options)
-            return;
-        QCOMPARE(int(options->port), port);
-        QCOMPARE(options->autoSignIn, autoSignIn);
-        QCOMPARE(options->testFaults, testFaults);
-        QCOMPARE(options->codeTtlSeconds, codeTtl);
-        QVERIFY(options->dataDir.endsWith("/pilo-tarn-workspace"_L1));
-    }
-
-    void dataFolderIsMadeAbsolute()
-    {
-        const std::optional<WorkspaceOptions> options
-            = WorkspaceOptions::parse({ u"--data"_s, u"relative/dir"_s }, nullptr);
-        QVERIFY(options);
-        QVERIFY(QDir::isAbsolutePath(options->dataDir));
-        QVERIFY(options->dataDir.endsWith("/relative/dir"_L1));
     }
 };
 
