@@ -12,13 +12,28 @@ WorkspaceResponder::WorkspaceResponder(QHttpServerResponder &&responder)
 }
 
 WorkspaceResponder::WorkspaceResponder(WorkspaceResponder &&other) noexcept = default;
-WorkspaceResponder &WorkspaceResponder::operator=(WorkspaceResponder &&other) noexcept = default;
+
+WorkspaceResponder &WorkspaceResponder::operator=(WorkspaceResponder &&other) noexcept
+{
+    if (this != &other) {
+        abandon();
+        m_responder = std::move(other.m_responder);
+        m_socket = std::move(other.m_socket);
+    }
+    return *this;
+}
 
 WorkspaceResponder::~WorkspaceResponder()
+{
+    abandon();
+}
+
+void WorkspaceResponder::abandon()
 {
     // A request nobody answered would leave its client waiting for ever.
     if (m_responder && isConnected())
         m_socket->disconnectFromHost();
+    m_responder.reset();
 }
 
 bool WorkspaceResponder::isConnected() const

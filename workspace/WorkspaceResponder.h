@@ -28,6 +28,8 @@ public:
     [[nodiscard]] static bool canWrite(int status);
 
 private:
+    void abandon();
+
     std::unique_ptr<QHttpServerResponder> m_responder;
     QPointer<QTcpSocket> m_socket;
 };
