@@ -16,6 +16,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// A consent page left open longer than this has to be started again.
+constexpr qint64 googleStateLifetimeMs = 15 * 60 * 1000;
+
 qint64 now()
 {
     return QDateTime::currentMSecsSinceEpoch();
@@ -330,18 +333,20 @@ bool WorkspaceStore::connectGoogle(const QString &state, const QString &service)
     if (state.isEmpty())
         return false;
     const QString stateHash = WorkspaceTokens::hash(state);
-    QSqlQuery find = prepare(u"SELECT person_id, service FROM google_states WHERE state_hash = ?"_s);
+    QSqlQuery find = prepare(u"SELECT person_id, service, created_at FROM google_states WHERE state_hash = ?"_s);
     find.addBindValue(stateHash);
     if (!exec(find) || !find.next())
         return false;
     const QString personId = find.value(0).toString();
     const QString wanted = find.value(1).toString();
+    const qint64 createdAt = find.value(2).toLongLong();
     find.finish();
 
-    QSqlQuery spend = prepare(u"DELETE FROM google_states WHERE state_hash = ?"_s);
+    QSqlQuery spend = prepare(u"DELETE FROM google_states WHERE state_hash = ? OR created_at <= ?"_s);
     spend.addBindValue(stateHash);
+    spend.addBindValue(now() - googleStateLifetimeMs);
     exec(spend);
-    if (wanted != service)
+    if (wanted != service || createdAt <= now() - googleStateLifetimeMs)
         return false;
 
     QSqlQuery q
