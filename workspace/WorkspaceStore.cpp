@@ -9,6 +9,7 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QUuid>
 #include <QVariant>
 
@@ -278,30 +279,40 @@ QString WorkspaceStore::createSignInCode(const QString &personId, const QString 
     return code;
 }
 
-WorkspaceStore::Redemption WorkspaceStore::redeemSignInCode(const QString &code, const QString &verifier)
+std::optional<QVariantList> WorkspaceStore::takeOnce(const QString &table, const QString &hashColumn,
+    const QString &secret, const QString &columns, const QString &lapsed, qint64 lapsedAt)
 {
-    if (code.isEmpty())
-        return {};
-    const QString codeHash = WorkspaceTokens::hash(code);
-    QSqlQuery find = prepare(u"SELECT person_id, challenge, expires_at FROM sign_in_codes WHERE code_hash = ?"_s);
-    find.addBindValue(codeHash);
+    QSqlQuery purge = prepare(u"DELETE FROM %1 WHERE %2 <= ?"_s.arg(table, lapsed));
+    purge.addBindValue(lapsedAt);
+    exec(purge);
+    if (secret.isEmpty())
+        return std::nullopt;
+
+    const QString hash = WorkspaceTokens::hash(secret);
+    QSqlQuery find = prepare(u"SELECT %1 FROM %2 WHERE %3 = ?"_s.arg(columns, table, hashColumn));
+    find.addBindValue(hash);
     if (!exec(find) || !find.next())
-        return {};
-    const QString personId = find.value(0).toString();
-    const QString challenge = find.value(1).toString();
-    const qint64 expiresAt = find.value(2).toLongLong();
+        return std::nullopt;
+    QVariantList row;
+    for (int i = 0; i < find.record().count(); ++i)
+        row.append(find.value(i));
     find.finish();
 
-    QSqlQuery spend = prepare(u"DELETE FROM sign_in_codes WHERE code_hash = ? OR expires_at <= ?"_s);
-    spend.addBindValue(codeHash);
-    spend.addBindValue(now());
+    QSqlQuery spend = prepare(u"DELETE FROM %1 WHERE %2 = ?"_s.arg(table, hashColumn));
+    spend.addBindValue(hash);
     exec(spend);
+    return row;
+}
 
-    if (now() >= expiresAt)
+WorkspaceStore::Redemption WorkspaceStore::redeemSignInCode(const QString &code, const QString &verifier)
+{
+    const std::optional<QVariantList> row
+        = takeOnce(u"sign_in_codes"_s, u"code_hash"_s, code, u"person_id, challenge"_s, u"expires_at"_s, now());
+    if (!row)
         return {};
-    if (!WorkspaceTokens::equal(WorkspaceTokens::challengeOf(verifier), challenge))
+    if (!WorkspaceTokens::equal(WorkspaceTokens::challengeOf(verifier), row->at(1).toString()))
         return { Redeemed::WrongVerifier, {} };
-    return { Redeemed::Ok, personId };
+    return { Redeemed::Ok, row->at(0).toString() };
 }
 
 void WorkspaceStore::setAppearance(const QString &personId, Appearance which, const QString &value)
@@ -330,28 +341,14 @@ QString WorkspaceStore::createGoogleState(const QString &personId, const QString
 
 bool WorkspaceStore::connectGoogle(const QString &state, const QString &service)
 {
-    if (state.isEmpty())
-        return false;
-    const QString stateHash = WorkspaceTokens::hash(state);
-    QSqlQuery find = prepare(u"SELECT person_id, service, created_at FROM google_states WHERE state_hash = ?"_s);
-    find.addBindValue(stateHash);
-    if (!exec(find) || !find.next())
-        return false;
-    const QString personId = find.value(0).toString();
-    const QString wanted = find.value(1).toString();
-    const qint64 createdAt = find.value(2).toLongLong();
-    find.finish();
-
-    QSqlQuery spend = prepare(u"DELETE FROM google_states WHERE state_hash = ? OR created_at <= ?"_s);
-    spend.addBindValue(stateHash);
-    spend.addBindValue(now() - googleStateLifetimeMs);
-    exec(spend);
-    if (wanted != service || createdAt <= now() - googleStateLifetimeMs)
+    const std::optional<QVariantList> row = takeOnce(u"google_states"_s, u"state_hash"_s, state,
+        u"person_id, service"_s, u"created_at"_s, now() - googleStateLifetimeMs);
+    if (!row || row->at(1).toString() != service)
         return false;
 
     QSqlQuery q
         = prepare(u"INSERT OR REPLACE INTO google_connections (person_id, service, connected_at) VALUES (?, ?, ?)"_s);
-    q.addBindValue(personId);
+    q.addBindValue(row->at(0));
     q.addBindValue(service);
     q.addBindValue(now());
     return exec(q);

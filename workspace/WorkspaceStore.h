@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QVariantList>
 
 #include <optional>
 
@@ -73,6 +74,10 @@ private:
     [[nodiscard]] QSqlQuery prepare(const QString &sql) const;
     bool exec(QSqlQuery &query) const;
     bool createSchema();
+    // Reads and deletes the row of a one-time secret, after clearing the
+    // rows whose `lapsed` column is at or before `lapsedAt`.
+    std::optional<QVariantList> takeOnce(const QString &table, const QString &hashColumn, const QString &secret,
+        const QString &columns, const QString &lapsed, qint64 lapsedAt);
 
     QString m_connection;
 };
