@@ -266,17 +266,22 @@ int WorkspaceStore::endOtherSessions(const QString &personId, qint64 keep)
     return exec(q) ? q.numRowsAffected() : 0;
 }
 
+QString WorkspaceStore::issueOnce(const QString &table, const QString &columns, const QVariantList &values)
+{
+    const QString secret = WorkspaceTokens::random(24);
+    const QString marks = QStringList(values.size() + 1, u"?"_s).join(", "_L1);
+    QSqlQuery q = prepare(u"INSERT INTO %1 VALUES (%2)"_s.arg(table + u" ("_s + columns + ')'_L1, marks));
+    q.addBindValue(WorkspaceTokens::hash(secret));
+    for (const QVariant &value : values)
+        q.addBindValue(value);
+    exec(q);
+    return secret;
+}
+
 QString WorkspaceStore::createSignInCode(const QString &personId, const QString &challenge, int ttlSeconds)
 {
-    const QString code = WorkspaceTokens::random(24);
-    QSqlQuery q
-        = prepare(u"INSERT INTO sign_in_codes (code_hash, person_id, challenge, expires_at) VALUES (?, ?, ?, ?)"_s);
-    q.addBindValue(WorkspaceTokens::hash(code));
-    q.addBindValue(personId);
-    q.addBindValue(challenge);
-    q.addBindValue(now() + qint64(ttlSeconds) * 1000);
-    exec(q);
-    return code;
+    return issueOnce(u"sign_in_codes"_s, u"code_hash, person_id, challenge, expires_at"_s,
+        { personId, challenge, now() + qint64(ttlSeconds) * 1000 });
 }
 
 std::optional<QVariantList> WorkspaceStore::takeOnce(const QString &table, const QString &hashColumn,
@@ -328,15 +333,7 @@ void WorkspaceStore::setAppearance(const QString &personId, Appearance which, co
 
 QString WorkspaceStore::createGoogleState(const QString &personId, const QString &service)
 {
-    const QString state = WorkspaceTokens::random(24);
-    QSqlQuery q
-        = prepare(u"INSERT INTO google_states (state_hash, person_id, service, created_at) VALUES (?, ?, ?, ?)"_s);
-    q.addBindValue(WorkspaceTokens::hash(state));
-    q.addBindValue(personId);
-    q.addBindValue(service);
-    q.addBindValue(now());
-    exec(q);
-    return state;
+    return issueOnce(u"google_states"_s, u"state_hash, person_id, service, created_at"_s, { personId, service, now() });
 }
 
 bool WorkspaceStore::connectGoogle(const QString &state, const QString &service)

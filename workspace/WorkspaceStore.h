@@ -74,6 +74,9 @@ private:
     [[nodiscard]] QSqlQuery prepare(const QString &sql) const;
     bool exec(QSqlQuery &query) const;
     bool createSchema();
+    // Makes a one-time secret and stores its hash (the first of `columns`)
+    // with `values` for the rest; returns the secret.
+    QString issueOnce(const QString &table, const QString &columns, const QVariantList &values);
     // Reads and deletes the row of a one-time secret, after clearing the
     // rows whose `lapsed` column is at or before `lapsedAt`.
     std::optional<QVariantList> takeOnce(const QString &table, const QString &hashColumn, const QString &secret,
