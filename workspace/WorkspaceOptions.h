@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+// How tarn-workspace was started. Parsed once in main and handed to the server.
+struct WorkspaceOptions {
+    QString dataDir;
+    quint16 port = 0;
+    // An email address, or "owner" for the demo company's owner; empty when off.
+    QString autoSignIn;
+    bool testFaults = false;
+    // Sign-in codes live this long; tests shorten it to see expiry without waiting.
+    int codeTtlSeconds = 120;
+    // Exit when standard input reaches its end (test harnesses keep it open).
+    bool stopWithStdin = false;
+
+    // Reads the arguments (without the program name). On a bad option returns
+    // nothing and fills *error with a line for standard error.
+    [[nodiscard]] static std::optional<WorkspaceOptions> parse(const QStringList &arguments, QString *error);
+    [[nodiscard]] static QString defaultDataDir();
+};

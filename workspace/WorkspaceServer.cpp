@@ -1,0 +1,139 @@
+#include "workspace/WorkspaceServer.h"
+
+#include "workspace/WorkspaceCertificate.h"
+#include "workspace/WorkspaceRequest.h"
+#include "workspace/WorkspaceResponder.h"
+#include "workspace/WorkspaceSeed.h"
+#include "workspace/WorkspaceTokens.h"
+#include "workspace/routes/GoogleRoutes.h"
+#include "workspace/routes/SessionRoutes.h"
+#include "workspace/routes/SignInRoutes.h"
+#include "workspace/routes/TeamRoutes.h"
+#include "workspace/routes/TestRoutes.h"
+
+#include <QDir>
+#include <QHttpServerRequest>
+#include <QHttpServerResponder>
+#include <QSslServer>
+#include <QTimer>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+WorkspaceServer::WorkspaceServer(WorkspaceOptions options, QObject *parent)
+    : QAbstractHttpServer(parent)
+    , m_options(std::move(options))
+{
+}
+
+WorkspaceServer::~WorkspaceServer() = default;
+
+bool WorkspaceServer::start(QString *error)
+{
+    if (!QDir().mkpath(m_options.dataDir)) {
+        *error = u"cannot create the data folder %1"_s.arg(m_options.dataDir);
+        return false;
+    }
+    if (!m_store.open(m_options.dataDir, error))
+        return false;
+    if (!m_store.isSeeded() && !WorkspaceSeed::plant(m_store)) {
+        *error = u"could not plant the demo company"_s;
+        return false;
+    }
+
+    if (!m_options.autoSignIn.isEmpty()) {
+        const std::optional<WorkspacePerson> person = m_options.autoSignIn == "owner"_L1
+            ? m_store.person(WorkspaceSeed::ownerId())
+            : m_store.personByEmail(m_options.autoSignIn);
+        if (!person) {
+            *error = u"--auto-sign-in: nobody has the address %1"_s.arg(m_options.autoSignIn);
+            return false;
+        }
+        m_autoSignInPersonId = person->id;
+    }
+
+    const WorkspaceCertificate certificate(m_options.dataDir);
+    if (!certificate.isValid()) {
+        *error = certificate.error();
+        return false;
+    }
+    m_certificatePath = certificate.certificatePath();
+
+    auto *tls = new QSslServer(this);
+    tls->setSslConfiguration(certificate.serverConfiguration());
+    if (!tls->listen(QHostAddress::LocalHost, m_options.port)) {
+        *error = u"cannot listen on 127.0.0.1:%1: %2"_s.arg(m_options.port).arg(tls->errorString());
+        return false;
+    }
+    bind(tls);
+    m_url = QUrl(u"https://127.0.0.1:%1/"_s.arg(tls->serverPort()));
+
+    SignInRoutes::add(*this);
+    SessionRoutes::add(*this);
+    TeamRoutes::add(*this);
+    GoogleRoutes::add(*this);
+    if (m_options.testFaults)
+        TestRoutes::add(*this);
+    return true;
+}
+
+bool WorkspaceServer::handleRequest(const QHttpServerRequest &httpRequest, QTcpSocket *socket)
+{
+    const WorkspaceRequest request(httpRequest);
+    WorkspaceResponder responder(makeResponder(httpRequest, socket));
+
+    const bool control = request.path().startsWith("/api/test/"_L1);
+    std::optional<WorkspaceFaults::Hit> hit;
+    if (m_options.testFaults && !control) {
+        m_faults.record(request);
+        hit = m_faults.take(request.method(), request.path());
+    }
+    if (!hit) {
+        dispatch(request, std::move(responder));
+        return true;
+    }
+
+    // The held answer outlives this call; the timer's functor must be copyable.
+    auto held = std::make_shared<WorkspaceResponder>(std::move(responder));
+    QTimer::singleShot(hit->delayMs, Qt::PreciseTimer, this, [this, request, held, reply = std::move(hit->reply)] {
+        if (reply)
+            held->send(*reply);
+        else
+            dispatch(request, std::move(*held));
+    });
+    return true;
+}
+
+void WorkspaceServer::missingHandler(const QHttpServerRequest &httpRequest, QTcpSocket *socket)
+{
+    WorkspaceResponder(makeResponder(httpRequest, socket)).send(WorkspaceReply::notFound());
+}
+
+void WorkspaceServer::dispatch(const WorkspaceRequest &incoming, WorkspaceResponder &&responder)
+{
+    const std::optional<WorkspaceRouter::Match> match = m_router.match(incoming.method(), incoming.path());
+    if (!match) {
+        responder.send(WorkspaceReply::notFound());
+        return;
+    }
+
+    WorkspaceRequest request = incoming;
+    request.setArguments(match->arguments);
+    if (match->route->access == WorkspaceRouter::Access::Session) {
+        std::optional<WorkspaceStore::Session> session = m_store.session(request.sessionToken());
+        if (!session) {
+            responder.send(WorkspaceReply::signInRequired());
+            return;
+        }
+        if (!request.isSafeMethod()) {
+            const std::optional<QByteArray> csrf = request.header("X-CSRF-Token");
+            if (!csrf || !WorkspaceTokens::equal(QString::fromUtf8(*csrf), session->csrf)) {
+                responder.send(WorkspaceReply::csrfRefused());
+                return;
+            }
+        }
+        request.setSession(std::move(*session));
+    }
+    match->route->run(request, std::move(responder));
+}

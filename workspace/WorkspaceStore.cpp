@@ -1,0 +1,364 @@
+#include "workspace/WorkspaceStore.h"
+
+#include "workspace/WorkspaceTokens.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QUuid>
+#include <QVariant>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A consent page left open longer than this has to be started again.
+constexpr qint64 googleStateLifetimeMs = 15 * 60 * 1000;
+
+qint64 now()
+{
+    return QDateTime::currentMSecsSinceEpoch();
+}
+
+QString appsToText(const QStringList &apps)
+{
+    return QString::fromUtf8(QJsonDocument(QJsonArray::fromStringList(apps)).toJson(QJsonDocument::Compact));
+}
+
+QStringList appsFromText(const QString &text)
+{
+    QStringList apps;
+    const QJsonArray array = QJsonDocument::fromJson(text.toUtf8()).array();
+    for (const QJsonValue &v : array)
+        apps.append(v.toString());
+    return apps;
+}
+
+std::optional<QString> optionalText(const QVariant &v)
+{
+    if (v.isNull())
+        return std::nullopt;
+    return v.toString();
+}
+
+QVariant nullable(const std::optional<QString> &text)
+{
+    return text ? QVariant(*text) : QVariant(QMetaType::fromType<QString>());
+}
+
+const char *const schema[] = {
+    "CREATE TABLE IF NOT EXISTS meta (key TEXT PRIMARY KEY, value TEXT NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS people ("
+    " id TEXT PRIMARY KEY, position INTEGER NOT NULL, name TEXT NOT NULL, email TEXT NOT NULL UNIQUE,"
+    " role TEXT NOT NULL, owner INTEGER NOT NULL, books_owner INTEGER NOT NULL, apps TEXT NOT NULL,"
+    " background TEXT, accent TEXT, text_size TEXT)",
+    "CREATE TABLE IF NOT EXISTS sessions ("
+    " id INTEGER PRIMARY KEY AUTOINCREMENT, token_hash TEXT NOT NULL UNIQUE,"
+    " person_id TEXT NOT NULL REFERENCES people(id), csrf TEXT NOT NULL,"
+    " created_at INTEGER NOT NULL, ended_at INTEGER)",
+    "CREATE TABLE IF NOT EXISTS sign_in_codes ("
+    " code_hash TEXT PRIMARY KEY, person_id TEXT NOT NULL REFERENCES people(id),"
+    " challenge TEXT NOT NULL, expires_at INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS google_states ("
+    " state_hash TEXT PRIMARY KEY, person_id TEXT NOT NULL REFERENCES people(id),"
+    " service TEXT NOT NULL, created_at INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS google_connections ("
+    " person_id TEXT NOT NULL REFERENCES people(id), service TEXT NOT NULL,"
+    " connected_at INTEGER NOT NULL, PRIMARY KEY (person_id, service))",
+};
+
+WorkspacePerson personFrom(const QSqlQuery &q)
+{
+    return {
+        .id = q.value(0).toString(),
+        .name = q.value(1).toString(),
+        .email = q.value(2).toString(),
+        .role = q.value(3).toString(),
+        .owner = q.value(4).toBool(),
+        .books_owner = q.value(5).toBool(),
+        .apps = appsFromText(q.value(6).toString()),
+        .background = optionalText(q.value(7)),
+        .accent = optionalText(q.value(8)),
+        .text_size = optionalText(q.value(9)),
+    };
+}
+
+constexpr auto personColumns = "id, name, email, role, owner, books_owner, apps, background, accent, text_size"_L1;
+
+} // namespace
+
+WorkspaceStore::WorkspaceStore()
+    : m_connection(u"workspace-"_s + QUuid::createUuid().toString(QUuid::WithoutBraces))
+{
+}
+
+WorkspaceStore::~WorkspaceStore()
+{
+    if (QSqlDatabase::contains(m_connection)) {
+        QSqlDatabase::database(m_connection, false).close();
+        QSqlDatabase::removeDatabase(m_connection);
+    }
+}
+
+bool WorkspaceStore::open(const QString &dataDir, QString *error)
+{
+    QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, m_connection);
+    db.setDatabaseName(QDir(dataDir).filePath(u"workspace.sqlite"_s));
+    if (!db.open()) {
+        if (error)
+            *error = db.lastError().text();
+        return false;
+    }
+    if (!createSchema()) {
+        if (error)
+            *error = u"could not create the schema: "_s + db.lastError().text();
+        return false;
+    }
+    return true;
+}
+
+bool WorkspaceStore::createSchema()
+{
+    QSqlQuery pragma(QSqlDatabase::database(m_connection));
+    pragma.exec(u"PRAGMA foreign_keys = ON"_s);
+    pragma.exec(u"PRAGMA journal_mode = WAL"_s);
+    for (const char *statement : schema) {
+        QSqlQuery q = prepare(QString::fromLatin1(statement));
+        if (!exec(q))
+            return false;
+    }
+    return true;
+}
+
+QSqlQuery WorkspaceStore::prepare(const QString &sql) const
+{
+    QSqlQuery q(QSqlDatabase::database(m_connection));
+    if (!q.prepare(sql))
+        qWarning("workspace: could not prepare a statement: %s", qPrintable(q.lastError().text()));
+    return q;
+}
+
+bool WorkspaceStore::exec(QSqlQuery &query) const
+{
+    if (query.exec())
+        return true;
+    // Bound values may hold secrets' hashes; log only the statement and error.
+    qWarning("workspace: %s: %s", qPrintable(query.lastQuery()), qPrintable(query.lastError().text()));
+    return false;
+}
+
+bool WorkspaceStore::isSeeded() const
+{
+    QSqlQuery q = prepare(u"SELECT value FROM meta WHERE key = 'seeded'"_s);
+    return exec(q) && q.next();
+}
+
+bool WorkspaceStore::beginSeed()
+{
+    return QSqlDatabase::database(m_connection).transaction();
+}
+
+bool WorkspaceStore::finishSeed()
+{
+    QSqlQuery q = prepare(u"INSERT OR REPLACE INTO meta (key, value) VALUES ('seeded', ?)"_s);
+    q.addBindValue(QDateTime::currentDateTimeUtc().toString(Qt::ISODate));
+    if (!exec(q)) {
+        QSqlDatabase::database(m_connection).rollback();
+        return false;
+    }
+    return QSqlDatabase::database(m_connection).commit();
+}
+
+QList<WorkspacePerson> WorkspaceStore::people() const
+{
+    QSqlQuery q = prepare(u"SELECT %1 FROM people ORDER BY position"_s.arg(personColumns));
+    QList<WorkspacePerson> out;
+    if (exec(q)) {
+        while (q.next())
+            out.append(personFrom(q));
+    }
+    return out;
+}
+
+std::optional<WorkspacePerson> WorkspaceStore::person(const QString &id) const
+{
+    QSqlQuery q = prepare(u"SELECT %1 FROM people WHERE id = ?"_s.arg(personColumns));
+    q.addBindValue(id);
+    if (exec(q) && q.next())
+        return personFrom(q);
+    return std::nullopt;
+}
+
+std::optional<WorkspacePerson> WorkspaceStore::personByEmail(const QString &email) const
+{
+    QSqlQuery q = prepare(u"SELECT %1 FROM people WHERE lower(email) = lower(?)"_s.arg(personColumns));
+    q.addBindValue(email.trimmed());
+    if (exec(q) && q.next())
+        return personFrom(q);
+    return std::nullopt;
+}
+
+void WorkspaceStore::addPerson(const WorkspacePerson &p, int position)
+{
+    QSqlQuery q = prepare(u"INSERT INTO people (id, position, name, email, role, owner, books_owner, apps,"
+                          " background, accent, text_size) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"_s);
+    q.addBindValue(p.id);
+    q.addBindValue(position);
+    q.addBindValue(p.name);
+    q.addBindValue(p.email);
+    q.addBindValue(p.role);
+    q.addBindValue(p.owner);
+    q.addBindValue(p.books_owner);
+    q.addBindValue(appsToText(p.apps));
+    q.addBindValue(nullable(p.background));
+    q.addBindValue(nullable(p.accent));
+    q.addBindValue(nullable(p.text_size));
+    exec(q);
+}
+
+WorkspaceStore::NewSession WorkspaceStore::createSession(const QString &personId)
+{
+    NewSession made;
+    made.token = WorkspaceTokens::random(32);
+    made.session.personId = personId;
+    made.session.csrf = WorkspaceTokens::random(24);
+
+    QSqlQuery q = prepare(u"INSERT INTO sessions (token_hash, person_id, csrf, created_at) VALUES (?, ?, ?, ?)"_s);
+    q.addBindValue(WorkspaceTokens::hash(made.token));
+    q.addBindValue(personId);
+    q.addBindValue(made.session.csrf);
+    q.addBindValue(now());
+    if (exec(q))
+        made.session.id = q.lastInsertId().toLongLong();
+    return made;
+}
+
+std::optional<WorkspaceStore::Session> WorkspaceStore::session(const QString &token) const
+{
+    if (token.isEmpty())
+        return std::nullopt;
+    QSqlQuery q = prepare(u"SELECT id, person_id, csrf FROM sessions WHERE token_hash = ? AND ended_at IS NULL"_s);
+    q.addBindValue(WorkspaceTokens::hash(token));
+    if (exec(q) && q.next())
+        return Session { q.value(0).toLongLong(), q.value(1).toString(), q.value(2).toString() };
+    return std::nullopt;
+}
+
+void WorkspaceStore::endSession(qint64 id)
+{
+    QSqlQuery q = prepare(u"UPDATE sessions SET ended_at = ? WHERE id = ? AND ended_at IS NULL"_s);
+    q.addBindValue(now());
+    q.addBindValue(id);
+    exec(q);
+}
+
+int WorkspaceStore::endOtherSessions(const QString &personId, qint64 keep)
+{
+    QSqlQuery q = prepare(u"UPDATE sessions SET ended_at = ? WHERE person_id = ? AND id != ? AND ended_at IS NULL"_s);
+    q.addBindValue(now());
+    q.addBindValue(personId);
+    q.addBindValue(keep);
+    return exec(q) ? q.numRowsAffected() : 0;
+}
+
+QString WorkspaceStore::issueOnce(const QString &table, const QString &columns, const QVariantList &values)
+{
+    const QString secret = WorkspaceTokens::random(24);
+    const QString marks = QStringList(values.size() + 1, u"?"_s).join(", "_L1);
+    QSqlQuery q = prepare(u"INSERT INTO %1 VALUES (%2)"_s.arg(table + u" ("_s + columns + ')'_L1, marks));
+    q.addBindValue(WorkspaceTokens::hash(secret));
+    for (const QVariant &value : values)
+        q.addBindValue(value);
+    exec(q);
+    return secret;
+}
+
+QString WorkspaceStore::createSignInCode(const QString &personId, const QString &challenge, int ttlSeconds)
+{
+    return issueOnce(u"sign_in_codes"_s, u"code_hash, person_id, challenge, expires_at"_s,
+        { personId, challenge, now() + qint64(ttlSeconds) * 1000 });
+}
+
+std::optional<QVariantList> WorkspaceStore::takeOnce(const QString &table, const QString &hashColumn,
+    const QString &secret, const QString &columns, const QString &lapsed, qint64 lapsedAt)
+{
+    QSqlQuery purge = prepare(u"DELETE FROM %1 WHERE %2 <= ?"_s.arg(table, lapsed));
+    purge.addBindValue(lapsedAt);
+    exec(purge);
+    if (secret.isEmpty())
+        return std::nullopt;
+
+    const QString hash = WorkspaceTokens::hash(secret);
+    QSqlQuery find = prepare(u"SELECT %1 FROM %2 WHERE %3 = ?"_s.arg(columns, table, hashColumn));
+    find.addBindValue(hash);
+    if (!exec(find) || !find.next())
+        return std::nullopt;
+    QVariantList row;
+    for (int i = 0; i < find.record().count(); ++i)
+        row.append(find.value(i));
+    find.finish();
+
+    QSqlQuery spend = prepare(u"DELETE FROM %1 WHERE %2 = ?"_s.arg(table, hashColumn));
+    spend.addBindValue(hash);
+    exec(spend);
+    return row;
+}
+
+WorkspaceStore::Redemption WorkspaceStore::redeemSignInCode(const QString &code, const QString &verifier)
+{
+    const std::optional<QVariantList> row
+        = takeOnce(u"sign_in_codes"_s, u"code_hash"_s, code, u"person_id, challenge"_s, u"expires_at"_s, now());
+    if (!row)
+        return {};
+    if (!WorkspaceTokens::equal(WorkspaceTokens::challengeOf(verifier), row->at(1).toString()))
+        return { Redeemed::WrongVerifier, {} };
+    return { Redeemed::Ok, row->at(0).toString() };
+}
+
+void WorkspaceStore::setAppearance(const QString &personId, Appearance which, const QString &value)
+{
+    const QString column = which == Appearance::Background ? u"background"_s
+        : which == Appearance::Accent                      ? u"accent"_s
+                                                           : u"text_size"_s;
+    QSqlQuery q = prepare(u"UPDATE people SET %1 = ? WHERE id = ?"_s.arg(column));
+    q.addBindValue(value);
+    q.addBindValue(personId);
+    exec(q);
+}
+
+QString WorkspaceStore::createGoogleState(const QString &personId, const QString &service)
+{
+    return issueOnce(u"google_states"_s, u"state_hash, person_id, service, created_at"_s, { personId, service, now() });
+}
+
+bool WorkspaceStore::connectGoogle(const QString &state, const QString &service)
+{
+    const std::optional<QVariantList> row = takeOnce(u"google_states"_s, u"state_hash"_s, state,
+        u"person_id, service"_s, u"created_at"_s, now() - googleStateLifetimeMs);
+    if (!row || row->at(1).toString() != service)
+        return false;
+
+    QSqlQuery q
+        = prepare(u"INSERT OR REPLACE INTO google_connections (person_id, service, connected_at) VALUES (?, ?, ?)"_s);
+    q.addBindValue(row->at(0));
+    q.addBindValue(service);
+    q.addBindValue(now());
+    return exec(q);
+}
+
+QStringList WorkspaceStore::googleConnections(const QString &personId) const
+{
+    QSqlQuery q = prepare(u"SELECT service FROM google_connections WHERE person_id = ? ORDER BY service"_s);
+    q.addBindValue(personId);
+    QStringList out;
+    if (exec(q)) {
+        while (q.next())
+            out.append(q.value(0).toString());
+    }
+    return out;
+}
