@@ -1,0 +1,179 @@
+#include "shell/TarnNavigation.h"
+
+#include "shell/TarnShell.h"
+
+#include <QSettings>
+#include <QUuid>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template<typename T, typename Signal>
+void assign(TarnNavigation *owner, T &field, const T &value, Signal changed)
+{
+    if (field == value)
+        return;
+    field = value;
+    Q_EMIT(owner->*changed)();
+}
+
+} // namespace
+
+TarnNavigation::TarnNavigation(QSettings *settings, QObject *parent)
+    : QObject(parent)
+    , m_settings(settings)
+{
+    Q_ASSERT(m_settings);
+    m_sidebarCollapsed = m_settings->value(sidebarCollapsedKey, false).toBool();
+}
+
+void TarnNavigation::setPendingChatDraft(const QString &text)
+{
+    assign(this, m_pendingChatDraft, text, &TarnNavigation::pendingChatDraftChanged);
+}
+
+void TarnNavigation::setPendingChatSearch(const QString &text)
+{
+    assign(this, m_pendingChatSearch, text, &TarnNavigation::pendingChatSearchChanged);
+}
+
+void TarnNavigation::setPendingAgentDraft(const QString &text)
+{
+    assign(this, m_pendingAgentDraft, text, &TarnNavigation::pendingAgentDraftChanged);
+}
+
+void TarnNavigation::setPiloShowHistory(bool show)
+{
+    assign(this, m_piloShowHistory, show, &TarnNavigation::piloShowHistoryChanged);
+}
+
+void TarnNavigation::setChatCreate(const std::optional<TarnChatCreateRequest> &request)
+{
+    assign(this, m_chatCreate, request, &TarnNavigation::chatCreateChanged);
+}
+
+void TarnNavigation::setSearchOpen(bool open)
+{
+    assign(this, m_searchOpen, open, &TarnNavigation::searchOpenChanged);
+}
+
+void TarnNavigation::setAppearanceOpen(bool open)
+{
+    assign(this, m_appearanceOpen, open, &TarnNavigation::appearanceOpenChanged);
+}
+
+void TarnNavigation::setBackground(const QString &background)
+{
+    assign(this, m_background, background, &TarnNavigation::backgroundChanged);
+}
+
+void TarnNavigation::setOpenRecord(const std::optional<TarnOpenRecord> &record)
+{
+    assign(this, m_openRecord, record, &TarnNavigation::openRecordChanged);
+}
+
+void TarnNavigation::setSidebarCollapsed(bool collapsed)
+{
+    if (m_sidebarCollapsed == collapsed)
+        return;
+    m_sidebarCollapsed = collapsed;
+    m_settings->setValue(sidebarCollapsedKey, collapsed);
+    Q_EMIT sidebarCollapsedChanged();
+}
+
+void TarnNavigation::setPiloPanelOpen(bool open)
+{
+    assign(this, m_piloPanelOpen, open, &TarnNavigation::piloPanelOpenChanged);
+}
+
+void TarnNavigation::setAccess(const std::optional<TarnAccess> &access)
+{
+    assign(this, m_access, access, &TarnNavigation::accessChanged);
+}
+
+bool TarnNavigation::open(const TarnDestination &destination)
+{
+    if (!canOpen(destination))
+        return false;
+    setDestination(destination);
+    ++m_openCount;
+    Q_EMIT openCountChanged();
+    return true;
+}
+
+bool TarnNavigation::openScreen(const QString &screen, const QString &section)
+{
+    const std::optional<TarnScreen> known = TarnScreens::fromRawValue(screen);
+    if (!known)
+        return false;
+    return open({.screen = *known, .section = section.isEmpty() ? std::nullopt : std::optional(section)});
+}
+
+bool TarnNavigation::canOpen(const TarnDestination &destination) const
+{
+    return m_access && TarnShell::canOpen(destination, *m_access);
+}
+
+void TarnNavigation::reloadChat()
+{
+    ++m_chatGeneration;
+    Q_EMIT chatGenerationChanged();
+}
+
+bool TarnNavigation::requestChatCreate(const QString &mode)
+{
+    if (!open({.screen = TarnScreen::chat, .section = std::nullopt}))
+        return false;
+    setChatCreate(TarnChatCreateRequest {.mode = mode, .id = QUuid::createUuid().toString(QUuid::WithoutBraces)});
+    return true;
+}
+
+void TarnNavigation::signedOut()
+{
+    setAccess(std::nullopt);
+    setDestination({});
+    setPendingChatDraft({});
+    setPendingChatSearch({});
+    setPendingAgentDraft({});
+    setPiloShowHistory(false);
+    if (m_chatGeneration != 0) {
+        m_chatGeneration = 0;
+        Q_EMIT chatGenerationChanged();
+    }
+    setChatCreate(std::nullopt);
+    setSearchOpen(false);
+    setAppearanceOpen(false);
+    setBackground({});
+    setOpenRecord(std::nullopt);
+    setPiloPanelOpen(false);
+    if (m_openCount != 0) {
+        m_openCount = 0;
+        Q_EMIT openCountChanged();
+    }
+}
+
+QVariant TarnNavigation::chatCreateVariant() const
+{
+    return m_chatCreate ? QVariant::fromValue(*m_chatCreate) : QVariant();
+}
+
+QVariant TarnNavigation::openRecordVariant() const
+{
+    return m_openRecord ? QVariant::fromValue(*m_openRecord) : QVariant();
+}
+
+TarnAccess TarnNavigation::accessOrNone() const
+{
+    // QML reads a record that opens nothing gated while signed out.
+    if (m_access)
+        return *m_access;
+    TarnAccess none;
+    none.apps = QStringList();
+    return none;
+}
+
+void TarnNavigation::setDestination(const TarnDestination &destination)
+{
+    assign(this, m_destination, destination, &TarnNavigation::destinationChanged);
+}
