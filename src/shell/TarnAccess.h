@@ -9,8 +9,7 @@
 struct TarnSession;
 
 // What the signed-in person may open, taken from their session.
-struct TarnAccess
-{
+struct TarnAccess {
     Q_GADGET
     Q_PROPERTY(QStringList apps READ appList)
     Q_PROPERTY(bool everyApp READ everyApp)
@@ -22,7 +21,7 @@ struct TarnAccess
 
 public:
     // The demo company's owner; deployments pass their own to fromSession.
-    static constexpr QLatin1StringView defaultOwnerAddress {"maren@halvard.example"};
+    static constexpr QLatin1StringView defaultOwnerAddress { "maren@halvard.example" };
 
     // Absent means every app; an empty list means none.
     std::optional<QStringList> apps;
@@ -33,8 +32,8 @@ public:
     // The one address whose admin may review the assistant's blocked work.
     QString ownerAddress = defaultOwnerAddress;
 
-    [[nodiscard]] static TarnAccess fromSession(const TarnSession &session,
-                                                const QString &ownerAddress = defaultOwnerAddress);
+    [[nodiscard]] static TarnAccess fromSession(
+        const TarnSession &session, const QString &ownerAddress = defaultOwnerAddress);
 
     [[nodiscard]] Q_INVOKABLE bool has(const QString &app) const;
     [[nodiscard]] bool reviewsBlockedWork() const;

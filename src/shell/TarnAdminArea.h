@@ -9,8 +9,7 @@
 
 // An administration entry: a section of the company screen, or a page of
 // the settings window when `settings` is set.
-struct TarnAdminArea
-{
+struct TarnAdminArea {
     Q_GADGET
     Q_PROPERTY(QString key MEMBER key)
     Q_PROPERTY(QString label MEMBER label)

@@ -11,8 +11,7 @@
 
 // A work-board tile: a place to go, or only suggestions for the assistant
 // when `open` is absent.
-struct TarnBoardGroup
-{
+struct TarnBoardGroup {
     Q_GADGET
     Q_PROPERTY(QString key MEMBER key)
     Q_PROPERTY(QString label MEMBER label)

@@ -48,8 +48,8 @@ QString TarnDestination::defaultSection(TarnScreen screen)
 const QHash<QString, QString> &TarnDestination::documentsAliases()
 {
     static const QHash<QString, QString> aliases {
-        {u"Templates"_s, u"Worksheets"_s},
-        {u"All documents"_s, u"Agreements"_s},
+        { u"Templates"_s, u"Worksheets"_s },
+        { u"All documents"_s, u"Agreements"_s },
     };
     return aliases;
 }

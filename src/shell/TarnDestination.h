@@ -10,8 +10,7 @@
 
 // Where the window is: a screen and, optionally, the sub-page inside it,
 // named by its label.
-struct TarnDestination
-{
+struct TarnDestination {
     Q_GADGET
     Q_PROPERTY(QString screenName READ screenName)
     Q_PROPERTY(QString section READ sectionText)

@@ -6,8 +6,7 @@
 #include <QString>
 
 // An entry under a sidebar item: one section of the item's screen.
-struct TarnNavChild
-{
+struct TarnNavChild {
     Q_GADGET
     Q_PROPERTY(QString key MEMBER key)
     Q_PROPERTY(QString label MEMBER label)

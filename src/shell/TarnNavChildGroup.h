@@ -7,8 +7,7 @@
 #include <QString>
 
 // A labelled run of entries under one sidebar item.
-struct TarnNavChildGroup
-{
+struct TarnNavChildGroup {
     Q_GADGET
     Q_PROPERTY(QString label MEMBER label)
     Q_PROPERTY(QList<TarnNavChild> items MEMBER items)

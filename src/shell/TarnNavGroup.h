@@ -7,8 +7,7 @@
 #include <QString>
 
 // A labelled group of sidebar items.
-struct TarnNavGroup
-{
+struct TarnNavGroup {
     Q_GADGET
     Q_PROPERTY(QString label MEMBER label)
     Q_PROPERTY(QList<TarnNavItem> items MEMBER items)

@@ -11,8 +11,7 @@
 
 // A sidebar item. It counts as active on any of its `screens`; the children
 // tell apart the sections of those screens.
-struct TarnNavItem
-{
+struct TarnNavItem {
     Q_GADGET
     Q_PROPERTY(QString key MEMBER key)
     Q_PROPERTY(QString label MEMBER label)

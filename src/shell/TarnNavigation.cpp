@@ -1,7 +1,5 @@
 #include "shell/TarnNavigation.h"
 
-#include "shell/TarnShell.h"
-
 #include <QSettings>
 #include <QUuid>
 
@@ -9,8 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-template<typename T, typename Signal>
-void assign(TarnNavigation *owner, T &field, const T &value, Signal changed)
+template <typename T, typename Signal> void assign(TarnNavigation *owner, T &field, const T &value, Signal changed)
 {
     if (field == value)
         return;
@@ -89,7 +86,72 @@ void TarnNavigation::setPiloPanelOpen(bool open)
 
 void TarnNavigation::setAccess(const std::optional<TarnAccess> &access)
 {
-    assign(this, m_access, access, &TarnNavigation::accessChanged);
+    if (m_access == access)
+        return;
+    m_access = access;
+    Q_EMIT accessChanged();
+    Q_EMIT placeChanged();
+}
+
+QList<TarnNavGroup> TarnNavigation::navGroups() const
+{
+    return m_access ? TarnShell::navGroups(*m_access) : QList<TarnNavGroup>();
+}
+
+QList<TarnBoardGroup> TarnNavigation::workBoard() const
+{
+    return m_access ? TarnShell::workBoard(*m_access) : QList<TarnBoardGroup>();
+}
+
+QList<TarnAdminArea> TarnNavigation::adminAreas() const
+{
+    return m_access ? TarnShell::adminAreas(*m_access) : QList<TarnAdminArea>();
+}
+
+QList<TarnShell::Place> TarnNavigation::places() const
+{
+    return m_access ? TarnShell::places(navGroups(), *m_access) : QList<TarnShell::Place>();
+}
+
+QStringList TarnNavigation::trail() const
+{
+    return TarnShell::trail(navGroups(), m_destination);
+}
+
+std::optional<TarnShell::Active> TarnNavigation::active() const
+{
+    return TarnShell::active(navGroups(), m_destination);
+}
+
+QString TarnNavigation::piloPage() const
+{
+    return TarnShell::piloPage(m_destination).value_or(QString());
+}
+
+QList<TarnShell::Place> TarnNavigation::matchingPlaces(const QString &query) const
+{
+    return TarnShell::matchingPlaces(places(), query);
+}
+
+QList<TarnBoardGroup> TarnNavigation::sectionBoard(const QString &key) const
+{
+    return m_access ? TarnShell::sectionBoard(key, *m_access) : QList<TarnBoardGroup>();
+}
+
+QString TarnNavigation::pageSubtitle(const QString &key) const
+{
+    return TarnShell::pageSubtitles().value(key);
+}
+
+QString TarnNavigation::subtitle(const TarnNavChild &child) const
+{
+    return TarnShell::subtitle(child, accessOrNone());
+}
+
+bool TarnNavigation::openHome()
+{
+    const std::optional<TarnDestination> home = m_access ? TarnShell::home(*m_access) : std::nullopt;
+    return home && open(*home);
 }
 
 bool TarnNavigation::open(const TarnDestination &destination)
@@ -107,7 +169,7 @@ bool TarnNavigation::openScreen(const QString &screen, const QString &section)
     const std::optional<TarnScreen> known = TarnScreens::fromRawValue(screen);
     if (!known)
         return false;
-    return open({.screen = *known, .section = section.isEmpty() ? std::nullopt : std::optional(section)});
+    return open({ .screen = *known, .section = section.isEmpty() ? std::nullopt : std::optional(section) });
 }
 
 bool TarnNavigation::canOpen(const TarnDestination &destination) const
@@ -123,9 +185,9 @@ void TarnNavigation::reloadChat()
 
 bool TarnNavigation::requestChatCreate(const QString &mode)
 {
-    if (!open({.screen = TarnScreen::chat, .section = std::nullopt}))
+    if (!open({ .screen = TarnScreen::chat, .section = std::nullopt }))
         return false;
-    setChatCreate(TarnChatCreateRequest {.mode = mode, .id = QUuid::createUuid().toString(QUuid::WithoutBraces)});
+    setChatCreate(TarnChatCreateRequest { .mode = mode, .id = QUuid::createUuid().toString(QUuid::WithoutBraces) });
     return true;
 }
 
@@ -175,5 +237,15 @@ TarnAccess TarnNavigation::accessOrNone() const
 
 void TarnNavigation::setDestination(const TarnDestination &destination)
 {
-    assign(this, m_destination, destination, &TarnNavigation::destinationChanged);
+    if (m_destination == destination)
+        return;
+    m_destination = destination;
+    Q_EMIT destinationChanged();
+    Q_EMIT placeChanged();
+}
+
+QVariant TarnNavigation::activeVariant() const
+{
+    const std::optional<TarnShell::Active> lit = active();
+    return lit ? QVariant::fromValue(*lit) : QVariant();
 }

@@ -4,6 +4,7 @@
 #include "shell/TarnChatCreateRequest.h"
 #include "shell/TarnDestination.h"
 #include "shell/TarnOpenRecord.h"
+#include "shell/TarnShell.h"
 
 #include <QObject>
 #include <QString>
@@ -17,8 +18,7 @@ class QSettings;
 // view and every screen. Places change only through open(), which refuses
 // whatever the current access does not allow; with no access (signed out)
 // nothing opens.
-class TarnNavigation : public QObject
-{
+class TarnNavigation : public QObject {
     Q_OBJECT
     Q_PROPERTY(TarnDestination destination READ destination NOTIFY destinationChanged)
     Q_PROPERTY(QString pendingChatDraft READ pendingChatDraft WRITE setPendingChatDraft NOTIFY pendingChatDraftChanged)
@@ -38,9 +38,17 @@ class TarnNavigation : public QObject
     Q_PROPERTY(int openCount READ openCount NOTIFY openCountChanged)
     Q_PROPERTY(TarnAccess access READ accessOrNone NOTIFY accessChanged)
     Q_PROPERTY(bool hasAccess READ hasAccess NOTIFY accessChanged)
+    // What the window draws from the tables for the current person and place.
+    Q_PROPERTY(QList<TarnNavGroup> navGroups READ navGroups NOTIFY accessChanged)
+    Q_PROPERTY(QList<TarnBoardGroup> workBoard READ workBoard NOTIFY accessChanged)
+    Q_PROPERTY(QList<TarnAdminArea> adminAreas READ adminAreas NOTIFY accessChanged)
+    Q_PROPERTY(QList<TarnShell::Place> places READ places NOTIFY accessChanged)
+    Q_PROPERTY(QStringList trail READ trail NOTIFY placeChanged)
+    Q_PROPERTY(QVariant active READ activeVariant NOTIFY placeChanged)
+    Q_PROPERTY(QString piloPage READ piloPage NOTIFY placeChanged)
 
 public:
-    static constexpr QLatin1StringView sidebarCollapsedKey {"tarn.sidebarCollapsed"};
+    static constexpr QLatin1StringView sidebarCollapsedKey { "tarn.sidebarCollapsed" };
 
     // `settings` holds the sidebar preference and must outlive this object.
     explicit TarnNavigation(QSettings *settings, QObject *parent = nullptr);
@@ -76,6 +84,28 @@ public:
     // The person signed in, or their session changed; none refuses everything.
     void setAccess(const std::optional<TarnAccess> &access);
 
+    // Empty while signed out.
+    [[nodiscard]] QList<TarnNavGroup> navGroups() const;
+    [[nodiscard]] QList<TarnBoardGroup> workBoard() const;
+    [[nodiscard]] QList<TarnAdminArea> adminAreas() const;
+    [[nodiscard]] QList<TarnShell::Place> places() const;
+    [[nodiscard]] QStringList trail() const;
+    [[nodiscard]] std::optional<TarnShell::Active> active() const;
+    // The page the assistant is told about; empty for chat.
+    [[nodiscard]] QString piloPage() const;
+
+    [[nodiscard]] Q_INVOKABLE QList<TarnShell::Place> matchingPlaces(const QString &query) const;
+    [[nodiscard]] Q_INVOKABLE QList<TarnBoardGroup> sectionBoard(const QString &key) const;
+    [[nodiscard]] Q_INVOKABLE QString pageSubtitle(const QString &key) const;
+    [[nodiscard]] Q_INVOKABLE QString subtitle(const TarnNavChild &child) const;
+    [[nodiscard]] Q_INVOKABLE QString pageLabel(const QString &label) const { return TarnShell::pageLabel(label); }
+    [[nodiscard]] Q_INVOKABLE QString agentStatusLabel(const QString &status) const
+    {
+        return TarnShell::agentStatusLabel(status);
+    }
+
+    // Opens the person's home; false for an account without "Home".
+    Q_INVOKABLE bool openHome();
     // Moves to `destination` and counts the move, even to where the window
     // already is (screens watch the count to react to a repeated open).
     // Returns false, changing nothing, when the access does not allow it.
@@ -109,11 +139,14 @@ Q_SIGNALS:
     void piloPanelOpenChanged();
     void openCountChanged();
     void accessChanged();
+    // The destination or the access changed: the trail and the lit entry follow.
+    void placeChanged();
 
 private:
     [[nodiscard]] QVariant chatCreateVariant() const;
     [[nodiscard]] QVariant openRecordVariant() const;
     [[nodiscard]] TarnAccess accessOrNone() const;
+    [[nodiscard]] QVariant activeVariant() const;
     void setDestination(const TarnDestination &destination);
 
     QSettings *m_settings;

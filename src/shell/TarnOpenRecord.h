@@ -8,8 +8,7 @@
 
 // A record one screen asked another to open, with the list it was picked
 // from so that the opened view can step to the next or previous one.
-struct TarnOpenRecord
-{
+struct TarnOpenRecord {
     Q_GADGET
     Q_PROPERTY(QString id MEMBER id)
     Q_PROPERTY(QString name MEMBER name)

@@ -33,10 +33,24 @@ enum class TarnScreen {
 namespace TarnScreens {
 
 inline constexpr std::array all {
-    TarnScreen::chat,    TarnScreen::agent,      TarnScreen::sales,    TarnScreen::support,  TarnScreen::workPlan,
-    TarnScreen::documents, TarnScreen::payments, TarnScreen::kiln,     TarnScreen::owner,    TarnScreen::company,
-    TarnScreen::websites, TarnScreen::portals,   TarnScreen::calls,    TarnScreen::marketScan, TarnScreen::overview,
-    TarnScreen::schedule, TarnScreen::mail,      TarnScreen::people,
+    TarnScreen::chat,
+    TarnScreen::agent,
+    TarnScreen::sales,
+    TarnScreen::support,
+    TarnScreen::workPlan,
+    TarnScreen::documents,
+    TarnScreen::payments,
+    TarnScreen::kiln,
+    TarnScreen::owner,
+    TarnScreen::company,
+    TarnScreen::websites,
+    TarnScreen::portals,
+    TarnScreen::calls,
+    TarnScreen::marketScan,
+    TarnScreen::overview,
+    TarnScreen::schedule,
+    TarnScreen::mail,
+    TarnScreen::people,
 };
 
 // Lower-case: "chat", "workplan", "marketscan".

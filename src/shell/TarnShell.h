@@ -41,8 +41,7 @@ namespace TarnShell {
 
 // One entry of the command search: an item or section of the sidebar, or a
 // settings page.
-struct Place
-{
+struct Place {
     Q_GADGET
     Q_PROPERTY(QString key MEMBER key)
     Q_PROPERTY(QString label MEMBER label)
@@ -62,8 +61,7 @@ public:
 };
 
 // The sidebar entries that match a destination.
-struct Active
-{
+struct Active {
     Q_GADGET
     Q_PROPERTY(QString groupLabel MEMBER groupLabel)
     Q_PROPERTY(TarnNavItem item MEMBER item)
@@ -89,8 +87,7 @@ public:
 [[nodiscard]] QList<TarnNavItem> communications(const TarnAccess &access);
 [[nodiscard]] QList<TarnNavGroup> navGroups(const TarnAccess &access);
 // The child groups of the sidebar item `section` (an item key) on `screen`.
-[[nodiscard]] QList<TarnNavChildGroup> children(const QString &section, TarnScreen screen,
-                                                const TarnAccess &access);
+[[nodiscard]] QList<TarnNavChildGroup> children(const QString &section, TarnScreen screen, const TarnAccess &access);
 
 [[nodiscard]] std::optional<Active> active(const QList<TarnNavGroup> &groups, const TarnDestination &destination);
 [[nodiscard]] QStringList trail(const QList<TarnNavGroup> &groups, const TarnDestination &destination);

