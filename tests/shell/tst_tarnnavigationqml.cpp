@@ -91,6 +91,8 @@ void TestTarnNavigationQml::sidebarFollowsTheAccess()
             keys.append(item.key);
     }
     QCOMPARE(m_view->property("itemKeys").toStringList(), keys);
+    // Still on the signed-out destination (chat), whose entry lights up once access arrives.
+    QCOMPARE(m_view->property("litItem").toString(), access.has(u"Home"_s) ? u"home"_s : QString());
     QCOMPARE(m_view->property("tileKeys").toStringList().size(), TarnShell::workBoard(access).size());
     QCOMPARE(m_navigation->openHome(), access.has(u"Home"_s));
 }
