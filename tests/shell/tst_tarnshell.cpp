@@ -50,30 +50,25 @@ QList<TarnDestination> everyDestination()
     return all;
 }
 
+template <typename T> QStringList fieldOf(const QList<T> &records, QString T::*field)
+{
+    QStringList out;
+    for (const T &record : records)
+        out.append(record.*field);
+    return out;
+}
+
 QStringList itemKeys(const QList<TarnNavGroup> &groups)
 {
     QStringList keys;
-    for (const TarnNavGroup &group : groups) {
-        for (const TarnNavItem &item : group.items)
-            keys.append(item.key);
-    }
-    return keys;
-}
-
-QStringList tileKeys(const QList<TarnBoardGroup> &tiles)
-{
-    QStringList keys;
-    for (const TarnBoardGroup &tile : tiles)
-        keys.append(tile.key);
+    for (const TarnNavGroup &group : groups)
+        keys += fieldOf(group.items, &TarnNavItem::key);
     return keys;
 }
 
 QStringList labels(const QList<TarnShell::Place> &places)
 {
-    QStringList out;
-    for (const TarnShell::Place &place : places)
-        out.append(place.label);
-    return out;
+    return fieldOf(places, &TarnShell::Place::label);
 }
 
 TarnShell::Place place(const QString &label)
@@ -294,7 +289,7 @@ void TestTarnShell::demoPeople()
     QFETCH(PersonRow, row);
     const TarnAccess access = DemoPeople::person(row.id);
     QCOMPARE(itemKeys(TarnShell::navGroups(access)), row.items.split(u' '));
-    QCOMPARE(tileKeys(TarnShell::workBoard(access)), row.tiles.split(u' ', Qt::SkipEmptyParts));
+    QCOMPARE(fieldOf(TarnShell::workBoard(access), &TarnBoardGroup::key), row.tiles.split(u' ', Qt::SkipEmptyParts));
 
     // Sign-in lets in exactly those with "Home", and home is a place they may open.
     const std::optional<TarnDestination> home = TarnShell::home(access);
