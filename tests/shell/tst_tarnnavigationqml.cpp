@@ -30,6 +30,13 @@ QtObject {
     readonly property string litItem: navigation.active ? navigation.active.item.key : ""
     readonly property string screenName: navigation.destination.screenName
     function search(query) { return navigation.matchingPlaces(query).map(place => place.label) }
+    function firstSubtitle(key) {
+        for (const group of navigation.navGroups)
+            for (const item of group.items)
+                if (item.key === key)
+                    return navigation.subtitle(item.childGroups[0].items[0])
+        return ""
+    }
 }
 )";
 
@@ -113,6 +120,12 @@ void TestTarnNavigationQml::bindingsFollowOpenAndSignOut()
     QCOMPARE(labels.constFirst(), u"Inbox"_s);
     QVERIFY(labels.contains(u"Invoices"_s));
     QVERIFY(!labels.contains(u"Payroll"_s));
+
+    // A child handed back from QML reaches the C++ side intact.
+    QVariant subtitle;
+    QVERIFY(QMetaObject::invokeMethod(
+        m_view.get(), "firstSubtitle", Q_RETURN_ARG(QVariant, subtitle), Q_ARG(QVariant, u"company"_s)));
+    QCOMPARE(subtitle.toString(), u"tomas@halvard.example"_s);
 
     m_navigation->signedOut();
     QVERIFY(m_view->property("itemKeys").toStringList().isEmpty());
