@@ -89,13 +89,9 @@ void TarnNavigation::setAccess(const std::optional<TarnAccess> &access)
     if (m_access == access)
         return;
     m_access = access;
+    m_navGroups = m_access ? TarnShell::navGroups(*m_access) : QList<TarnNavGroup>();
     Q_EMIT accessChanged();
     Q_EMIT placeChanged();
-}
-
-QList<TarnNavGroup> TarnNavigation::navGroups() const
-{
-    return m_access ? TarnShell::navGroups(*m_access) : QList<TarnNavGroup>();
 }
 
 QList<TarnBoardGroup> TarnNavigation::workBoard() const
@@ -110,17 +106,17 @@ QList<TarnAdminArea> TarnNavigation::adminAreas() const
 
 QList<TarnShell::Place> TarnNavigation::places() const
 {
-    return m_access ? TarnShell::places(navGroups(), *m_access) : QList<TarnShell::Place>();
+    return m_access ? TarnShell::places(m_navGroups, *m_access) : QList<TarnShell::Place>();
 }
 
 QStringList TarnNavigation::trail() const
 {
-    return TarnShell::trail(navGroups(), m_destination);
+    return TarnShell::trail(m_navGroups, m_destination);
 }
 
 std::optional<TarnShell::Active> TarnNavigation::active() const
 {
-    return TarnShell::active(navGroups(), m_destination);
+    return TarnShell::active(m_navGroups, m_destination);
 }
 
 QString TarnNavigation::piloPage() const

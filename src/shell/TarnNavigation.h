@@ -85,7 +85,7 @@ public:
     void setAccess(const std::optional<TarnAccess> &access);
 
     // Empty while signed out.
-    [[nodiscard]] QList<TarnNavGroup> navGroups() const;
+    [[nodiscard]] QList<TarnNavGroup> navGroups() const { return m_navGroups; }
     [[nodiscard]] QList<TarnBoardGroup> workBoard() const;
     [[nodiscard]] QList<TarnAdminArea> adminAreas() const;
     [[nodiscard]] QList<TarnShell::Place> places() const;
@@ -165,4 +165,7 @@ private:
     bool m_piloPanelOpen = false;
     int m_openCount = 0;
     std::optional<TarnAccess> m_access;
+    // Built once per access: the trail, the lit entry and every search
+    // keystroke read it.
+    QList<TarnNavGroup> m_navGroups;
 };
