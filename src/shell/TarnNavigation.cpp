@@ -181,10 +181,12 @@ void TarnNavigation::reloadChat()
 
 bool TarnNavigation::requestChatCreate(const QString &mode)
 {
-    if (!open({ .screen = TarnScreen::chat, .section = std::nullopt }))
+    const TarnDestination chat { .screen = TarnScreen::chat, .section = std::nullopt };
+    if (!canOpen(chat))
         return false;
+    // Set before moving, so that a chat screen created by the move finds it.
     setChatCreate(TarnChatCreateRequest { .mode = mode, .id = QUuid::createUuid().toString(QUuid::WithoutBraces) });
-    return true;
+    return open(chat);
 }
 
 void TarnNavigation::signedOut()
