@@ -28,6 +28,11 @@ struct NativeAuth::Wait
 
 namespace {
 
+struct DeleteLater
+{
+    void operator()(QObject *object) const { object->deleteLater(); }
+};
+
 QString queryValue(const QUrl &url, const QString &name)
 {
     return QUrlQuery(url).queryItemValue(name, QUrl::FullyDecoded);
@@ -117,18 +122,20 @@ QCoro::Task<QString> NativeAuth::signIn()
     query.addQueryItem(u"challenge"_s, key->challenge);
     start.setQuery(query);
 
-    const QUrl callback = co_await browse(start, u"Could not open Google sign-in."_s,
-                                          u"Google sign-in did not finish. Try again."_s);
+    QString notStarted = u"Could not open Google sign-in."_s;
+    QString notFinished = u"Google sign-in did not finish. Try again."_s;
+    const QUrl callback = co_await browse(std::move(start), std::move(notStarted), std::move(notFinished));
 
     if (callback.scheme() != QLatin1StringView(callbackScheme) || callback.host() != "auth"_L1)
         throw NativeAuthError::failed(u"Sign-in returned an unexpected address."_s);
     if (const QString error = queryValue(callback, u"error"_s); !error.isEmpty())
         throw NativeAuthError::failed(error);
-    const QString code = queryValue(callback, u"code"_s);
+    QString code = queryValue(callback, u"code"_s);
     if (code.isEmpty())
         throw NativeAuthError::failed(u"Sign-in expired. Start again."_s);
 
-    co_return co_await exchange(code, key->verifier);
+    QString verifier = key->verifier;
+    co_return co_await exchange(std::move(code), std::move(verifier));
 }
 
 QCoro::Task<QString> NativeAuth::exchange(QString code, QString verifier)
@@ -138,8 +145,10 @@ QCoro::Task<QString> NativeAuth::exchange(QString code, QString verifier)
         throw NativeAuthError::failed(u"Could not start sign-in."_s);
 
     // A transport of its own, gone when the exchange ends: no cookies kept,
-    // no redirect followed, nothing shared with the session's requests.
-    const auto transport = std::make_unique<QNetworkAccessManager>();
+    // no redirect followed, nothing shared with the session's requests. It is
+    // deleted from the event loop, because this coroutine resumes inside its
+    // reply's `finished` signal.
+    const std::unique_ptr<QNetworkAccessManager, DeleteLater> transport(new QNetworkAccessManager);
     transport->setCookieJar(nullptr);
     NoAuthRedirects::apply(*transport);
 
@@ -153,8 +162,8 @@ QCoro::Task<QString> NativeAuth::exchange(QString code, QString verifier)
     const QByteArray body = QJsonDocument(QJsonObject{{u"code"_s, code}, {u"verifier"_s, verifier}})
                                 .toJson(QJsonDocument::Compact);
 
-    const std::unique_ptr<QNetworkReply> reply(transport->post(request, body));
-    co_await reply.get();
+    QNetworkReply *reply = transport->post(request, body); // owned by the transport
+    co_await reply;
 
     const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
     if (!status.isValid() && reply->error() != QNetworkReply::NoError)
@@ -174,7 +183,8 @@ QCoro::Task<QString> NativeAuth::exchange(QString code, QString verifier)
         throw NativeAuthError::failed(failure.error.value_or(u"Sign-in expired. Start again."_s));
     }
     const AuthExchange answer = decodeOrThrow<AuthExchange>(data);
-    co_await m_store.save(answer.cookie.value);
+    QString token = answer.cookie.value;
+    co_await m_store.save(std::move(token));
     co_return answer.user.name;
 }
 
@@ -183,8 +193,9 @@ QCoro::Task<> NativeAuth::connectGoogle(QUrl start, QString service)
     if (!m_config.isServiceURL(start) || start.path() != "/api/native/google/start"_L1)
         throw NativeAuthError::failed(u"Invalid Google connection request."_s);
 
-    const QUrl callback = co_await browse(start, u"Could not open Google connection."_s,
-                                          u"Google connection did not finish. Try again."_s);
+    QString notStarted = u"Could not open Google connection."_s;
+    QString notFinished = u"Google connection did not finish. Try again."_s;
+    const QUrl callback = co_await browse(start, std::move(notStarted), std::move(notFinished));
 
     if (callback.scheme() != QLatin1StringView(callbackScheme) || callback.host() != "google-connected"_L1)
         throw NativeAuthError::failed(u"Google returned an unexpected address."_s);

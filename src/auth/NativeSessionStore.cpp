@@ -19,10 +19,20 @@ namespace {
 const auto embeddedService = "co.halvard.pilo-tarn.kiln"_L1;
 const auto embeddedAccount = "kiln_session:"_L1;
 
-template<typename Job>
-std::unique_ptr<Job> makeJob(const QString &service, const QString &key)
+// The awaiting coroutine resumes inside the job's own `finished` signal, so
+// the job must outlive that emission: it is deleted from the event loop.
+struct DeleteLater
 {
-    auto job = std::make_unique<Job>(service);
+    void operator()(QObject *object) const { object->deleteLater(); }
+};
+
+template<typename Job>
+using JobPointer = std::unique_ptr<Job, DeleteLater>;
+
+template<typename Job>
+JobPointer<Job> makeJob(const QString &service, const QString &key)
+{
+    JobPointer<Job> job(new Job(service));
     job->setAutoDelete(false);
     job->setInsecureFallback(false);
     job->setKey(key);
@@ -68,12 +78,16 @@ QCoro::Task<> NativeSessionStore::save(QString token)
 
 QCoro::Task<> NativeSessionStore::clear()
 {
-    co_await remove(m_service, QString::fromLatin1(account));
+    QString service = m_service;
+    QString key = QString::fromLatin1(account);
+    co_await remove(std::move(service), std::move(key));
 }
 
 QCoro::Task<> NativeSessionStore::clearEmbeddedSignIn()
 {
-    co_await remove(embeddedService, embeddedAccount);
+    QString service = embeddedService;
+    QString key = embeddedAccount;
+    co_await remove(std::move(service), std::move(key));
 }
 
 QCoro::Task<> NativeSessionStore::remove(QString service, QString key)

@@ -5,6 +5,7 @@
 #include "service/TarnSessionStore.h"
 
 #include <QCoroNetworkReply>
+#include <QCoroSignal>
 #include <QJsonDocument>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -77,7 +78,8 @@ QCoro::Task<TarnAPI::Answer> TarnAPI::send(QNetworkRequest request, QByteArray m
 {
     for (int hop = 0;; ++hop) {
         std::unique_ptr<QNetworkReply, DeleteLater> reply(m_transport->sendCustomRequest(request, method, body));
-        co_await reply.get();
+        if (!reply->isFinished())
+            co_await qCoro(reply.get(), &QNetworkReply::finished);
 
         const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
         if (!status.isValid()) {
@@ -117,7 +119,8 @@ QCoro::Task<TarnAPI::Answer> TarnAPI::sendChecked(QUrl url, QString token, QByte
         request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
 
     const QPointer<TarnAPI> self(this);
-    Answer answer = co_await send(request, method, json.value_or(QByteArray()));
+    QByteArray body = json.value_or(QByteArray());
+    Answer answer = co_await send(std::move(request), std::move(method), std::move(body));
     if (!self)
         throw TarnAPIError::signedOut();
 
@@ -149,7 +152,7 @@ QCoro::Task<QByteArray> TarnAPI::requestData(QString path, QByteArray method, st
     }
     const QByteArray csrf = m_session ? m_session->csrf.toUtf8() : QByteArray();
 
-    const QUrl url = m_config.resolve(path);
+    QUrl url = m_config.resolve(path);
     if (!m_config.isServiceURL(url))
         throw TarnAPIError::invalidResponse();
 
@@ -161,7 +164,10 @@ QCoro::Task<QByteArray> TarnAPI::requestData(QString path, QByteArray method, st
     if (body)
         json = QJsonDocument(*body).toJson(QJsonDocument::Compact);
 
-    const Answer answer = co_await sendChecked(url, *token, method, needsCSRF ? csrf : QByteArray(), json);
+    QString sentToken = *token;
+    QByteArray sentCSRF = needsCSRF ? csrf : QByteArray();
+    const Answer answer = co_await sendChecked(std::move(url), std::move(sentToken), std::move(method),
+                                               std::move(sentCSRF), std::move(json));
 
     if (answer.status < 200 || answer.status > 299) {
         try {
@@ -187,11 +193,14 @@ QCoro::Task<QByteArray> TarnAPI::downloadFile(QString path, qint64 maxBytes)
         setSession(std::nullopt);
         throw TarnAPIError::signedOut();
     }
-    const QUrl url = m_config.resolve(path);
+    QUrl url = m_config.resolve(path);
     if (!m_config.isServiceURL(url))
         throw TarnAPIError::invalidResponse();
 
-    const Answer answer = co_await sendChecked(url, *token, "GET", {}, std::nullopt);
+    QString sentToken = *token;
+    QByteArray method = "GET";
+    const Answer answer = co_await sendChecked(std::move(url), std::move(sentToken), std::move(method), QByteArray(),
+                                               std::nullopt);
     if (answer.status < 200 || answer.status > 299) {
         std::optional<QString> message;
         try {
@@ -208,7 +217,8 @@ QCoro::Task<QByteArray> TarnAPI::downloadFile(QString path, qint64 maxBytes)
 QCoro::Task<TarnSession> TarnAPI::refreshSession()
 {
     const QPointer<TarnAPI> self(this);
-    TarnSession session = co_await request<TarnSession>(u"/api/session"_s);
+    QString path = u"/api/session"_s;
+    TarnSession session = co_await request<TarnSession>(std::move(path));
     if (!self)
         throw TarnAPIError::signedOut();
     if (session.text_size && m_preferences)
@@ -222,7 +232,9 @@ QCoro::Task<> TarnAPI::logout()
     const QPointer<TarnAPI> self(this);
     std::exception_ptr failure;
     try {
-        co_await request<TarnOK>(u"/api/logout"_s, "POST");
+        QString path = u"/api/logout"_s;
+        QByteArray method = "POST";
+        co_await request<TarnOK>(std::move(path), std::move(method));
     } catch (...) {
         failure = std::current_exception();
     }

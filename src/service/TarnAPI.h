@@ -43,6 +43,9 @@ public:
     [[nodiscard]] const Config &config() const { return m_config; }
     [[nodiscard]] TarnSessionStore &sessionStore() const { return m_store; }
 
+    // Coroutines here never pass a temporary into a co_awaited call: GCC 12
+    // may destroy such temporaries twice. Arguments are named locals, moved.
+    //
     // One service call: "GET", "POST", "PATCH" or "DELETE" on `path` (resolved
     // against the service's base URL), with an optional JSON body, decoded as T.
     // `errorFieldIsData` is for the few answers whose "error" field is data.

@@ -2,7 +2,9 @@
 
 QCoro::Task<std::optional<QString>> MemorySessionStore::token()
 {
-    co_return m_token;
+    // A copy: QCoro's co_return of a plain lvalue moves from it, which would
+    // empty the member.
+    co_return std::optional<QString>(m_token);
 }
 
 QCoro::Task<> MemorySessionStore::save(QString token)
