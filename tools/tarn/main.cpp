@@ -1,3 +1,5 @@
+#include "MailBlocksCommand.h"
+
 #include <QCoreApplication>
 #include <QStringList>
 #include <QTextStream>
@@ -20,6 +22,7 @@ QList<Command> commands()
 {
     return {
         // Each subcommand adds one line here: {u"name"_s, u"usage"_s, runName}.
+        {u"mail-blocks"_s, u"mail-blocks [--plain] [--full] FILE"_s, runMailBlocks},
     };
 }
 

@@ -1,0 +1,24 @@
+#include "mail/detail/MailTree.h"
+
+namespace TarnMailHTML::detail {
+
+MailTree::MailTree()
+{
+    m_root = create(Tag::Root, tagInfo(Tag::Root).name);
+}
+
+MailTree::~MailTree() = default;
+
+MailNode *MailTree::create(Tag tag, const QString &name)
+{
+    if (m_used == chunkSize) {
+        m_chunks.push_back(std::make_unique<MailNode[]>(chunkSize));
+        m_used = 0;
+    }
+    MailNode *node = &m_chunks.back()[m_used++];
+    node->tag = tag;
+    node->name = name;
+    return node;
+}
+
+} // namespace TarnMailHTML::detail

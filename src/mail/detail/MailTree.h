@@ -1,0 +1,32 @@
+#pragma once
+
+#include "mail/detail/MailNode.h"
+
+#include <memory>
+#include <vector>
+
+namespace TarnMailHTML::detail {
+
+// Owns every node of one parse, allocated in fixed-size chunks and released at
+// once: destroying a tree never recurses, however deep it is.
+class MailTree
+{
+public:
+    MailTree();
+    MailTree(const MailTree &) = delete;
+    MailTree &operator=(const MailTree &) = delete;
+    MailTree(MailTree &&) = default;
+    MailTree &operator=(MailTree &&) = default;
+    ~MailTree();
+
+    [[nodiscard]] MailNode *root() const { return m_root; }
+    [[nodiscard]] MailNode *create(Tag tag, const QString &name);
+
+private:
+    static constexpr size_t chunkSize = 256;
+    std::vector<std::unique_ptr<MailNode[]>> m_chunks;
+    size_t m_used = chunkSize;
+    MailNode *m_root = nullptr;
+};
+
+} // namespace TarnMailHTML::detail

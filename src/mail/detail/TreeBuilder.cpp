@@ -1,0 +1,477 @@
+#include "mail/detail/TreeBuilder.h"
+
+#include "mail/TarnMailHTML.h"
+
+#include <cstring>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace TarnMailHTML::detail {
+
+namespace {
+
+bool isSpace(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\f' || c == '\r';
+}
+
+bool isAsciiLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+char lower(char c)
+{
+    return (c >= 'A' && c <= 'Z') ? char(c + ('a' - 'A')) : c;
+}
+
+bool endsName(char c)
+{
+    return isSpace(c) || c == '/' || c == '>';
+}
+
+bool isAnyOf(Tag tag, std::initializer_list<Tag> tags)
+{
+    for (const Tag t : tags) {
+        if (t == tag)
+            return true;
+    }
+    return false;
+}
+
+bool isRaw(Tag tag)
+{
+    return tag == Tag::Pre || tag == Tag::Listing || tag == Tag::Plaintext;
+}
+
+bool isAsciiWhitespaceOnly(QByteArrayView bytes)
+{
+    for (const char c : bytes) {
+        if (!isSpace(c))
+            return false;
+    }
+    return true;
+}
+
+std::optional<Attribute> attributeFor(QByteArrayView lowerName)
+{
+    struct Row
+    {
+        const char *name;
+        Attribute attribute;
+    };
+    static constexpr Row rows[] = {
+        {"alt", Attribute::Alt},
+        {"class", Attribute::Class},
+        {"colspan", Attribute::Colspan},
+        {"height", Attribute::Height},
+        {"hidden", Attribute::Hidden},
+        {"href", Attribute::Href},
+        {"id", Attribute::Id},
+        {"role", Attribute::Role},
+        {"src", Attribute::Src},
+        {"start", Attribute::Start},
+        {"style", Attribute::Style},
+        {"title", Attribute::Title},
+        {"type", Attribute::Type},
+        {"width", Attribute::Width},
+    };
+    for (const Row &row : rows) {
+        if (lowerName == QByteArrayView(row.name))
+            return row.attribute;
+    }
+    return std::nullopt;
+}
+
+// Whitespace between tags is most of the text nodes of a laid-out mail; outside
+// preformatted text it only ever collapses to one space, so it shares one string.
+const QString &sharedSpace()
+{
+    static const QString space = u" "_s;
+    return space;
+}
+
+} // namespace
+
+TreeBuilder::TreeBuilder(QByteArrayView utf8)
+    : m_in(utf8)
+{
+    m_stack.reserve(maxDepth);
+}
+
+QString TreeBuilder::normalizedStyle(const QString &style)
+{
+    QString out;
+    out.reserve(style.size());
+    for (const QChar c : style) {
+        const char16_t u = c.unicode();
+        if (u == ' ' || u == '\t' || u == '\n' || u == '\f' || u == '\r')
+            continue;
+        out.append((u >= 'A' && u <= 'Z') ? QChar(char16_t(u + 32)) : c.toLower());
+    }
+    return out;
+}
+
+bool TreeBuilder::isHidden(const MailNode &node)
+{
+    if (node.attributes.isEmpty())
+        return false;
+    if (node.hasAttribute(Attribute::Hidden))
+        return true;
+    const QString style = node.attribute(Attribute::Style);
+    if (style.isEmpty())
+        return false;
+    if (style.contains("display:none"_L1) || style.contains("visibility:hidden"_L1) || style.contains("mso-hide:all"_L1))
+        return true;
+    // "max-height:0" contains "height:0".
+    if (style.contains("height:0"_L1) && style.contains("overflow:hidden"_L1))
+        return true;
+    return style.contains("opacity:0;"_L1) || style.endsWith("opacity:0"_L1);
+}
+
+TreeBuilder::Name TreeBuilder::readName(qsizetype from) const
+{
+    const qsizetype n = m_in.size();
+    qsizetype end = from;
+    while (end < n && !endsName(m_in[end]))
+        ++end;
+
+    Name result;
+    result.end = end;
+    QByteArray lowered(m_in.data() + from, end - from);
+    for (char &c : lowered)
+        c = lower(c);
+    result.isOP = lowered == "o:p";
+    const qsizetype colon = lowered.lastIndexOf(':');
+    const QByteArrayView local = colon < 0 ? QByteArrayView(lowered) : QByteArrayView(lowered).sliced(colon + 1);
+    result.tag = local.isEmpty() ? Tag::Other : tagFor(local);
+    result.name = result.tag == Tag::Other ? QString::fromUtf8(local) : tagInfo(result.tag).name;
+    return result;
+}
+
+qsizetype TreeBuilder::scanAttributes(qsizetype from, Attributes *out) const
+{
+    const qsizetype n = m_in.size();
+    const char *in = m_in.data();
+    qsizetype i = from;
+    while (i < n) {
+        const char c = in[i];
+        if (c == '>')
+            return i;
+        if (isSpace(c) || c == '/') {
+            ++i;
+            continue;
+        }
+        const qsizetype nameStart = i;
+        ++i; // a leading '=' or quote belongs to the name
+        while (i < n && !isSpace(in[i]) && in[i] != '/' && in[i] != '>' && in[i] != '=')
+            ++i;
+        const qsizetype nameEnd = i;
+        while (i < n && isSpace(in[i]))
+            ++i;
+        qsizetype valueStart = i;
+        qsizetype valueEnd = i;
+        if (i < n && in[i] == '=') {
+            ++i;
+            while (i < n && isSpace(in[i]))
+                ++i;
+            if (i < n && (in[i] == '"' || in[i] == '\'')) {
+                const char *close = static_cast<const char *>(std::memchr(in + i + 1, in[i], size_t(n - i - 1)));
+                valueStart = i + 1;
+                valueEnd = close ? close - in : n;
+                i = close ? valueEnd + 1 : n;
+            } else {
+                valueStart = i;
+                while (i < n && !isSpace(in[i]) && in[i] != '>')
+                    ++i;
+                valueEnd = i;
+            }
+        }
+        if (!out || nameEnd - nameStart > 8)
+            continue;
+        char lowered[8];
+        for (qsizetype k = nameStart; k < nameEnd; ++k)
+            lowered[k - nameStart] = lower(in[k]);
+        const std::optional<Attribute> attribute = attributeFor(QByteArrayView(lowered, nameEnd - nameStart));
+        if (!attribute)
+            continue;
+        bool seen = false;
+        for (const auto &kept : std::as_const(*out))
+            seen = seen || kept.first == *attribute;
+        if (seen) // the first of a repeated attribute wins, as in browsers
+            continue;
+        QString value = QString::fromUtf8(in + valueStart, valueEnd - valueStart);
+        value = TarnMailHTML::decodeEntities(value);
+        if (*attribute == Attribute::Style)
+            value = normalizedStyle(value);
+        out->append({*attribute, std::move(value)});
+    }
+    return n;
+}
+
+qsizetype TreeBuilder::quotedEnd(qsizetype from) const
+{
+    const qsizetype n = m_in.size();
+    char quote = 0;
+    for (qsizetype i = from; i < n; ++i) {
+        const char c = m_in[i];
+        if (quote) {
+            if (c == quote)
+                quote = 0;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == '>') {
+            return i;
+        }
+    }
+    return n;
+}
+
+qsizetype TreeBuilder::droppedContentEnd(qsizetype from, const QString &lowerName) const
+{
+    const QByteArray name = lowerName.toUtf8();
+    const qsizetype n = m_in.size();
+    const char *in = m_in.data();
+    qsizetype i = from;
+    while (i < n) {
+        const char *lt = static_cast<const char *>(std::memchr(in + i, '<', size_t(n - i)));
+        if (!lt)
+            return -1;
+        const qsizetype at = lt - in;
+        i = at + 1;
+        if (at + 2 + name.size() > n || in[at + 1] != '/')
+            continue;
+        bool same = true;
+        for (qsizetype k = 0; k < name.size() && same; ++k)
+            same = lower(in[at + 2 + k]) == name[k];
+        const qsizetype after = at + 2 + name.size();
+        if (!same || (after < n && !endsName(in[after])))
+            continue;
+        const char *gt = static_cast<const char *>(std::memchr(in + after, '>', size_t(n - after)));
+        return gt ? gt - in + 1 : n;
+    }
+    return -1;
+}
+
+MailTree TreeBuilder::build()
+{
+    m_stack.clear();
+    m_stack.push_back(m_tree.root());
+    const qsizetype n = m_in.size();
+    const char *in = m_in.data();
+    qsizetype pos = 0;
+    m_textMark = 0;
+
+    while (pos < n) {
+        const char *lt = static_cast<const char *>(std::memchr(in + pos, '<', size_t(n - pos)));
+        if (!lt)
+            break;
+        const qsizetype at = lt - in;
+        if (at + 1 >= n)
+            break;
+        const char next = in[at + 1];
+
+        if (next == '?') {
+            flushText(at);
+            const qsizetype end = quotedEnd(at + 2);
+            pos = m_textMark = end < n ? end + 1 : n;
+        } else if (next == '/') {
+            if (at + 2 < n && isAsciiLetter(in[at + 2])) {
+                flushText(at);
+                const Name name = readName(at + 2);
+                const qsizetype end = quotedEnd(name.end);
+                pos = m_textMark = end < n ? end + 1 : n;
+                close(name);
+            } else {
+                pos = at + 1;
+            }
+        } else if (next == '!') {
+            flushText(at);
+            if (at + 3 < n && in[at + 2] == '-' && in[at + 3] == '-') {
+                const QByteArrayView rest = m_in.sliced(qMin(at + 4, n));
+                const qsizetype close = rest.indexOf("-->");
+                pos = close < 0 ? n : (at + 4) + close + 3;
+            } else {
+                const qsizetype end = quotedEnd(at + 2);
+                pos = end < n ? end + 1 : n;
+            }
+            m_textMark = pos;
+        } else if (isAsciiLetter(next)) {
+            flushText(at);
+            const Name name = readName(at + 1);
+            const bool dropped = hasFlag(name.tag, TagFlag::Dropped);
+            Attributes attributes;
+            const qsizetype end = scanAttributes(name.end, (dropped || name.isOP) ? nullptr : &attributes);
+            const bool selfClosing = end < n && end > name.end && in[end - 1] == '/';
+            pos = m_textMark = end < n ? end + 1 : n;
+            if (dropped && !selfClosing) {
+                const qsizetype contentEnd = droppedContentEnd(pos, name.name);
+                if (contentEnd >= 0)
+                    pos = m_textMark = contentEnd;
+            } else if (!dropped && !name.isOP) {
+                open(name.tag, name.name, std::move(attributes), selfClosing);
+            }
+        } else {
+            pos = at + 1;
+        }
+    }
+    flushText(n);
+    return std::move(m_tree);
+}
+
+void TreeBuilder::flushText(qsizetype end)
+{
+    if (end <= m_textMark)
+        return;
+    const QByteArrayView bytes = m_in.sliced(m_textMark, end - m_textMark);
+    m_textMark = end;
+    MailNode *parent = top();
+    MailNode *last = parent->lastChild;
+    if (m_rawDepth == 0 && isAsciiWhitespaceOnly(bytes)) {
+        if (last && last->isText()) {
+            if (!last->text.endsWith(u' '))
+                last->text.append(u' ');
+        } else {
+            MailNode *node = m_tree.create(Tag::Text, tagInfo(Tag::Text).name);
+            node->text = sharedSpace();
+            parent->append(node);
+        }
+        return;
+    }
+    QString text = TarnMailHTML::decodeEntities(QString::fromUtf8(bytes));
+    if (last && last->isText()) {
+        last->text.append(text);
+    } else {
+        MailNode *node = m_tree.create(Tag::Text, tagInfo(Tag::Text).name);
+        node->text = std::move(text);
+        parent->append(node);
+    }
+}
+
+void TreeBuilder::push(MailNode *node)
+{
+    m_stack.push_back(node);
+    if (isRaw(node->tag))
+        ++m_rawDepth;
+}
+
+void TreeBuilder::popTo(qsizetype index)
+{
+    while (qsizetype(m_stack.size()) > index) {
+        if (isRaw(m_stack.back()->tag))
+            --m_rawDepth;
+        m_stack.pop_back();
+    }
+}
+
+template<typename Target, typename Barrier>
+bool TreeBuilder::closeImplicitly(Target target, Barrier barrier, bool lowest)
+{
+    qsizetype found = -1;
+    for (qsizetype i = qsizetype(m_stack.size()) - 1; i >= 1; --i) {
+        const Tag tag = m_stack[size_t(i)]->tag;
+        if (target(tag)) {
+            found = i;
+            if (!lowest)
+                break;
+        } else if (barrier(tag)) {
+            break;
+        }
+    }
+    if (found < 1)
+        return false;
+    popTo(found);
+    return true;
+}
+
+void TreeBuilder::open(Tag tag, const QString &name, Attributes attributes, bool selfClosing)
+{
+    const auto paragraphBarrier = [](Tag t) {
+        return isAnyOf(t, {Tag::Td, Tag::Th, Tag::Table, Tag::Li, Tag::Blockquote, Tag::Div});
+    };
+    if (hasFlag(tag, TagFlag::BlockLevel))
+        closeImplicitly([](Tag t) { return t == Tag::P; }, paragraphBarrier);
+
+    const auto isTable = [](Tag t) { return t == Tag::Table; };
+    switch (tag) {
+    case Tag::Li:
+        closeImplicitly([](Tag t) { return t == Tag::Li; },
+            [](Tag t) { return isAnyOf(t, {Tag::Ul, Tag::Ol, Tag::Menu, Tag::Table}); });
+        break;
+    case Tag::Dt:
+    case Tag::Dd:
+        closeImplicitly([](Tag t) { return t == Tag::Dt || t == Tag::Dd; },
+            [](Tag t) { return t == Tag::Dl || t == Tag::Table; });
+        break;
+    case Tag::Tr:
+        // The lowest open row or cell of this table: a new row ends the cell
+        // and the row it is in.
+        closeImplicitly([](Tag t) { return isAnyOf(t, {Tag::Tr, Tag::Td, Tag::Th}); }, isTable, true);
+        break;
+    case Tag::Td:
+    case Tag::Th:
+        closeImplicitly([](Tag t) { return t == Tag::Td || t == Tag::Th; },
+            [](Tag t) { return t == Tag::Tr || t == Tag::Table; });
+        break;
+    case Tag::Thead:
+    case Tag::Tbody:
+    case Tag::Tfoot:
+        // A new section ends the whole previous one, not just its open cell.
+        closeImplicitly(
+            [](Tag t) { return isAnyOf(t, {Tag::Thead, Tag::Tbody, Tag::Tfoot, Tag::Tr, Tag::Td, Tag::Th}); },
+            isTable, true);
+        break;
+    default:
+        break;
+    }
+
+    MailNode *node = m_tree.create(tag, name);
+    node->attributes = std::move(attributes);
+    node->hidden = isHidden(*node);
+    top()->append(node);
+    if (!hasFlag(tag, TagFlag::Void) && !selfClosing && m_stack.size() < size_t(maxDepth))
+        push(node);
+}
+
+void TreeBuilder::close(const Name &name)
+{
+    if (name.isOP)
+        return;
+    const Tag tag = name.tag;
+    if (tag == Tag::Br) {
+        open(Tag::Br, name.name, {}, true);
+        return;
+    }
+    if (tag == Tag::P) {
+        const bool closed = closeImplicitly([](Tag t) { return t == Tag::P; }, [](Tag t) {
+            return isAnyOf(t, {Tag::Td, Tag::Th, Tag::Table, Tag::Li, Tag::Blockquote, Tag::Div});
+        });
+        // A stray </p> is a line break, as browsers draw it.
+        if (!closed)
+            open(Tag::Br, tagInfo(Tag::Br).name, {}, true);
+        return;
+    }
+
+    const auto target = [&](const MailNode *node) {
+        return tag == Tag::Other ? (node->tag == Tag::Other && node->name == name.name) : node->tag == tag;
+    };
+    const auto barrier = [&](Tag t) {
+        if (tag == Tag::Table)
+            return false;
+        if (hasFlag(tag, TagFlag::TableInner))
+            return t == Tag::Table;
+        return t == Tag::Td || t == Tag::Th || t == Tag::Table;
+    };
+    for (qsizetype i = qsizetype(m_stack.size()) - 1; i >= 1; --i) {
+        const MailNode *node = m_stack[size_t(i)];
+        if (target(node)) {
+            popTo(i);
+            return;
+        }
+        if (barrier(node->tag))
+            return;
+    }
+}
+
+} // namespace TarnMailHTML::detail
