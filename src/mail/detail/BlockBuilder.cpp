@@ -429,12 +429,19 @@ void BlockBuilder::flushParagraph()
 
 void BlockBuilder::emitBlock(TarnMailBlock block)
 {
-    if (m_shared.blocksFull)
+    // Containers are emitted after their content. One that was open when the
+    // limit was hit still closes, so that what was read keeps its place (at
+    // most one per nesting level, so the overrun is bounded).
+    const TarnMailBlock::Kind kind = block.kind();
+    const bool container = kind == TarnMailBlock::Kind::Quote || kind == TarnMailBlock::Kind::List
+        || kind == TarnMailBlock::Kind::Signature;
+    if (m_shared.blocksFull && !container)
         return;
-    if (++m_shared.blockCount > m_shared.blockLimit) {
+    if (!m_shared.blocksFull && ++m_shared.blockCount > m_shared.blockLimit) {
         m_shared.blocksFull = true;
         m_shared.truncated = true;
-        return;
+        if (!container)
+            return;
     }
     if (m_isRoot && m_shared.foldRest)
         m_shared.quoted.append(std::move(block));

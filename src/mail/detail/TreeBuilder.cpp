@@ -282,7 +282,8 @@ MailTree TreeBuilder::build()
                 const Name name = readName(at + 2);
                 const qsizetype end = quotedEnd(name.end);
                 pos = m_textMark = end < n ? end + 1 : n;
-                close(name);
+                if (end < n) // a tag cut off by the end of the input is dropped
+                    close(name);
             } else {
                 pos = at + 1;
             }
@@ -309,7 +310,7 @@ MailTree TreeBuilder::build()
                 const qsizetype contentEnd = droppedContentEnd(pos, name.name);
                 if (contentEnd >= 0)
                     pos = m_textMark = contentEnd;
-            } else if (!dropped && !name.isOP) {
+            } else if (!dropped && !name.isOP && end < n) {
                 open(name.tag, name.name, std::move(attributes), selfClosing);
             }
         } else {
