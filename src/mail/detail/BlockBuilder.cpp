@@ -6,6 +6,7 @@
 #include "mail/detail/MailRules.h"
 
 #include <optional>
+#include <string_view>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -16,8 +17,17 @@ namespace {
 
 // Quotation marks for `q`: the typographic pair, as the rest of the
 // application's text is set.
-constexpr QStringView openQuote = u"\u201C";
-constexpr QStringView closeQuote = u"\u201D";
+const QString &openQuote()
+{
+    static const QString mark = u"\u201C"_s;
+    return mark;
+}
+
+const QString &closeQuote()
+{
+    static const QString mark = u"\u201D"_s;
+    return mark;
+}
 
 // A data table's cell holding more text or markup than this is page layout.
 constexpr int maxDataCellCharacters = 240;
@@ -32,18 +42,6 @@ constexpr int maxLinkText = 300;
 bool isAsciiSpace(char16_t c)
 {
     return c == ' ' || c == '\t' || c == '\n' || c == '\f' || c == '\r';
-}
-
-bool isHistoryClass(const QString &c)
-{
-    return c == "gmail_quote"_L1 || c == "gmail_quote_container"_L1 || c == "moz-cite-prefix"_L1
-        || c == "yahoo_quoted"_L1 || c == "protonmail_quote"_L1 || c == "apple-mail-quote"_L1;
-}
-
-bool isSeparatorID(const QString &lowerID)
-{
-    return lowerID == "divrplyfwdmsg"_L1 || lowerID == "appendonsend"_L1
-        || lowerID == "mail-editor-reference-message-container"_L1;
 }
 
 bool isCell(const MailNode &node)
@@ -158,43 +156,33 @@ void BlockBuilder::visit(const MailNode &node, const Context &context)
     if (node.hidden)
         return;
 
-    QStringList classes;
-    QString id;
-    if (!node.attributes.isEmpty()) {
-        classes = node.classes();
-        id = node.attribute(Attribute::Id).toLower();
-    }
-
     if (m_shared.quoteDepth == 0) {
-        const bool citeQuote
-            = node.tag == Tag::Blockquote && node.attribute(Attribute::Type).compare("cite"_L1, Qt::CaseInsensitive) == 0;
-        if (citeQuote || std::any_of(classes.cbegin(), classes.cend(), isHistoryClass)) {
+        if (node.hasMark(NodeMark::HistoryClass) || (node.tag == Tag::Blockquote && node.hasMark(NodeMark::CiteType))) {
             history(node, context);
             return;
         }
-        if (isSeparatorID(id)) {
+        if (node.hasMark(NodeMark::ReplySeparator)) {
             flushParagraph();
             if (!(m_isRoot && !emittedContent()))
                 m_shared.foldRest = true;
         }
     }
-    if (id == "signature"_L1 || classes.contains("gmail_signature"_L1) || classes.contains("signature"_L1)) {
+    if (node.hasMark(NodeMark::Signature)) {
         signature(node, context);
         return;
     }
 
     Context inner = context;
-    inner.style |= TarnMailStyle(tagInfo(node.tag).style);
-    inner.style |= MailRules::inlineStyle(node.attribute(Attribute::Style));
+    inner.style |= TarnMailStyle(tagInfo(node.tag).style | node.style);
 
     switch (node.tag) {
     case Tag::A:
         link(node, inner);
         return;
     case Tag::Q:
-        addText(openQuote, inner);
+        addText(openQuote(), inner);
         walk(node, inner);
-        addText(closeQuote, inner);
+        addText(closeQuote(), inner);
         return;
     case Tag::Br:
         lineBreak(inner);
@@ -328,7 +316,7 @@ void BlockBuilder::signature(const MailNode &node, const Context &context)
 {
     flushParagraph();
     Context inner = context;
-    inner.style |= MailRules::inlineStyle(node.attribute(Attribute::Style));
+    inner.style |= TarnMailStyle(node.style);
     BlockBuilder signature(m_shared, false);
     signature.walk(node, inner);
     signature.flushParagraph();
@@ -351,7 +339,7 @@ void BlockBuilder::link(const MailNode &node, Context context)
     walk(node, context);
 }
 
-void BlockBuilder::addText(QStringView text, const Context &context)
+void BlockBuilder::addText(const QString &text, const Context &context)
 {
     if (m_shared.truncated || text.isEmpty())
         return;
@@ -360,19 +348,20 @@ void BlockBuilder::addText(QStringView text, const Context &context)
         const QString &last = m_runs.last().text;
         afterSpace = last.isEmpty() || last.back() == u' ' || last.back() == u'\n';
     }
-    QString out;
-    out.reserve(text.size());
-    for (const QChar c : text) {
-        const char16_t u = c.unicode();
-        if (isAsciiSpace(u)) {
-            if (!afterSpace)
-                out.append(u' ');
-            afterSpace = true;
-        } else if (!MailRules::isInvisible(u)) {
-            out.append(c);
-            afterSpace = false;
+    // Most text needs no change: then the run shares the tree's string.
+    bool unchanged = true;
+    {
+        bool space = afterSpace;
+        for (const char16_t u : std::u16string_view(QStringView(text).utf16(), size_t(text.size()))) {
+            const bool isSpace = isAsciiSpace(u);
+            if ((isSpace && (space || u != u' ')) || (u >= 0xAD && MailRules::isInvisible(u))) {
+                unchanged = false;
+                break;
+            }
+            space = isSpace;
         }
     }
+    QString out = unchanged ? text : collapsed(text, afterSpace);
     if (out.isEmpty())
         return;
     const qsizetype room = qsizetype(m_shared.characterLimit) - m_shared.characters;
@@ -386,6 +375,25 @@ void BlockBuilder::addText(QStringView text, const Context &context)
     m_shared.characters += int(out.size());
     if (!out.isEmpty())
         appendRun(out, context);
+}
+
+QString BlockBuilder::collapsed(QStringView text, bool afterSpace)
+{
+    QString out(text.size(), Qt::Uninitialized);
+    char16_t *write = reinterpret_cast<char16_t *>(out.data());
+    char16_t *const begin = write;
+    for (const char16_t u : std::u16string_view(text.utf16(), size_t(text.size()))) {
+        if (isAsciiSpace(u)) {
+            if (!afterSpace)
+                *write++ = u' ';
+            afterSpace = true;
+        } else if (u < 0xAD || !MailRules::isInvisible(u)) {
+            *write++ = u;
+            afterSpace = false;
+        }
+    }
+    out.truncate(write - begin);
+    return out;
 }
 
 void BlockBuilder::lineBreak(const Context &context)
@@ -463,16 +471,14 @@ void BlockBuilder::image(const MailNode &node, const Context &context)
     const QString alt
         = (node.hasAttribute(Attribute::Alt) ? node.attribute(Attribute::Alt) : node.attribute(Attribute::Title))
               .trimmed();
-    const QString style = node.attribute(Attribute::Style);
     std::optional<int> width = MailRules::dimension(node.attribute(Attribute::Width));
-    if (!width)
-        width = MailRules::styleDimension(style, "width"_L1);
+    if (!width && node.styleWidth >= 0)
+        width = node.styleWidth;
     std::optional<int> height = MailRules::dimension(node.attribute(Attribute::Height));
-    if (!height)
-        height = MailRules::styleDimension(style, "height"_L1);
+    if (!height && node.styleHeight >= 0)
+        height = node.styleHeight;
 
-    const QStringList classes = node.classes();
-    if (std::any_of(classes.cbegin(), classes.cend(), [](const QString &c) { return c.contains("emoji"_L1); })) {
+    if (node.hasMark(NodeMark::EmojiClass)) {
         addText(alt, context);
         return;
     }
@@ -552,7 +558,7 @@ void BlockBuilder::list(const MailNode &node, const Context &context)
                 continue;
             flushLoose();
             Context inner = context;
-            inner.style |= MailRules::inlineStyle(child->attribute(Attribute::Style));
+            inner.style |= TarnMailStyle(child->style);
             BlockBuilder item(m_shared, false);
             item.walk(*child, inner);
             item.flushParagraph();
@@ -657,7 +663,7 @@ void BlockBuilder::table(const MailNode &node, const Context &context)
 QList<TarnMailRun> BlockBuilder::cellRuns(const MailNode &cell, const Context &context)
 {
     Context inner = context;
-    inner.style |= MailRules::inlineStyle(cell.attribute(Attribute::Style));
+    inner.style |= TarnMailStyle(cell.style);
     BlockBuilder builder(m_shared, false);
     builder.walk(cell, inner);
     builder.flushParagraph();

@@ -34,7 +34,9 @@ private:
         bool inHead = false;
     };
 
-    void addText(QStringView text, const Context &context);
+    void addText(const QString &text, const Context &context);
+    // Whitespace runs as one space (none after `afterSpace`), invisible characters removed.
+    [[nodiscard]] static QString collapsed(QStringView text, bool afterSpace);
     void lineBreak(const Context &context);
     void appendRun(const QString &text, const Context &context);
     void emitBlock(TarnMailBlock block);

@@ -4,31 +4,36 @@
 
 #include <QList>
 #include <QString>
-#include <QStringList>
 
 #include <utility>
 
 namespace TarnMailHTML::detail {
 
-// The attributes the block builder reads. Others are skipped while scanning and
-// never decoded: they cost nothing, however large (a 500 KB title attribute of
-// anything but an image, say).
+// The attributes the block builder reads as strings. Others are skipped while
+// scanning and never decoded, so they cost nothing however large; class, id,
+// type, style and hidden are read once, into MailNode's marks and style facts.
 enum class Attribute : quint8 {
     Alt,
-    Class,
     Colspan,
-    Hidden,
+    Height,
     Href,
-    Id,
     Role,
     Src,
     Start,
-    Style, // kept lower-cased with all spaces removed: the only form it is read in
     Title,
-    Type,
-    Height,
     Width,
 };
+
+// What class, id and type attributes say about a node.
+namespace NodeMark {
+enum : quint8 {
+    HistoryClass = 1,   // gmail_quote, moz-cite-prefix, yahoo_quoted, ...
+    Signature = 2,      // class gmail_signature or signature, or id signature
+    EmojiClass = 4,     // a class containing "emoji"
+    ReplySeparator = 8, // id divRplyFwdMsg, appendonsend, ...
+    CiteType = 16,      // type="cite"
+};
+}
 
 // One node of the tree a mail is read into. Nodes live in a MailTree's arena;
 // children form a singly linked list so that a node costs no allocation of its own.
@@ -36,20 +41,25 @@ struct MailNode
 {
     Tag tag = Tag::Other;
     bool hidden = false; // decided once, when the node is opened
-    QString name;        // lower-case tag name, "#root" or "#text"
-    QString text;        // "#text" only
+    quint8 marks = 0;    // NodeMark bits
+    quint8 style = 0;    // TarnMailStyle bits its style attribute adds
+    int styleWidth = -1; // CSS pixels from the style attribute, -1 when not given
+    int styleHeight = -1;
+    // A text node's text; for an element of a tag the builders do not know
+    // (Tag::Other), its lower-case name.
+    QString text;
     QList<std::pair<Attribute, QString>> attributes;
     MailNode *firstChild = nullptr;
     MailNode *lastChild = nullptr;
     MailNode *next = nullptr;
 
     [[nodiscard]] bool isText() const { return tag == Tag::Text; }
+    // Lower-case tag name, "#root" or "#text".
+    [[nodiscard]] QString name() const { return tag == Tag::Other ? text : tagInfo(tag).name; }
+    [[nodiscard]] bool hasMark(quint8 mark) const { return (marks & mark) != 0; }
     [[nodiscard]] bool hasAttribute(Attribute attribute) const;
     // The value, or an empty string when absent.
     [[nodiscard]] QString attribute(Attribute attribute) const;
-    // The class attribute split on whitespace, lower-cased, empty parts dropped.
-    [[nodiscard]] QStringList classes() const;
-    [[nodiscard]] bool hasClass(QStringView lowerClass) const;
 
     void append(MailNode *child);
 };

@@ -1,5 +1,7 @@
 #include "mail/detail/MailRules.h"
 
+#include "mail/detail/MailNode.h"
+
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -28,66 +30,209 @@ bool isEmojiScalar(char32_t c)
 
 } // namespace
 
-TarnMailStyle inlineStyle(const QString &style)
+namespace {
+
+char lower(char c)
 {
-    TarnMailStyle result;
-    if (style.isEmpty())
-        return result;
-    // The expressions only run where their property is mentioned at all.
-    if (style.contains("font-weight:"_L1)) {
-        static const QRegularExpression bold = compiled(u"font-weight:(bold|bolder|[6-9]00)"_s);
-        if (bold.match(style).hasMatch())
-            result |= TarnMailStyle::Bold;
+    return (c >= 'A' && c <= 'Z') ? char(c + ('a' - 'A')) : c;
+}
+
+bool isSpace(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\f' || c == '\r';
+}
+
+// Lower-case ASCII with every whitespace character removed; long values are
+// cut (no property read here needs more than a few words).
+QByteArrayView squeezed(QByteArrayView in, char *buffer, qsizetype capacity)
+{
+    qsizetype n = 0;
+    for (const char c : in) {
+        if (isSpace(c))
+            continue;
+        if (n == capacity)
+            break;
+        buffer[n++] = lower(c);
     }
-    if (style.contains("font-style:italic"_L1))
-        result |= TarnMailStyle::Italic;
-    if (style.contains("text-decoration"_L1)) {
-        static const QRegularExpression underline = compiled(u"text-decoration(-line)?:[^;]*underline"_s);
-        static const QRegularExpression through = compiled(u"text-decoration(-line)?:[^;]*line-through"_s);
-        if (underline.match(style).hasMatch())
-            result |= TarnMailStyle::Underline;
-        if (through.match(style).hasMatch())
-            result |= TarnMailStyle::Strikethrough;
+    return QByteArrayView(buffer, n);
+}
+
+// "0", "0px", "0!important", "0.0": a length of zero.
+bool isZeroLength(QByteArrayView value)
+{
+    qsizetype i = 0;
+    bool digits = false;
+    while (i < value.size() && (value[i] == '0' || value[i] == '.')) {
+        digits = digits || value[i] == '0';
+        ++i;
     }
-    return result;
+    return digits && (i == value.size() || !(value[i] >= '1' && value[i] <= '9'));
+}
+
+template<typename Char>
+std::optional<int> wholePixels(const Char *data, qsizetype size)
+{
+    const auto space = [](Char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\f' || c == '\r'; };
+    qsizetype begin = 0;
+    qsizetype end = size;
+    while (begin < end && space(data[begin]))
+        ++begin;
+    while (end > begin && space(data[end - 1]))
+        --end;
+    const auto endsWith = [&](const char *suffix, qsizetype length) {
+        if (end - begin < length)
+            return false;
+        for (qsizetype k = 0; k < length; ++k) {
+            Char c = data[end - length + k];
+            if (c >= 'A' && c <= 'Z')
+                c = Char(c + ('a' - 'A'));
+            if (c != Char(suffix[k]))
+                return false;
+        }
+        return true;
+    };
+    if (endsWith("!important", 10)) {
+        end -= 10;
+        while (end > begin && space(data[end - 1]))
+            --end;
+    }
+    if (endsWith("px", 2))
+        end -= 2;
+    if (end == begin || end - begin > 9)
+        return std::nullopt;
+    int value = 0;
+    for (qsizetype k = begin; k < end; ++k) {
+        if (data[k] < '0' || data[k] > '9')
+            return std::nullopt;
+        value = value * 10 + int(data[k] - '0');
+    }
+    return value;
+}
+
+} // namespace
+
+StyleFacts styleFacts(QByteArrayView style)
+{
+    StyleFacts facts;
+    bool zeroHeight = false;
+    bool overflowHidden = false;
+    qsizetype i = 0;
+    while (i < style.size()) {
+        qsizetype end = style.indexOf(';', i);
+        if (end < 0)
+            end = style.size();
+        const QByteArrayView declaration = style.sliced(i, end - i);
+        i = end + 1;
+        const qsizetype colon = declaration.indexOf(':');
+        if (colon < 0)
+            continue;
+        char propertyBuffer[24];
+        char valueBuffer[64];
+        const QByteArrayView property = squeezed(declaration.first(colon), propertyBuffer, sizeof propertyBuffer);
+        const QByteArrayView value = squeezed(declaration.sliced(colon + 1), valueBuffer, sizeof valueBuffer);
+        if (property == "display") {
+            facts.hidden = facts.hidden || value.startsWith("none");
+        } else if (property == "visibility") {
+            facts.hidden = facts.hidden || value.startsWith("hidden");
+        } else if (property == "mso-hide") {
+            facts.hidden = facts.hidden || value.startsWith("all");
+        } else if (property == "opacity") {
+            facts.hidden = facts.hidden || value == "0" || value == "0!important";
+        } else if (property == "overflow") {
+            overflowHidden = overflowHidden || value.startsWith("hidden");
+        } else if (property == "max-height") {
+            zeroHeight = zeroHeight || isZeroLength(value);
+        } else if (property == "height") {
+            zeroHeight = zeroHeight || isZeroLength(value);
+            facts.height = dimension(value);
+        } else if (property == "width") {
+            facts.width = dimension(value);
+        } else if (property == "font-weight") {
+            const bool heavy = value.size() >= 3 && value[0] >= '6' && value[0] <= '9' && value[1] == '0'
+                && value[2] == '0';
+            if (value.startsWith("bold") || heavy)
+                facts.style |= TarnMailStyle::Bold;
+        } else if (property == "font-style") {
+            if (value.startsWith("italic"))
+                facts.style |= TarnMailStyle::Italic;
+        } else if (property == "text-decoration" || property == "text-decoration-line") {
+            if (value.contains("underline"))
+                facts.style |= TarnMailStyle::Underline;
+            if (value.contains("line-through"))
+                facts.style |= TarnMailStyle::Strikethrough;
+        }
+    }
+    facts.hidden = facts.hidden || (zeroHeight && overflowHidden);
+    return facts;
+}
+
+namespace {
+
+template<typename Visit>
+void forEachToken(QByteArrayView value, Visit visit)
+{
+    qsizetype i = 0;
+    while (i < value.size()) {
+        while (i < value.size() && isSpace(value[i]))
+            ++i;
+        const qsizetype begin = i;
+        while (i < value.size() && !isSpace(value[i]))
+            ++i;
+        if (i > begin) {
+            char buffer[48];
+            const QByteArrayView token = value.sliced(begin, i - begin);
+            // Longer tokens are no class this reads, but may still name an emoji.
+            visit(squeezed(token, buffer, sizeof buffer), token.size() > qsizetype(sizeof buffer));
+        }
+    }
+}
+
+} // namespace
+
+quint8 classMarks(QByteArrayView value)
+{
+    quint8 marks = 0;
+    forEachToken(value, [&](QByteArrayView token, bool cut) {
+        if (!cut
+            && (token == "gmail_quote" || token == "gmail_quote_container" || token == "moz-cite-prefix"
+                || token == "yahoo_quoted" || token == "protonmail_quote" || token == "apple-mail-quote"))
+            marks |= NodeMark::HistoryClass;
+        if (!cut && (token == "gmail_signature" || token == "signature"))
+            marks |= NodeMark::Signature;
+        if (token.contains("emoji"))
+            marks |= NodeMark::EmojiClass;
+    });
+    return marks;
+}
+
+quint8 idMarks(QByteArrayView value)
+{
+    char buffer[48];
+    if (value.size() > qsizetype(sizeof buffer))
+        return 0;
+    qsizetype n = 0;
+    for (const char c : value)
+        buffer[n++] = lower(c);
+    const QByteArrayView id(buffer, n);
+    if (id == "divrplyfwdmsg" || id == "appendonsend" || id == "mail-editor-reference-message-container")
+        return NodeMark::ReplySeparator;
+    return id == "signature" ? NodeMark::Signature : 0;
+}
+
+quint8 typeMarks(QByteArrayView value)
+{
+    char buffer[8];
+    return squeezed(value, buffer, sizeof buffer) == "cite" && value.trimmed().size() == 4 ? NodeMark::CiteType : 0;
 }
 
 std::optional<int> dimension(QStringView value)
 {
-    value = value.trimmed();
-    if (value.endsWith("!important"_L1, Qt::CaseInsensitive))
-        value = value.chopped(10).trimmed();
-    if (value.endsWith("px"_L1, Qt::CaseInsensitive))
-        value = value.chopped(2).trimmed();
-    if (value.isEmpty() || value.size() > 9)
-        return std::nullopt;
-    int result = 0;
-    for (const QChar c : value) {
-        if (c < u'0' || c > u'9')
-            return std::nullopt;
-        result = result * 10 + (c.unicode() - u'0');
-    }
-    return result;
+    return wholePixels(value.utf16(), value.size());
 }
 
-std::optional<int> styleDimension(const QString &style, QLatin1StringView property)
+std::optional<int> dimension(QByteArrayView value)
 {
-    qsizetype from = 0;
-    while (true) {
-        const qsizetype at = style.indexOf(property, from);
-        if (at < 0)
-            return std::nullopt;
-        from = at + property.size();
-        // "max-width:" and "line-height:" name other properties.
-        const bool starts = at == 0 || style.at(at - 1) == u';' || style.at(at - 1) == u'{';
-        if (!starts || from >= style.size() || style.at(from) != u':')
-            continue;
-        const qsizetype valueStart = from + 1;
-        qsizetype valueEnd = style.indexOf(u';', valueStart);
-        if (valueEnd < 0)
-            valueEnd = style.size();
-        return dimension(QStringView(style).sliced(valueStart, valueEnd - valueStart));
-    }
+    return wholePixels(value.data(), value.size());
 }
 
 bool isEmojiText(QStringView alt)

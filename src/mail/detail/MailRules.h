@@ -4,6 +4,7 @@
 #include "mail/TarnMailStyle.h"
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QList>
 #include <QString>
 #include <QStringView>
@@ -14,12 +15,26 @@
 // tested through the public interface) on its own.
 namespace TarnMailHTML::detail::MailRules {
 
-// Bits a normalized (lower-cased, space-free) style attribute adds.
-[[nodiscard]] TarnMailStyle inlineStyle(const QString &normalizedStyle);
+// What a style attribute says, read once per element. Declarations are read
+// with case and whitespace ignored ("FONT-WEIGHT : Bold" is bold).
+struct StyleFacts
+{
+    bool hidden = false; // display:none, visibility:hidden, mso-hide:all, opacity:0,
+                         // or a zero (max-)height with overflow:hidden
+    TarnMailStyle style; // font-weight bold|bolder|600-900, font-style italic,
+                         // text-decoration(-line) underline / line-through
+    std::optional<int> width;
+    std::optional<int> height;
+};
+[[nodiscard]] StyleFacts styleFacts(QByteArrayView style);
+// NodeMark bits of a class, id or type attribute's value.
+[[nodiscard]] quint8 classMarks(QByteArrayView value);
+[[nodiscard]] quint8 idMarks(QByteArrayView value);
+[[nodiscard]] quint8 typeMarks(QByteArrayView value);
+
 // A whole number of CSS pixels ("120", "120px"); nil for percentages and the rest.
 [[nodiscard]] std::optional<int> dimension(QStringView value);
-// "width" or "height" of a normalized style attribute.
-[[nodiscard]] std::optional<int> styleDimension(const QString &normalizedStyle, QLatin1StringView property);
+[[nodiscard]] std::optional<int> dimension(QByteArrayView value);
 // 1...4 scalars, one of them an emoji: an inline emoji image that becomes text.
 [[nodiscard]] bool isEmojiText(QStringView alt);
 [[nodiscard]] bool isSpacerSource(const QString &source);

@@ -40,6 +40,8 @@ enum : quint16 {
     Dropped = 2,     // content discarded by the tree builder
     BlockLevel = 4,  // closes an open paragraph
     TableInner = 8,  // tr, td, th, thead, tbody, tfoot, caption: closing stops at a table
+    Breaks = 16,     // the block builder ends the open paragraph at it, before and after
+    Inline = 32,     // adds at most a style to its content: an empty one has no effect
 };
 }
 

@@ -4,12 +4,12 @@ namespace TarnMailHTML::detail {
 
 MailTree::MailTree()
 {
-    m_root = create(Tag::Root, tagInfo(Tag::Root).name);
+    m_root = create(Tag::Root);
 }
 
 MailTree::~MailTree() = default;
 
-MailNode *MailTree::create(Tag tag, const QString &name)
+MailNode *MailTree::create(Tag tag)
 {
     if (m_used == chunkSize) {
         m_chunks.push_back(std::make_unique<MailNode[]>(chunkSize));
@@ -17,7 +17,6 @@ MailNode *MailTree::create(Tag tag, const QString &name)
     }
     MailNode *node = &m_chunks.back()[m_used++];
     node->tag = tag;
-    node->name = name;
     return node;
 }
 

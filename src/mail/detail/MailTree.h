@@ -20,7 +20,7 @@ public:
     ~MailTree();
 
     [[nodiscard]] MailNode *root() const { return m_root; }
-    [[nodiscard]] MailNode *create(Tag tag, const QString &name);
+    [[nodiscard]] MailNode *create(Tag tag);
 
 private:
     static constexpr size_t chunkSize = 256;

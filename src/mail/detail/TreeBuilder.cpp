@@ -1,7 +1,9 @@
 #include "mail/detail/TreeBuilder.h"
 
 #include "mail/TarnMailHTML.h"
+#include "mail/detail/MailRules.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -54,32 +56,36 @@ bool isAsciiWhitespaceOnly(QByteArrayView bytes)
     return true;
 }
 
-std::optional<Attribute> attributeFor(QByteArrayView lowerName)
+// Attributes read into marks and facts rather than kept as strings.
+enum class Read : quint8 { Kept, Class, Id, Type, Style, Hidden };
+
+std::optional<std::pair<Read, Attribute>> attributeFor(QByteArrayView lowerName)
 {
     struct Row
     {
         const char *name;
+        Read read;
         Attribute attribute;
     };
     static constexpr Row rows[] = {
-        {"alt", Attribute::Alt},
-        {"class", Attribute::Class},
-        {"colspan", Attribute::Colspan},
-        {"height", Attribute::Height},
-        {"hidden", Attribute::Hidden},
-        {"href", Attribute::Href},
-        {"id", Attribute::Id},
-        {"role", Attribute::Role},
-        {"src", Attribute::Src},
-        {"start", Attribute::Start},
-        {"style", Attribute::Style},
-        {"title", Attribute::Title},
-        {"type", Attribute::Type},
-        {"width", Attribute::Width},
+        {"alt", Read::Kept, Attribute::Alt},
+        {"class", Read::Class, Attribute::Alt},
+        {"colspan", Read::Kept, Attribute::Colspan},
+        {"height", Read::Kept, Attribute::Height},
+        {"hidden", Read::Hidden, Attribute::Alt},
+        {"href", Read::Kept, Attribute::Href},
+        {"id", Read::Id, Attribute::Alt},
+        {"role", Read::Kept, Attribute::Role},
+        {"src", Read::Kept, Attribute::Src},
+        {"start", Read::Kept, Attribute::Start},
+        {"style", Read::Style, Attribute::Alt},
+        {"title", Read::Kept, Attribute::Title},
+        {"type", Read::Type, Attribute::Alt},
+        {"width", Read::Kept, Attribute::Width},
     };
     for (const Row &row : rows) {
         if (lowerName == QByteArrayView(row.name))
-            return row.attribute;
+            return std::pair {row.read, row.attribute};
     }
     return std::nullopt;
 }
@@ -100,36 +106,6 @@ TreeBuilder::TreeBuilder(QByteArrayView utf8)
     m_stack.reserve(maxDepth);
 }
 
-QString TreeBuilder::normalizedStyle(const QString &style)
-{
-    QString out;
-    out.reserve(style.size());
-    for (const QChar c : style) {
-        const char16_t u = c.unicode();
-        if (u == ' ' || u == '\t' || u == '\n' || u == '\f' || u == '\r')
-            continue;
-        out.append((u >= 'A' && u <= 'Z') ? QChar(char16_t(u + 32)) : c.toLower());
-    }
-    return out;
-}
-
-bool TreeBuilder::isHidden(const MailNode &node)
-{
-    if (node.attributes.isEmpty())
-        return false;
-    if (node.hasAttribute(Attribute::Hidden))
-        return true;
-    const QString style = node.attribute(Attribute::Style);
-    if (style.isEmpty())
-        return false;
-    if (style.contains("display:none"_L1) || style.contains("visibility:hidden"_L1) || style.contains("mso-hide:all"_L1))
-        return true;
-    // "max-height:0" contains "height:0".
-    if (style.contains("height:0"_L1) && style.contains("overflow:hidden"_L1))
-        return true;
-    return style.contains("opacity:0;"_L1) || style.endsWith("opacity:0"_L1);
-}
-
 TreeBuilder::Name TreeBuilder::readName(qsizetype from) const
 {
     const qsizetype n = m_in.size();
@@ -139,22 +115,32 @@ TreeBuilder::Name TreeBuilder::readName(qsizetype from) const
 
     Name result;
     result.end = end;
-    QByteArray lowered(m_in.data() + from, end - from);
-    for (char &c : lowered)
-        c = lower(c);
+    // Names are short; a long one (no tag we know) gets a heap buffer.
+    char small[32];
+    QByteArray large;
+    char *buffer = small;
+    if (end - from > qsizetype(sizeof small)) {
+        large.resize(end - from);
+        buffer = large.data();
+    }
+    for (qsizetype i = from; i < end; ++i)
+        buffer[i - from] = lower(m_in[i]);
+    const QByteArrayView lowered(buffer, end - from);
     result.isOP = lowered == "o:p";
     const qsizetype colon = lowered.lastIndexOf(':');
-    const QByteArrayView local = colon < 0 ? QByteArrayView(lowered) : QByteArrayView(lowered).sliced(colon + 1);
+    const QByteArrayView local = colon < 0 ? lowered : lowered.sliced(colon + 1);
     result.tag = local.isEmpty() ? Tag::Other : tagFor(local);
-    result.name = result.tag == Tag::Other ? QString::fromUtf8(local) : tagInfo(result.tag).name;
+    if (result.tag == Tag::Other)
+        result.name = QString::fromUtf8(local);
     return result;
 }
 
-qsizetype TreeBuilder::scanAttributes(qsizetype from, Attributes *out) const
+qsizetype TreeBuilder::scanAttributes(qsizetype from, Opening *out) const
 {
     const qsizetype n = m_in.size();
     const char *in = m_in.data();
     qsizetype i = from;
+    quint8 seen = 0; // the first of a repeated attribute wins, as in browsers
     while (i < n) {
         const char c = in[i];
         if (c == '>')
@@ -193,19 +179,55 @@ qsizetype TreeBuilder::scanAttributes(qsizetype from, Attributes *out) const
         char lowered[8];
         for (qsizetype k = nameStart; k < nameEnd; ++k)
             lowered[k - nameStart] = lower(in[k]);
-        const std::optional<Attribute> attribute = attributeFor(QByteArrayView(lowered, nameEnd - nameStart));
-        if (!attribute)
+        const auto known = attributeFor(QByteArrayView(lowered, nameEnd - nameStart));
+        if (!known)
             continue;
-        bool seen = false;
-        for (const auto &kept : std::as_const(*out))
-            seen = seen || kept.first == *attribute;
-        if (seen) // the first of a repeated attribute wins, as in browsers
+        const auto [read, attribute] = *known;
+        const quint8 bit = quint8(1u << unsigned(read));
+        if (read != Read::Kept) {
+            if (seen & bit)
+                continue;
+            seen |= bit;
+        } else if (std::any_of(out->attributes.cbegin(), out->attributes.cend(),
+                       [&](const auto &kept) { return kept.first == attribute; })) {
             continue;
-        QString value = QString::fromUtf8(in + valueStart, valueEnd - valueStart);
-        value = TarnMailHTML::decodeEntities(value);
-        if (*attribute == Attribute::Style)
-            value = normalizedStyle(value);
-        out->append({*attribute, std::move(value)});
+        }
+
+        QByteArrayView raw(in + valueStart, valueEnd - valueStart);
+        QString value;
+        QByteArray decoded;
+        if (read == Read::Kept || raw.contains('&')) {
+            value = TarnMailHTML::decodeEntities(QString::fromUtf8(raw));
+            if (read != Read::Kept) {
+                decoded = value.toUtf8();
+                raw = decoded;
+            }
+        }
+        switch (read) {
+        case Read::Kept:
+            out->attributes.append({attribute, std::move(value)});
+            break;
+        case Read::Class:
+            out->marks |= MailRules::classMarks(raw);
+            break;
+        case Read::Id:
+            out->marks |= MailRules::idMarks(raw);
+            break;
+        case Read::Type:
+            out->marks |= MailRules::typeMarks(raw);
+            break;
+        case Read::Hidden:
+            out->hidden = true;
+            break;
+        case Read::Style: {
+            const MailRules::StyleFacts facts = MailRules::styleFacts(raw);
+            out->hidden = out->hidden || facts.hidden;
+            out->style = quint8(facts.style.rawValue());
+            out->styleWidth = facts.width.value_or(-1);
+            out->styleHeight = facts.height.value_or(-1);
+            break;
+        }
+        }
     }
     return n;
 }
@@ -302,16 +324,16 @@ MailTree TreeBuilder::build()
             flushText(at);
             const Name name = readName(at + 1);
             const bool dropped = hasFlag(name.tag, TagFlag::Dropped);
-            Attributes attributes;
-            const qsizetype end = scanAttributes(name.end, (dropped || name.isOP) ? nullptr : &attributes);
+            Opening opening;
+            const qsizetype end = scanAttributes(name.end, (dropped || name.isOP) ? nullptr : &opening);
             const bool selfClosing = end < n && end > name.end && in[end - 1] == '/';
             pos = m_textMark = end < n ? end + 1 : n;
             if (dropped && !selfClosing) {
-                const qsizetype contentEnd = droppedContentEnd(pos, name.name);
+                const qsizetype contentEnd = droppedContentEnd(pos, tagInfo(name.tag).name);
                 if (contentEnd >= 0)
                     pos = m_textMark = contentEnd;
             } else if (!dropped && !name.isOP && end < n) {
-                open(name.tag, name.name, std::move(attributes), selfClosing);
+                open(name.tag, name.name, std::move(opening), selfClosing);
             }
         } else {
             pos = at + 1;
@@ -330,11 +352,18 @@ void TreeBuilder::flushText(qsizetype end)
     MailNode *parent = top();
     MailNode *last = parent->lastChild;
     if (m_rawDepth == 0 && isAsciiWhitespaceOnly(bytes)) {
+        // Whitespace right after a visible element that ends the paragraph, or
+        // first inside one that starts it, is dropped by the block builder
+        // anyway: laid-out mail is mostly such whitespace, so it is not kept.
+        const bool afterBreak = last ? (!last->isText() && !last->hidden && hasFlag(last->tag, TagFlag::Breaks))
+                                     : (parent->tag == Tag::Root || hasFlag(parent->tag, TagFlag::Breaks));
+        if (afterBreak)
+            return;
         if (last && last->isText()) {
             if (!last->text.endsWith(u' '))
                 last->text.append(u' ');
         } else {
-            MailNode *node = m_tree.create(Tag::Text, tagInfo(Tag::Text).name);
+            MailNode *node = m_tree.create(Tag::Text);
             node->text = sharedSpace();
             parent->append(node);
         }
@@ -344,7 +373,7 @@ void TreeBuilder::flushText(qsizetype end)
     if (last && last->isText()) {
         last->text.append(text);
     } else {
-        MailNode *node = m_tree.create(Tag::Text, tagInfo(Tag::Text).name);
+        MailNode *node = m_tree.create(Tag::Text);
         node->text = std::move(text);
         parent->append(node);
     }
@@ -386,7 +415,7 @@ bool TreeBuilder::closeImplicitly(Target target, Barrier barrier, bool lowest)
     return true;
 }
 
-void TreeBuilder::open(Tag tag, const QString &name, Attributes attributes, bool selfClosing)
+void TreeBuilder::open(Tag tag, const QString &name, Opening opening, bool selfClosing)
 {
     const auto paragraphBarrier = [](Tag t) {
         return isAnyOf(t, {Tag::Td, Tag::Th, Tag::Table, Tag::Li, Tag::Blockquote, Tag::Div});
@@ -427,11 +456,29 @@ void TreeBuilder::open(Tag tag, const QString &name, Attributes attributes, bool
         break;
     }
 
-    MailNode *node = m_tree.create(tag, name);
-    node->attributes = std::move(attributes);
-    node->hidden = isHidden(*node);
+    const bool full = m_stack.size() >= size_t(maxDepth);
+    if (full && !hasFlag(tag, TagFlag::Void) && !selfClosing && opening.marks == 0) {
+        // Past the depth cap an element's content flows into the open one, so
+        // the element itself is empty. Hostile nesting is mostly such elements:
+        // keep only those that still mean something, once.
+        if (tag == Tag::Other || hasFlag(tag, TagFlag::Inline))
+            return;
+        const MailNode *last = top()->lastChild;
+        if (hasFlag(tag, TagFlag::Breaks) && !opening.hidden && last && last->tag == tag && !last->firstChild
+            && !last->hidden && last->marks == 0)
+            return;
+    }
+    MailNode *node = m_tree.create(tag);
+    if (tag == Tag::Other)
+        node->text = name;
+    node->attributes = std::move(opening.attributes);
+    node->hidden = opening.hidden;
+    node->marks = opening.marks;
+    node->style = opening.style;
+    node->styleWidth = opening.styleWidth;
+    node->styleHeight = opening.styleHeight;
     top()->append(node);
-    if (!hasFlag(tag, TagFlag::Void) && !selfClosing && m_stack.size() < size_t(maxDepth))
+    if (!hasFlag(tag, TagFlag::Void) && !selfClosing && !full)
         push(node);
 }
 
@@ -450,12 +497,12 @@ void TreeBuilder::close(const Name &name)
         });
         // A stray </p> is a line break, as browsers draw it.
         if (!closed)
-            open(Tag::Br, tagInfo(Tag::Br).name, {}, true);
+            open(Tag::Br, QString(), {}, true);
         return;
     }
 
     const auto target = [&](const MailNode *node) {
-        return tag == Tag::Other ? (node->tag == Tag::Other && node->name == name.name) : node->tag == tag;
+        return tag == Tag::Other ? (node->tag == Tag::Other && node->text == name.name) : node->tag == tag;
     };
     const auto barrier = [&](Tag t) {
         if (tag == Tag::Table)

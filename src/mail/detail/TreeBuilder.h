@@ -23,13 +23,17 @@ public:
 
     [[nodiscard]] MailTree build();
 
-    // Lower-cases, and removes every ASCII whitespace character: the only form
-    // a style attribute is read in.
-    [[nodiscard]] static QString normalizedStyle(const QString &style);
-    [[nodiscard]] static bool isHidden(const MailNode &node);
-
 private:
-    using Attributes = QList<std::pair<Attribute, QString>>;
+    // What a start tag's attributes say.
+    struct Opening
+    {
+        QList<std::pair<Attribute, QString>> attributes;
+        quint8 marks = 0;
+        quint8 style = 0;
+        bool hidden = false; // a hidden attribute, or a hiding style
+        int styleWidth = -1;
+        int styleHeight = -1;
+    };
 
     struct Name
     {
@@ -42,14 +46,14 @@ private:
     [[nodiscard]] Name readName(qsizetype from) const;
     // Index of the '>' that ends a tag whose attributes start at `from`, or the
     // input size; attributes the builder reads are collected when `out` is set.
-    qsizetype scanAttributes(qsizetype from, Attributes *out) const;
+    qsizetype scanAttributes(qsizetype from, Opening *out) const;
     // Index of the next '>' outside single or double quotes, or the input size.
     [[nodiscard]] qsizetype quotedEnd(qsizetype from) const;
     // End of `</name ...>` for a dropped element's content, or -1.
     [[nodiscard]] qsizetype droppedContentEnd(qsizetype from, const QString &lowerName) const;
 
     void flushText(qsizetype end);
-    void open(Tag tag, const QString &name, Attributes attributes, bool selfClosing);
+    void open(Tag tag, const QString &name, Opening opening, bool selfClosing);
     void close(const Name &name);
     void push(MailNode *node);
     void popTo(qsizetype index);
