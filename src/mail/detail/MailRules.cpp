@@ -4,6 +4,8 @@
 
 #include <QRegularExpression>
 
+#include <cstring>
+
 using namespace Qt::StringLiterals;
 
 namespace TarnMailHTML::detail::MailRules {
@@ -109,6 +111,18 @@ std::optional<int> wholePixels(const Char *data, qsizetype size)
     return value;
 }
 
+template<qsizetype N>
+bool is(QByteArrayView name, const char (&literal)[N])
+{
+    return name.size() == N - 1 && std::memcmp(name.data(), literal, N - 1) == 0;
+}
+
+template<qsizetype N>
+bool startsWith(QByteArrayView value, const char (&literal)[N])
+{
+    return value.size() >= N - 1 && std::memcmp(value.data(), literal, N - 1) == 0;
+}
+
 } // namespace
 
 StyleFacts styleFacts(QByteArrayView style)
@@ -130,32 +144,32 @@ StyleFacts styleFacts(QByteArrayView style)
         char valueBuffer[64];
         const QByteArrayView property = squeezed(declaration.first(colon), propertyBuffer, sizeof propertyBuffer);
         const QByteArrayView value = squeezed(declaration.sliced(colon + 1), valueBuffer, sizeof valueBuffer);
-        if (property == "display") {
-            facts.hidden = facts.hidden || value.startsWith("none");
-        } else if (property == "visibility") {
-            facts.hidden = facts.hidden || value.startsWith("hidden");
-        } else if (property == "mso-hide") {
-            facts.hidden = facts.hidden || value.startsWith("all");
-        } else if (property == "opacity") {
-            facts.hidden = facts.hidden || value == "0" || value == "0!important";
-        } else if (property == "overflow") {
-            overflowHidden = overflowHidden || value.startsWith("hidden");
-        } else if (property == "max-height") {
+        if (is(property, "display")) {
+            facts.hidden = facts.hidden || startsWith(value, "none");
+        } else if (is(property, "visibility")) {
+            facts.hidden = facts.hidden || startsWith(value, "hidden");
+        } else if (is(property, "mso-hide")) {
+            facts.hidden = facts.hidden || startsWith(value, "all");
+        } else if (is(property, "opacity")) {
+            facts.hidden = facts.hidden || is(value, "0") || is(value, "0!important");
+        } else if (is(property, "overflow")) {
+            overflowHidden = overflowHidden || startsWith(value, "hidden");
+        } else if (is(property, "max-height")) {
             zeroHeight = zeroHeight || isZeroLength(value);
-        } else if (property == "height") {
+        } else if (is(property, "height")) {
             zeroHeight = zeroHeight || isZeroLength(value);
             facts.height = dimension(value);
-        } else if (property == "width") {
+        } else if (is(property, "width")) {
             facts.width = dimension(value);
-        } else if (property == "font-weight") {
+        } else if (is(property, "font-weight")) {
             const bool heavy = value.size() >= 3 && value[0] >= '6' && value[0] <= '9' && value[1] == '0'
                 && value[2] == '0';
-            if (value.startsWith("bold") || heavy)
+            if (startsWith(value, "bold") || heavy)
                 facts.style |= TarnMailStyle::Bold;
-        } else if (property == "font-style") {
-            if (value.startsWith("italic"))
+        } else if (is(property, "font-style")) {
+            if (startsWith(value, "italic"))
                 facts.style |= TarnMailStyle::Italic;
-        } else if (property == "text-decoration" || property == "text-decoration-line") {
+        } else if (is(property, "text-decoration") || is(property, "text-decoration-line")) {
             if (value.contains("underline"))
                 facts.style |= TarnMailStyle::Underline;
             if (value.contains("line-through"))

@@ -2,9 +2,8 @@
 
 #include "mail/TarnMailStyle.h"
 
-#include <QHash>
-
 #include <array>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -85,19 +84,26 @@ constexpr TagRow rows[] = {
 
 static_assert(std::size(rows) == tagCount, "one row per tag");
 
+constexpr qsizetype longestName = 10;
+
 struct Tables
 {
     std::array<TagInfo, tagCount> info;
-    QHash<QByteArrayView, Tag> byName;
+    // By length and first letter: a lookup compares one to four names.
+    std::array<std::vector<std::pair<QByteArrayView, Tag>>, (longestName + 1) * 26> buckets;
+
+    static qsizetype bucket(QByteArrayView name) { return name.size() * 26 + (name[0] - 'a'); }
 
     Tables()
     {
-        byName.reserve(tagCount);
         for (const TagRow &row : rows) {
             Q_ASSERT(int(row.tag) < tagCount && info[int(row.tag)].name.isEmpty());
             info[int(row.tag)] = TagInfo {QString(row.name), row.flags, row.style};
-            if (row.tag != Tag::Other && row.tag != Tag::Root && row.tag != Tag::Text)
-                byName.insert(QByteArrayView(row.name.data(), row.name.size()), row.tag);
+            if (row.tag != Tag::Other && row.tag != Tag::Root && row.tag != Tag::Text) {
+                const QByteArrayView name(row.name.data(), row.name.size());
+                Q_ASSERT(name.size() <= longestName);
+                buckets[size_t(bucket(name))].push_back({name, row.tag});
+            }
         }
     }
 };
@@ -112,7 +118,13 @@ const Tables &tables()
 
 Tag tagFor(QByteArrayView lowerName)
 {
-    return tables().byName.value(lowerName, Tag::Other);
+    if (lowerName.isEmpty() || lowerName.size() > longestName || lowerName[0] < 'a' || lowerName[0] > 'z')
+        return Tag::Other;
+    for (const auto &[name, tag] : tables().buckets[size_t(Tables::bucket(lowerName))]) {
+        if (name == lowerName)
+            return tag;
+    }
+    return Tag::Other;
 }
 
 const TagInfo &tagInfo(Tag tag)

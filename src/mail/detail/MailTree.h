@@ -23,9 +23,12 @@ public:
     [[nodiscard]] MailNode *create(Tag tag);
 
 private:
-    static constexpr size_t chunkSize = 256;
+    // Chunks grow from small to large, so that a short mail costs little.
+    static constexpr size_t firstChunk = 16;
+    static constexpr size_t largestChunk = 256;
     std::vector<std::unique_ptr<MailNode[]>> m_chunks;
-    size_t m_used = chunkSize;
+    size_t m_chunkSize = 0;
+    size_t m_used = 0;
     MailNode *m_root = nullptr;
 };
 

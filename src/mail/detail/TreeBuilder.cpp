@@ -59,33 +59,59 @@ bool isAsciiWhitespaceOnly(QByteArrayView bytes)
 // Attributes read into marks and facts rather than kept as strings.
 enum class Read : quint8 { Kept, Class, Id, Type, Style, Hidden };
 
-std::optional<std::pair<Read, Attribute>> attributeFor(QByteArrayView lowerName)
+template<qsizetype N>
+bool is(QByteArrayView name, const char (&literal)[N])
 {
-    struct Row
-    {
-        const char *name;
-        Read read;
-        Attribute attribute;
-    };
-    static constexpr Row rows[] = {
-        {"alt", Read::Kept, Attribute::Alt},
-        {"class", Read::Class, Attribute::Alt},
-        {"colspan", Read::Kept, Attribute::Colspan},
-        {"height", Read::Kept, Attribute::Height},
-        {"hidden", Read::Hidden, Attribute::Alt},
-        {"href", Read::Kept, Attribute::Href},
-        {"id", Read::Id, Attribute::Alt},
-        {"role", Read::Kept, Attribute::Role},
-        {"src", Read::Kept, Attribute::Src},
-        {"start", Read::Kept, Attribute::Start},
-        {"style", Read::Style, Attribute::Alt},
-        {"title", Read::Kept, Attribute::Title},
-        {"type", Read::Type, Attribute::Alt},
-        {"width", Read::Kept, Attribute::Width},
-    };
-    for (const Row &row : rows) {
-        if (lowerName == QByteArrayView(row.name))
-            return std::pair {row.read, row.attribute};
+    return name.size() == N - 1 && std::memcmp(name.data(), literal, N - 1) == 0;
+}
+
+// Which attributes are worth reading on which element: the rest are skipped
+// without being decoded (a width on every layout cell, a title on a paragraph).
+std::optional<std::pair<Read, Attribute>> attributeFor(Tag tag, QByteArrayView name)
+{
+    switch (name.size()) {
+    case 2:
+        if (is(name, "id"))
+            return std::pair {Read::Id, Attribute::Alt};
+        break;
+    case 3:
+        if (is(name, "alt") && tag == Tag::Img)
+            return std::pair {Read::Kept, Attribute::Alt};
+        if (is(name, "src") && tag == Tag::Img)
+            return std::pair {Read::Kept, Attribute::Src};
+        break;
+    case 4:
+        if (is(name, "href") && tag == Tag::A)
+            return std::pair {Read::Kept, Attribute::Href};
+        if (is(name, "type"))
+            return std::pair {Read::Type, Attribute::Alt};
+        if (is(name, "role") && tag == Tag::Table)
+            return std::pair {Read::Kept, Attribute::Role};
+        break;
+    case 5:
+        if (is(name, "class"))
+            return std::pair {Read::Class, Attribute::Alt};
+        if (is(name, "style"))
+            return std::pair {Read::Style, Attribute::Alt};
+        if (is(name, "width") && tag == Tag::Img)
+            return std::pair {Read::Kept, Attribute::Width};
+        if (is(name, "title") && tag == Tag::Img)
+            return std::pair {Read::Kept, Attribute::Title};
+        if (is(name, "start") && tag == Tag::Ol)
+            return std::pair {Read::Kept, Attribute::Start};
+        break;
+    case 6:
+        if (is(name, "height") && tag == Tag::Img)
+            return std::pair {Read::Kept, Attribute::Height};
+        if (is(name, "hidden"))
+            return std::pair {Read::Hidden, Attribute::Alt};
+        break;
+    case 7:
+        if (is(name, "colspan") && (tag == Tag::Td || tag == Tag::Th))
+            return std::pair {Read::Kept, Attribute::Colspan};
+        break;
+    default:
+        break;
     }
     return std::nullopt;
 }
@@ -135,7 +161,7 @@ TreeBuilder::Name TreeBuilder::readName(qsizetype from) const
     return result;
 }
 
-qsizetype TreeBuilder::scanAttributes(qsizetype from, Opening *out) const
+qsizetype TreeBuilder::scanAttributes(qsizetype from, Tag tag, Opening *out) const
 {
     const qsizetype n = m_in.size();
     const char *in = m_in.data();
@@ -179,7 +205,7 @@ qsizetype TreeBuilder::scanAttributes(qsizetype from, Opening *out) const
         char lowered[8];
         for (qsizetype k = nameStart; k < nameEnd; ++k)
             lowered[k - nameStart] = lower(in[k]);
-        const auto known = attributeFor(QByteArrayView(lowered, nameEnd - nameStart));
+        const auto known = attributeFor(tag, QByteArrayView(lowered, nameEnd - nameStart));
         if (!known)
             continue;
         const auto [read, attribute] = *known;
@@ -325,7 +351,7 @@ MailTree TreeBuilder::build()
             const Name name = readName(at + 1);
             const bool dropped = hasFlag(name.tag, TagFlag::Dropped);
             Opening opening;
-            const qsizetype end = scanAttributes(name.end, (dropped || name.isOP) ? nullptr : &opening);
+            const qsizetype end = scanAttributes(name.end, name.tag, (dropped || name.isOP) ? nullptr : &opening);
             const bool selfClosing = end < n && end > name.end && in[end - 1] == '/';
             pos = m_textMark = end < n ? end + 1 : n;
             if (dropped && !selfClosing) {
@@ -369,7 +395,9 @@ void TreeBuilder::flushText(qsizetype end)
         }
         return;
     }
-    QString text = TarnMailHTML::decodeEntities(QString::fromUtf8(bytes));
+    QString text = QString::fromUtf8(bytes);
+    if (bytes.contains('&'))
+        text = TarnMailHTML::decodeEntities(text);
     if (last && last->isText()) {
         last->text.append(text);
     } else {

@@ -46,7 +46,7 @@ private:
     [[nodiscard]] Name readName(qsizetype from) const;
     // Index of the '>' that ends a tag whose attributes start at `from`, or the
     // input size; attributes the builder reads are collected when `out` is set.
-    qsizetype scanAttributes(qsizetype from, Opening *out) const;
+    qsizetype scanAttributes(qsizetype from, Tag tag, Opening *out) const;
     // Index of the next '>' outside single or double quotes, or the input size.
     [[nodiscard]] qsizetype quotedEnd(qsizetype from) const;
     // End of `</name ...>` for a dropped element's content, or -1.
