@@ -121,6 +121,11 @@ bool isTrackerURL(const QUrl &url)
                                                         "|/m/o/[a-z0-9_.-]+\\.gif$"_s,
         QRegularExpression::CaseInsensitiveOption);
     const QString pathAndQuery = query.isEmpty() ? path : path + u'?' + query;
+    // Each pattern needs one of these words; an ordinary image path has none.
+    static constexpr std::array<QLatin1StringView, 8> needed
+        = {"open"_L1, "/o/"_L1, "/e2t/"_L1, "pixel"_L1, "beacon"_L1, "view"_L1, ".gif"_L1, "1x1"_L1};
+    if (std::none_of(needed.cbegin(), needed.cend(), [&](QLatin1StringView word) { return pathAndQuery.contains(word); }))
+        return false;
     return patterns.match(pathAndQuery).hasMatch();
 }
 
@@ -132,7 +137,9 @@ bool isDeceptive(QStringView text, const QUrl &url)
     if (host.isEmpty())
         return false;
     const QStringView shown = text.trimmed();
-    if (shown.isEmpty() || shown.size() > 300 || !shown.contains(u'.'))
+    // An address has a dot and no whitespace: most link texts are words.
+    if (shown.isEmpty() || shown.size() > 300 || !shown.contains(u'.')
+        || std::any_of(shown.begin(), shown.end(), [](QChar c) { return c.isSpace(); }))
         return false;
     static const QRegularExpression address
         = compiled(u"^(?:https?://)?((?:[a-z0-9-]+\\.)+[a-z]{2,})(?::\\d+)?(?:[/?#]\\S*)?$"_s,

@@ -41,7 +41,8 @@ constexpr int maxLinkText = 300;
 
 bool isAsciiSpace(char16_t c)
 {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\f' || c == '\r';
+    // Tab, line feed, form feed, carriage return and space, as one bit test.
+    return c <= 0x20 && ((0x1'0000'3600ULL >> c) & 1);
 }
 
 bool isCell(const MailNode &node)
@@ -173,7 +174,7 @@ void BlockBuilder::visit(const MailNode &node, const Context &context)
     }
 
     Context inner = context;
-    inner.style |= TarnMailStyle(tagInfo(node.tag).style | node.style);
+    inner.style |= TarnMailStyle(tagStyle(node.tag) | node.style);
 
     switch (node.tag) {
     case Tag::A:
@@ -348,17 +349,23 @@ void BlockBuilder::addText(const QString &text, const Context &context)
         const QString &last = m_runs.last().text;
         afterSpace = last.isEmpty() || last.back() == u' ' || last.back() == u'\n';
     }
-    // Most text needs no change: then the run shares the tree's string.
+    // Most text needs no change: then the run shares the tree's string. The
+    // loops are branch-free, as spaces fall too irregularly for prediction.
     bool unchanged = true;
     {
         bool space = afterSpace;
+        bool rewrite = false;
+        bool wide = false;
         for (const char16_t u : std::u16string_view(QStringView(text).utf16(), size_t(text.size()))) {
             const bool isSpace = isAsciiSpace(u);
-            if ((isSpace && (space || u != u' ')) || (u >= 0xAD && MailRules::isInvisible(u))) {
-                unchanged = false;
-                break;
-            }
+            rewrite |= isSpace & (space | (u != u' '));
+            wide |= u >= 0xAD;
             space = isSpace;
+        }
+        unchanged = !rewrite;
+        if (unchanged && wide) {
+            const QStringView view(text);
+            unchanged = std::none_of(view.begin(), view.end(), [](QChar c) { return MailRules::isInvisible(c.unicode()); });
         }
     }
     QString out = unchanged ? text : collapsed(text, afterSpace);
@@ -383,14 +390,11 @@ QString BlockBuilder::collapsed(QStringView text, bool afterSpace)
     char16_t *write = reinterpret_cast<char16_t *>(out.data());
     char16_t *const begin = write;
     for (const char16_t u : std::u16string_view(text.utf16(), size_t(text.size()))) {
-        if (isAsciiSpace(u)) {
-            if (!afterSpace)
-                *write++ = u' ';
-            afterSpace = true;
-        } else if (u < 0xAD || !MailRules::isInvisible(u)) {
-            *write++ = u;
-            afterSpace = false;
-        }
+        const bool isSpace = isAsciiSpace(u);
+        *write = isSpace ? u' ' : u;
+        const bool skip = (isSpace & afterSpace) | (u >= 0xAD && MailRules::isInvisible(u));
+        write += !skip;
+        afterSpace = isSpace | (afterSpace & skip);
     }
     out.truncate(write - begin);
     return out;

@@ -141,8 +141,14 @@ StyleFacts styleFacts(QByteArrayView style)
         if (colon < 0)
             continue;
         char propertyBuffer[24];
-        char valueBuffer[64];
         const QByteArrayView property = squeezed(declaration.first(colon), propertyBuffer, sizeof propertyBuffer);
+        // Every property read here starts with one of these letters: the
+        // colours, fonts and paddings of a template are passed over unread.
+        const char first = property.isEmpty() ? 0 : property[0];
+        if (first != 'd' && first != 'v' && first != 'm' && first != 'o' && first != 'h' && first != 'w'
+            && first != 'f' && first != 't')
+            continue;
+        char valueBuffer[64];
         const QByteArrayView value = squeezed(declaration.sliced(colon + 1), valueBuffer, sizeof valueBuffer);
         if (is(property, "display")) {
             facts.hidden = facts.hidden || startsWith(value, "none");
@@ -336,24 +342,6 @@ QList<TarnMailRun> trimmed(QList<TarnMailRun> runs)
         break;
     }
     return runs;
-}
-
-bool isInvisible(char16_t c)
-{
-    switch (c) {
-    case 0x200B:
-    case 0x200C:
-    case 0x200D:
-    case 0x2060:
-    case 0xFEFF:
-    case 0x00AD:
-    case 0x034F:
-    case 0x200E:
-    case 0x200F:
-        return true;
-    default:
-        return false;
-    }
 }
 
 } // namespace TarnMailHTML::detail::MailRules

@@ -43,6 +43,9 @@ struct StyleFacts
 // Runs without leading and trailing whitespace; runs left empty are dropped.
 [[nodiscard]] QList<TarnMailRun> trimmed(QList<TarnMailRun> runs);
 // Zero-width and invisible characters that addText removes.
-[[nodiscard]] bool isInvisible(char16_t c);
+[[nodiscard]] inline bool isInvisible(char16_t c)
+{
+    return c == 0x00AD || c == 0x034F || (c >= 0x200B && c <= 0x200F) || c == 0x2060 || c == 0xFEFF;
+}
 
 } // namespace TarnMailHTML::detail::MailRules

@@ -86,6 +86,18 @@ static_assert(std::size(rows) == tagCount, "one row per tag");
 
 constexpr qsizetype longestName = 10;
 
+template<typename Field>
+constexpr auto byTag(Field field)
+{
+    std::array<decltype(field(rows[0])), tagCount> values {};
+    for (const TagRow &row : rows)
+        values[size_t(row.tag)] = field(row);
+    return values;
+}
+
+constexpr auto flagsByTag = byTag([](const TagRow &row) { return row.flags; });
+constexpr auto styleByTag = byTag([](const TagRow &row) { return row.style; });
+
 struct Tables
 {
     std::array<TagInfo, tagCount> info;
@@ -125,6 +137,16 @@ Tag tagFor(QByteArrayView lowerName)
             return tag;
     }
     return Tag::Other;
+}
+
+quint16 tagFlags(Tag tag)
+{
+    return flagsByTag[size_t(tag)];
+}
+
+quint32 tagStyle(Tag tag)
+{
+    return styleByTag[size_t(tag)];
 }
 
 const TagInfo &tagInfo(Tag tag)

@@ -56,9 +56,13 @@ struct TagInfo
 [[nodiscard]] Tag tagFor(QByteArrayView lowerName);
 [[nodiscard]] const TagInfo &tagInfo(Tag tag);
 
+// Without the name: a plain table lookup, no initialization to check.
+[[nodiscard]] quint16 tagFlags(Tag tag);
+[[nodiscard]] quint32 tagStyle(Tag tag);
+
 [[nodiscard]] inline bool hasFlag(Tag tag, quint16 flag)
 {
-    return (tagInfo(tag).flags & flag) != 0;
+    return (tagFlags(tag) & flag) != 0;
 }
 
 } // namespace TarnMailHTML::detail

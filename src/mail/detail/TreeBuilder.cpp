@@ -142,18 +142,22 @@ TreeBuilder::Name TreeBuilder::readName(qsizetype from) const
     Name result;
     result.end = end;
     // Names are short; a long one (no tag we know) gets a heap buffer.
-    char small[32];
+    char small[32] = {};
     QByteArray large;
     char *buffer = small;
     if (end - from > qsizetype(sizeof small)) {
         large.resize(end - from);
         buffer = large.data();
     }
-    for (qsizetype i = from; i < end; ++i)
-        buffer[i - from] = lower(m_in[i]);
+    qsizetype colon = -1;
+    for (qsizetype i = from; i < end; ++i) {
+        const char c = m_in[i];
+        if (c == ':')
+            colon = i - from;
+        buffer[i - from] = lower(c);
+    }
     const QByteArrayView lowered(buffer, end - from);
-    result.isOP = lowered == "o:p";
-    const qsizetype colon = lowered.lastIndexOf(':');
+    result.isOP = is(lowered, "o:p");
     const QByteArrayView local = colon < 0 ? lowered : lowered.sliced(colon + 1);
     result.tag = local.isEmpty() ? Tag::Other : tagFor(local);
     if (result.tag == Tag::Other)
@@ -222,12 +226,13 @@ qsizetype TreeBuilder::scanAttributes(qsizetype from, Tag tag, Opening *out) con
         QByteArrayView raw(in + valueStart, valueEnd - valueStart);
         QString value;
         QByteArray decoded;
-        if (read == Read::Kept || raw.contains('&')) {
-            value = TarnMailHTML::decodeEntities(QString::fromUtf8(raw));
-            if (read != Read::Kept) {
-                decoded = value.toUtf8();
-                raw = decoded;
-            }
+        if (read == Read::Kept) {
+            value = QString::fromUtf8(raw);
+            if (raw.contains('&'))
+                value = TarnMailHTML::decodeEntities(value);
+        } else if (raw.contains('&')) {
+            decoded = TarnMailHTML::decodeEntities(QString::fromUtf8(raw)).toUtf8();
+            raw = decoded;
         }
         switch (read) {
         case Read::Kept:
