@@ -52,8 +52,7 @@ bool isCell(const MailNode &node)
 
 int colspan(const MailNode &cell)
 {
-    const std::optional<int> span = MailRules::dimension(cell.attribute(Attribute::Colspan));
-    return span ? qBound(1, *span, 1000) : 1;
+    return cell.number;
 }
 
 // The visible text of a link, whitespace collapsed, or nothing once it is too
@@ -329,8 +328,8 @@ void BlockBuilder::signature(const MailNode &node, const Context &context)
 void BlockBuilder::link(const MailNode &node, Context context)
 {
     context.link.reset();
-    if (node.hasAttribute(Attribute::Href)) {
-        context.link = TarnMailHTML::safeLink(node.attribute(Attribute::Href));
+    if (node.hasMark(NodeMark::HasHref)) {
+        context.link = TarnMailHTML::safeLink(node.value);
         if (context.link) {
             const std::optional<QString> text = linkText(node);
             if (text && TarnMailHTML::isDeceptive(*text, *context.link))
@@ -472,13 +471,11 @@ void BlockBuilder::heading(const MailNode &node, const Context &context, int lev
 
 void BlockBuilder::image(const MailNode &node, const Context &context)
 {
-    const QString alt
-        = (node.hasAttribute(Attribute::Alt) ? node.attribute(Attribute::Alt) : node.attribute(Attribute::Title))
-              .trimmed();
-    std::optional<int> width = MailRules::dimension(node.attribute(Attribute::Width));
+    const QString alt = node.alt.trimmed();
+    std::optional<int> width = node.width >= 0 ? std::optional<int>(node.width) : std::nullopt;
     if (!width && node.styleWidth >= 0)
         width = node.styleWidth;
-    std::optional<int> height = MailRules::dimension(node.attribute(Attribute::Height));
+    std::optional<int> height = node.height >= 0 ? std::optional<int>(node.height) : std::nullopt;
     if (!height && node.styleHeight >= 0)
         height = node.styleHeight;
 
@@ -491,7 +488,7 @@ void BlockBuilder::image(const MailNode &node, const Context &context)
         return;
     }
 
-    const QString source = node.attribute(Attribute::Src).trimmed();
+    const QString source = node.value.trimmed();
     const bool httpSource = source.startsWith("http"_L1, Qt::CaseInsensitive);
     const bool pixelSized
         = (width && height && *width <= 2 && *height <= 2) || (width && *width < 2) || (height && *height <= 1);
@@ -531,17 +528,7 @@ void BlockBuilder::image(const MailNode &node, const Context &context)
 void BlockBuilder::list(const MailNode &node, const Context &context)
 {
     const bool ordered = node.tag == Tag::Ol;
-    int start = 1;
-    {
-        const QString value = node.attribute(Attribute::Start).trimmed();
-        bool ok = false;
-        const int parsed = value.toInt(&ok, 10);
-        const bool digits = value.size() > (value.startsWith(u'+') || value.startsWith(u'-') ? 1 : 0)
-            && std::all_of(value.cbegin() + ((value.startsWith(u'+') || value.startsWith(u'-')) ? 1 : 0),
-                value.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-        if (ok && digits)
-            start = parsed;
-    }
+    const int start = node.number;
 
     QList<QList<TarnMailBlock>> items;
     // Content directly inside the list but outside any item is gathered into
@@ -634,8 +621,7 @@ std::vector<BlockBuilder::Row> BlockBuilder::rows(const MailNode &table)
 
 bool BlockBuilder::isDataTable(const MailNode &table, const std::vector<Row> &rows)
 {
-    const QString role = table.attribute(Attribute::Role).trimmed().toLower();
-    if (role == "presentation"_L1 || role == "none"_L1)
+    if (table.hasMark(NodeMark::Presentation))
         return false;
     if (rows.size() < 2)
         return false;

@@ -2,29 +2,13 @@
 
 #include "mail/detail/MailTag.h"
 
-#include <QList>
 #include <QString>
-
-#include <utility>
 
 namespace TarnMailHTML::detail {
 
-// The attributes the block builder reads as strings. Others are skipped while
-// scanning and never decoded, so they cost nothing however large; class, id,
-// type, style and hidden are read once, into MailNode's marks and style facts.
-enum class Attribute : quint8 {
-    Alt,
-    Colspan,
-    Height,
-    Href,
-    Role,
-    Src,
-    Start,
-    Title,
-    Width,
-};
-
-// What class, id and type attributes say about a node.
+// What the attributes of a node say, read once while scanning its tag. Only
+// the attributes the block builder uses are read, and only on the elements it
+// reads them on; the rest are skipped undecoded, however large.
 namespace NodeMark {
 enum : quint8 {
     HistoryClass = 1,   // gmail_quote, moz-cite-prefix, yahoo_quoted, ...
@@ -32,6 +16,8 @@ enum : quint8 {
     EmojiClass = 4,     // a class containing "emoji"
     ReplySeparator = 8, // id divRplyFwdMsg, appendonsend, ...
     CiteType = 16,      // type="cite"
+    HasHref = 32,       // a link with an href (possibly empty)
+    Presentation = 64,  // role="presentation" or "none"
 };
 }
 
@@ -48,7 +34,11 @@ struct MailNode
     // A text node's text; for an element of a tag the builders do not know
     // (Tag::Other), its lower-case name.
     QString text;
-    QList<std::pair<Attribute, QString>> attributes;
+    QString value; // a: href; img: src
+    QString alt;   // img: alt, else title
+    int width = -1; // img: width and height attributes, in CSS pixels; -1 when not given
+    int height = -1;
+    int number = 1; // ol: start; td, th: colspan
     MailNode *firstChild = nullptr;
     MailNode *lastChild = nullptr;
     MailNode *next = nullptr;
@@ -57,9 +47,6 @@ struct MailNode
     // Lower-case tag name, "#root" or "#text".
     [[nodiscard]] QString name() const { return tag == Tag::Other ? text : tagInfo(tag).name; }
     [[nodiscard]] bool hasMark(quint8 mark) const { return (marks & mark) != 0; }
-    [[nodiscard]] bool hasAttribute(Attribute attribute) const;
-    // The value, or an empty string when absent.
-    [[nodiscard]] QString attribute(Attribute attribute) const;
 
     void append(MailNode *child);
 };

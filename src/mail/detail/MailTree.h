@@ -26,7 +26,13 @@ private:
     // Chunks grow from small to large, so that a short mail costs little.
     static constexpr size_t firstChunk = 16;
     static constexpr size_t largestChunk = 256;
-    std::vector<std::unique_ptr<MailNode[]>> m_chunks;
+    // Raw storage: only the nodes handed out are ever constructed.
+    struct Chunk
+    {
+        std::unique_ptr<std::byte[]> storage;
+        size_t size = 0;
+    };
+    std::vector<Chunk> m_chunks;
     size_t m_chunkSize = 0;
     size_t m_used = 0;
     MailNode *m_root = nullptr;

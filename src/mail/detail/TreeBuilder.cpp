@@ -4,6 +4,7 @@
 #include "mail/detail/MailRules.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <utility>
 
@@ -56,8 +57,8 @@ bool isAsciiWhitespaceOnly(QByteArrayView bytes)
     return true;
 }
 
-// Attributes read into marks and facts rather than kept as strings.
-enum class Read : quint8 { Kept, Class, Id, Type, Style, Hidden };
+// The attributes read, each into its own field of the node.
+enum class Read : quint8 { Class, Id, Type, Style, Hidden, Href, Src, Alt, Title, Width, Height, Start, Colspan, Role };
 
 template<qsizetype N>
 bool is(QByteArrayView name, const char (&literal)[N])
@@ -67,53 +68,72 @@ bool is(QByteArrayView name, const char (&literal)[N])
 
 // Which attributes are worth reading on which element: the rest are skipped
 // without being decoded (a width on every layout cell, a title on a paragraph).
-std::optional<std::pair<Read, Attribute>> attributeFor(Tag tag, QByteArrayView name)
+std::optional<Read> attributeFor(Tag tag, QByteArrayView name)
 {
     switch (name.size()) {
     case 2:
         if (is(name, "id"))
-            return std::pair {Read::Id, Attribute::Alt};
+            return Read::Id;
         break;
     case 3:
-        if (is(name, "alt") && tag == Tag::Img)
-            return std::pair {Read::Kept, Attribute::Alt};
-        if (is(name, "src") && tag == Tag::Img)
-            return std::pair {Read::Kept, Attribute::Src};
+        if (tag == Tag::Img && is(name, "alt"))
+            return Read::Alt;
+        if (tag == Tag::Img && is(name, "src"))
+            return Read::Src;
         break;
     case 4:
-        if (is(name, "href") && tag == Tag::A)
-            return std::pair {Read::Kept, Attribute::Href};
+        if (tag == Tag::A && is(name, "href"))
+            return Read::Href;
         if (is(name, "type"))
-            return std::pair {Read::Type, Attribute::Alt};
-        if (is(name, "role") && tag == Tag::Table)
-            return std::pair {Read::Kept, Attribute::Role};
+            return Read::Type;
+        if (tag == Tag::Table && is(name, "role"))
+            return Read::Role;
         break;
     case 5:
         if (is(name, "class"))
-            return std::pair {Read::Class, Attribute::Alt};
+            return Read::Class;
         if (is(name, "style"))
-            return std::pair {Read::Style, Attribute::Alt};
-        if (is(name, "width") && tag == Tag::Img)
-            return std::pair {Read::Kept, Attribute::Width};
-        if (is(name, "title") && tag == Tag::Img)
-            return std::pair {Read::Kept, Attribute::Title};
-        if (is(name, "start") && tag == Tag::Ol)
-            return std::pair {Read::Kept, Attribute::Start};
+            return Read::Style;
+        if (tag == Tag::Img && is(name, "width"))
+            return Read::Width;
+        if (tag == Tag::Img && is(name, "title"))
+            return Read::Title;
+        if (tag == Tag::Ol && is(name, "start"))
+            return Read::Start;
         break;
     case 6:
-        if (is(name, "height") && tag == Tag::Img)
-            return std::pair {Read::Kept, Attribute::Height};
+        if (tag == Tag::Img && is(name, "height"))
+            return Read::Height;
         if (is(name, "hidden"))
-            return std::pair {Read::Hidden, Attribute::Alt};
+            return Read::Hidden;
         break;
     case 7:
-        if (is(name, "colspan") && (tag == Tag::Td || tag == Tag::Th))
-            return std::pair {Read::Kept, Attribute::Colspan};
+        if ((tag == Tag::Td || tag == Tag::Th) && is(name, "colspan"))
+            return Read::Colspan;
         break;
     default:
         break;
     }
     return std::nullopt;
+}
+
+// An ordered list's start: an optional sign and decimal digits, else 1.
+int listStart(QByteArrayView value)
+{
+    value = value.trimmed();
+    const bool negative = value.startsWith('-');
+    if (negative || value.startsWith('+'))
+        value = value.sliced(1);
+    if (value.isEmpty() || value.size() > 10)
+        return 1;
+    qint64 number = 0;
+    for (const char c : value) {
+        if (c < '0' || c > '9')
+            return 1;
+        number = number * 10 + (c - '0');
+    }
+    number = negative ? -number : number;
+    return (number < INT_MIN || number > INT_MAX) ? 1 : int(number);
 }
 
 // Whitespace between tags is most of the text nodes of a laid-out mail; outside
@@ -170,7 +190,7 @@ qsizetype TreeBuilder::scanAttributes(qsizetype from, Tag tag, Opening *out) con
     const qsizetype n = m_in.size();
     const char *in = m_in.data();
     qsizetype i = from;
-    quint8 seen = 0; // the first of a repeated attribute wins, as in browsers
+    quint32 seen = 0;
     while (i < n) {
         const char c = in[i];
         if (c == '>')
@@ -209,35 +229,28 @@ qsizetype TreeBuilder::scanAttributes(qsizetype from, Tag tag, Opening *out) con
         char lowered[8];
         for (qsizetype k = nameStart; k < nameEnd; ++k)
             lowered[k - nameStart] = lower(in[k]);
-        const auto known = attributeFor(tag, QByteArrayView(lowered, nameEnd - nameStart));
+        const std::optional<Read> known = attributeFor(tag, QByteArrayView(lowered, nameEnd - nameStart));
         if (!known)
             continue;
-        const auto [read, attribute] = *known;
-        const quint8 bit = quint8(1u << unsigned(read));
-        if (read != Read::Kept) {
-            if (seen & bit)
-                continue;
-            seen |= bit;
-        } else if (std::any_of(out->attributes.cbegin(), out->attributes.cend(),
-                       [&](const auto &kept) { return kept.first == attribute; })) {
+        const Read read = *known;
+        const quint32 bit = 1u << unsigned(read);
+        if (seen & bit) // the first of a repeated attribute wins, as in browsers
             continue;
-        }
+        seen |= bit;
 
         QByteArrayView raw(in + valueStart, valueEnd - valueStart);
-        QString value;
+        const bool asText = read == Read::Href || read == Read::Src || read == Read::Alt || read == Read::Title;
+        QString text;
         QByteArray decoded;
-        if (read == Read::Kept) {
-            value = QString::fromUtf8(raw);
+        if (asText) {
+            text = QString::fromUtf8(raw);
             if (raw.contains('&'))
-                value = TarnMailHTML::decodeEntities(value);
+                text = TarnMailHTML::decodeEntities(text);
         } else if (raw.contains('&')) {
             decoded = TarnMailHTML::decodeEntities(QString::fromUtf8(raw)).toUtf8();
             raw = decoded;
         }
         switch (read) {
-        case Read::Kept:
-            out->attributes.append({attribute, std::move(value)});
-            break;
         case Read::Class:
             out->marks |= MailRules::classMarks(raw);
             break;
@@ -256,6 +269,38 @@ qsizetype TreeBuilder::scanAttributes(qsizetype from, Tag tag, Opening *out) con
             out->style = quint8(facts.style.rawValue());
             out->styleWidth = facts.width.value_or(-1);
             out->styleHeight = facts.height.value_or(-1);
+            break;
+        }
+        case Read::Href:
+            out->marks |= NodeMark::HasHref;
+            out->value = std::move(text);
+            break;
+        case Read::Src:
+            out->value = std::move(text);
+            break;
+        case Read::Alt: // the alt text wins over a title, wherever each stands
+            out->alt = std::move(text);
+            break;
+        case Read::Title:
+            if (!(seen & (1u << unsigned(Read::Alt))))
+                out->alt = std::move(text);
+            break;
+        case Read::Width:
+            out->width = MailRules::dimension(raw).value_or(-1);
+            break;
+        case Read::Height:
+            out->height = MailRules::dimension(raw).value_or(-1);
+            break;
+        case Read::Start:
+            out->number = listStart(raw);
+            break;
+        case Read::Colspan:
+            out->number = qBound(1, MailRules::dimension(raw).value_or(1), 1000);
+            break;
+        case Read::Role: {
+            const QByteArrayView role = raw.trimmed();
+            if (role.compare("presentation", Qt::CaseInsensitive) == 0 || role.compare("none", Qt::CaseInsensitive) == 0)
+                out->marks |= NodeMark::Presentation;
             break;
         }
         }
@@ -504,7 +549,11 @@ void TreeBuilder::open(Tag tag, const QString &name, Opening opening, bool selfC
     MailNode *node = m_tree.create(tag);
     if (tag == Tag::Other)
         node->text = name;
-    node->attributes = std::move(opening.attributes);
+    node->value = std::move(opening.value);
+    node->alt = std::move(opening.alt);
+    node->width = opening.width;
+    node->height = opening.height;
+    node->number = opening.number;
     node->hidden = opening.hidden;
     node->marks = opening.marks;
     node->style = opening.style;

@@ -27,7 +27,11 @@ private:
     // What a start tag's attributes say.
     struct Opening
     {
-        QList<std::pair<Attribute, QString>> attributes;
+        QString value;
+        QString alt;
+        int width = -1;
+        int height = -1;
+        int number = 1;
         quint8 marks = 0;
         quint8 style = 0;
         bool hidden = false; // a hidden attribute, or a hiding style
