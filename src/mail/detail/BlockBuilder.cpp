@@ -352,14 +352,17 @@ void BlockBuilder::addText(const QString &text, const Context &context)
     // loops are branch-free, as spaces fall too irregularly for prediction.
     bool unchanged = true;
     {
-        bool space = afterSpace;
-        bool rewrite = false;
-        bool wide = false;
-        for (const char16_t u : std::u16string_view(QStringView(text).utf16(), size_t(text.size()))) {
-            const bool isSpace = isAsciiSpace(u);
-            rewrite |= isSpace & (space | (u != u' '));
-            wide |= u >= 0xAD;
-            space = isSpace;
+        // Written without a carried state so that the compiler vectorizes it:
+        // a whitespace character needs rewriting unless it is a space after a
+        // character that is not whitespace.
+        const char16_t *p = QStringView(text).utf16();
+        const qsizetype n = text.size();
+        const auto space = [](char16_t u) { return (u == 32) | ((u >= 9) & (u <= 13) & (u != 11)); };
+        unsigned rewrite = space(p[0]) & (afterSpace | (p[0] != u' '));
+        unsigned wide = p[0] >= 0xAD;
+        for (qsizetype i = 1; i < n; ++i) {
+            rewrite |= space(p[i]) & ((p[i] != u' ') | space(p[i - 1]));
+            wide |= p[i] >= 0xAD;
         }
         unchanged = !rewrite;
         if (unchanged && wide) {
