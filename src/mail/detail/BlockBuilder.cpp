@@ -474,13 +474,9 @@ void BlockBuilder::heading(const MailNode &node, const Context &context, int lev
 
 void BlockBuilder::image(const MailNode &node, const Context &context)
 {
-    const QString alt = node.alt.trimmed();
-    std::optional<int> width = node.width >= 0 ? std::optional<int>(node.width) : std::nullopt;
-    if (!width && node.styleWidth >= 0)
-        width = node.styleWidth;
-    std::optional<int> height = node.height >= 0 ? std::optional<int>(node.height) : std::nullopt;
-    if (!height && node.styleHeight >= 0)
-        height = node.styleHeight;
+    const QString alt = node.text.trimmed();
+    const std::optional<int> width = node.width >= 0 ? std::optional<int>(node.width) : std::nullopt;
+    const std::optional<int> height = node.height >= 0 ? std::optional<int>(node.height) : std::nullopt;
 
     if (node.hasMark(NodeMark::EmojiClass)) {
         addText(alt, context);

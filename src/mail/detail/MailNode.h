@@ -29,16 +29,15 @@ struct MailNode
     bool hidden = false; // decided once, when the node is opened
     quint8 marks = 0;    // NodeMark bits
     quint8 style = 0;    // TarnMailStyle bits its style attribute adds
-    int styleWidth = -1; // CSS pixels from the style attribute, -1 when not given
-    int styleHeight = -1;
-    // A text node's text; for an element of a tag the builders do not know
-    // (Tag::Other), its lower-case name.
-    QString text;
-    QString value; // a: href; img: src
-    QString alt;   // img: alt, else title
-    int width = -1; // img: width and height attributes, in CSS pixels; -1 when not given
+    // img: the width and height attributes in CSS pixels, else those of the
+    // style attribute; -1 when neither gives one.
+    int width = -1;
     int height = -1;
     int number = 1; // ol: start; td, th: colspan
+    // A text node's text; an img's alt text (else its title); for an element
+    // of a tag the builders do not know (Tag::Other), its lower-case name.
+    QString text;
+    QString value; // a: href; img: src
     MailNode *firstChild = nullptr;
     MailNode *lastChild = nullptr;
     MailNode *next = nullptr;

@@ -550,15 +550,14 @@ void TreeBuilder::open(Tag tag, const QString &name, Opening opening, bool selfC
     if (tag == Tag::Other)
         node->text = name;
     node->value = std::move(opening.value);
-    node->alt = std::move(opening.alt);
-    node->width = opening.width;
-    node->height = opening.height;
+    if (tag == Tag::Img)
+        node->text = std::move(opening.alt);
+    node->width = opening.width >= 0 ? opening.width : opening.styleWidth;
+    node->height = opening.height >= 0 ? opening.height : opening.styleHeight;
     node->number = opening.number;
     node->hidden = opening.hidden;
     node->marks = opening.marks;
     node->style = opening.style;
-    node->styleWidth = opening.styleWidth;
-    node->styleHeight = opening.styleHeight;
     top()->append(node);
     if (!hasFlag(tag, TagFlag::Void) && !selfClosing && !full)
         push(node);
