@@ -64,7 +64,8 @@ std::optional<QString> linkText(const MailNode &anchor)
     bool tooLong = false;
     const auto collect = [&](const auto &self, const MailNode &node) -> void {
         for (const MailNode *child = node.firstChild; child && !tooLong; child = child->next) {
-            if (--budget < 0 || text.size() > maxLinkText) {
+            // Raw text may be mostly layout whitespace: allow for it before giving up.
+            if (--budget < 0 || text.size() > maxLinkText * 4) {
                 tooLong = true;
                 return;
             }
@@ -91,7 +92,7 @@ bool isLayoutCell(const MailNode &cell)
             if (--budget < 0)
                 return true;
             if (child->isText()) {
-                characters += int(child->text.trimmed().size());
+                characters += int(QStringView(child->text).trimmed().size());
                 if (characters > maxDataCellCharacters)
                     return true;
                 continue;
