@@ -41,6 +41,8 @@ struct StyleFacts
 // The bytes of a data:image/...;base64 source, or nothing.
 [[nodiscard]] std::optional<QByteArray> decodeDataImage(QStringView source);
 // Runs without leading and trailing whitespace; runs left empty are dropped.
+// Whitespace here includes the no-break space: inside a paragraph it is kept,
+// but a paragraph of nothing else (a template's spacer cell) reads as empty.
 [[nodiscard]] QList<TarnMailRun> trimmed(QList<TarnMailRun> runs);
 // Zero-width and invisible characters that addText removes.
 [[nodiscard]] inline bool isInvisible(char16_t c)
