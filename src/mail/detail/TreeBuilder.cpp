@@ -4,6 +4,7 @@
 #include "mail/detail/MailRules.h"
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cstring>
 #include <utility>
@@ -14,9 +15,31 @@ namespace TarnMailHTML::detail {
 
 namespace {
 
+// Byte classes of the scan, one table lookup each.
+enum : quint8 {
+    Space = 1,         // tab, line feed, form feed, carriage return, space
+    EndsName = 2,      // ends a tag name: a space, '/' or '>'
+    EndsAttribute = 4, // ends an attribute name: a space, '/', '>' or '='
+};
+
+constexpr std::array<quint8, 256> byteClasses = [] {
+    std::array<quint8, 256> classes {};
+    for (const unsigned char c : {' ', '\t', '\n', '\f', '\r'})
+        classes[c] = Space | EndsName | EndsAttribute;
+    classes[unsigned('/')] = EndsName | EndsAttribute;
+    classes[unsigned('>')] = EndsName | EndsAttribute;
+    classes[unsigned('=')] = EndsAttribute;
+    return classes;
+}();
+
+bool is(char c, quint8 byteClass)
+{
+    return (byteClasses[static_cast<unsigned char>(c)] & byteClass) != 0;
+}
+
 bool isSpace(char c)
 {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\f' || c == '\r';
+    return is(c, Space);
 }
 
 bool isAsciiLetter(char c)
@@ -31,7 +54,7 @@ char lower(char c)
 
 bool endsName(char c)
 {
-    return isSpace(c) || c == '/' || c == '>';
+    return is(c, EndsName);
 }
 
 bool isAnyOf(Tag tag, std::initializer_list<Tag> tags)
@@ -162,7 +185,7 @@ TreeBuilder::Name TreeBuilder::readName(qsizetype from) const
     Name result;
     result.end = end;
     // Names are short; a long one (no tag we know) gets a heap buffer.
-    char small[32] = {};
+    char small[32] = {}; // zeroed only to quiet a false maybe-uninitialized warning
     QByteArray large;
     char *buffer = small;
     if (end - from > qsizetype(sizeof small)) {
@@ -177,7 +200,7 @@ TreeBuilder::Name TreeBuilder::readName(qsizetype from) const
         buffer[i - from] = lower(c);
     }
     const QByteArrayView lowered(buffer, end - from);
-    result.isOP = is(lowered, "o:p");
+    result.isOP = lowered.size() == 3 && lowered[0] == 'o' && lowered[1] == ':' && lowered[2] == 'p';
     const QByteArrayView local = colon < 0 ? lowered : lowered.sliced(colon + 1);
     result.tag = local.isEmpty() ? Tag::Other : tagFor(local);
     if (result.tag == Tag::Other)
@@ -201,7 +224,7 @@ qsizetype TreeBuilder::scanAttributes(qsizetype from, Tag tag, Opening *out) con
         }
         const qsizetype nameStart = i;
         ++i; // a leading '=' or quote belongs to the name
-        while (i < n && !isSpace(in[i]) && in[i] != '/' && in[i] != '>' && in[i] != '=')
+        while (i < n && !is(in[i], EndsAttribute))
             ++i;
         const qsizetype nameEnd = i;
         while (i < n && isSpace(in[i]))
