@@ -27,6 +27,7 @@ constexpr quint16 BL = TagFlag::BlockLevel;
 constexpr quint16 TI = TagFlag::TableInner;
 constexpr quint16 BR = TagFlag::Breaks;
 constexpr quint16 IN = TagFlag::Inline;
+constexpr quint16 PB = TagFlag::ParagraphBarrier;
 
 constexpr quint32 bold = TarnMailStyle::Bold;
 constexpr quint32 italic = TarnMailStyle::Italic;
@@ -40,14 +41,14 @@ constexpr TagRow rows[] = {
     {Tag::A, "a"_L1, IN, 0}, {Tag::Address, "address"_L1, BL | BR, italic}, {Tag::Applet, "applet"_L1, D, 0},
     {Tag::Area, "area"_L1, V, 0}, {Tag::Article, "article"_L1, BL | BR, 0}, {Tag::Aside, "aside"_L1, BL | BR, 0},
     {Tag::Audio, "audio"_L1, D, 0},
-    {Tag::B, "b"_L1, IN, bold}, {Tag::Base, "base"_L1, V, 0}, {Tag::Blockquote, "blockquote"_L1, BL | BR, 0},
+    {Tag::B, "b"_L1, IN, bold}, {Tag::Base, "base"_L1, V, 0}, {Tag::Blockquote, "blockquote"_L1, BL | BR | PB, 0},
     {Tag::Body, "body"_L1, IN, 0}, {Tag::Br, "br"_L1, V | BR, 0}, {Tag::Button, "button"_L1, 0, 0},
     {Tag::Canvas, "canvas"_L1, D, 0}, {Tag::Caption, "caption"_L1, TI | BR, 0}, {Tag::Center, "center"_L1, BL | BR, 0},
     {Tag::Cite, "cite"_L1, IN, italic}, {Tag::Code, "code"_L1, IN, code}, {Tag::Col, "col"_L1, V, 0},
     {Tag::Colgroup, "colgroup"_L1, 0, 0},
     {Tag::Datalist, "datalist"_L1, D, 0}, {Tag::Dd, "dd"_L1, BR, 0}, {Tag::Del, "del"_L1, IN, strike},
     {Tag::Details, "details"_L1, BR, 0}, {Tag::Dfn, "dfn"_L1, IN, italic}, {Tag::Dir, "dir"_L1, BR, 0},
-    {Tag::Div, "div"_L1, BL | BR, 0}, {Tag::Dl, "dl"_L1, BL | BR, 0}, {Tag::Dt, "dt"_L1, BR, 0},
+    {Tag::Div, "div"_L1, BL | BR | PB, 0}, {Tag::Dl, "dl"_L1, BL | BR, 0}, {Tag::Dt, "dt"_L1, BR, 0},
     {Tag::Em, "em"_L1, IN, italic}, {Tag::Embed, "embed"_L1, V, 0},
     {Tag::Fieldset, "fieldset"_L1, BL | BR, 0}, {Tag::Figcaption, "figcaption"_L1, BR, 0},
     {Tag::Figure, "figure"_L1, BL | BR, 0}, {Tag::Footer, "footer"_L1, BL | BR, 0}, {Tag::Form, "form"_L1, BL | BR, 0},
@@ -58,7 +59,7 @@ constexpr TagRow rows[] = {
     {Tag::I, "i"_L1, IN, italic}, {Tag::Iframe, "iframe"_L1, D, 0}, {Tag::Img, "img"_L1, V, 0},
     {Tag::Input, "input"_L1, V, 0}, {Tag::Ins, "ins"_L1, IN, underline},
     {Tag::Kbd, "kbd"_L1, IN, code}, {Tag::Keygen, "keygen"_L1, V, 0},
-    {Tag::Label, "label"_L1, IN, 0}, {Tag::Legend, "legend"_L1, BR, 0}, {Tag::Li, "li"_L1, BR, 0},
+    {Tag::Label, "label"_L1, IN, 0}, {Tag::Legend, "legend"_L1, BR, 0}, {Tag::Li, "li"_L1, BR | PB, 0},
     {Tag::Link, "link"_L1, V, 0}, {Tag::Listing, "listing"_L1, BR, 0},
     {Tag::Main, "main"_L1, BR, 0}, {Tag::Map, "map"_L1, D, 0}, {Tag::Math, "math"_L1, D, 0},
     {Tag::Menu, "menu"_L1, BL | BR, 0}, {Tag::Meta, "meta"_L1, V, 0},
@@ -71,9 +72,9 @@ constexpr TagRow rows[] = {
     {Tag::Section, "section"_L1, BL | BR, 0}, {Tag::Select, "select"_L1, D, 0}, {Tag::Source, "source"_L1, V, 0},
     {Tag::Strike, "strike"_L1, IN, strike}, {Tag::Strong, "strong"_L1, IN, bold}, {Tag::Style, "style"_L1, D, 0},
     {Tag::Summary, "summary"_L1, BR, 0}, {Tag::Svg, "svg"_L1, D, 0},
-    {Tag::Table, "table"_L1, BL | TI | BR, 0}, {Tag::Tbody, "tbody"_L1, TI | BR, 0}, {Tag::Td, "td"_L1, TI | BR, 0},
+    {Tag::Table, "table"_L1, BL | TI | BR | PB, 0}, {Tag::Tbody, "tbody"_L1, TI | BR, 0}, {Tag::Td, "td"_L1, TI | BR | PB, 0},
     {Tag::Template, "template"_L1, D, 0}, {Tag::Textarea, "textarea"_L1, D, 0}, {Tag::Tfoot, "tfoot"_L1, TI | BR, 0},
-    {Tag::Th, "th"_L1, TI | BR, 0}, {Tag::Thead, "thead"_L1, TI | BR, 0}, {Tag::Title, "title"_L1, D, 0},
+    {Tag::Th, "th"_L1, TI | BR | PB, 0}, {Tag::Thead, "thead"_L1, TI | BR, 0}, {Tag::Title, "title"_L1, D, 0},
     {Tag::Tr, "tr"_L1, TI | BR, 0}, {Tag::Track, "track"_L1, V, 0}, {Tag::Tt, "tt"_L1, IN, code},
     {Tag::U, "u"_L1, IN, underline}, {Tag::Ul, "ul"_L1, BL | BR, 0},
     {Tag::Var, "var"_L1, IN, italic}, {Tag::Video, "video"_L1, D, 0},

@@ -42,6 +42,7 @@ enum : quint16 {
     TableInner = 8,  // tr, td, th, thead, tbody, tfoot, caption: closing stops at a table
     Breaks = 16,     // the block builder ends the open paragraph at it, before and after
     Inline = 32,     // adds at most a style to its content: an empty one has no effect
+    ParagraphBarrier = 64, // td, th, table, li, blockquote, div: a paragraph is not closed across it
 };
 }
 

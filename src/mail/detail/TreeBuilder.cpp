@@ -518,9 +518,7 @@ bool TreeBuilder::closeImplicitly(Target target, Barrier barrier, bool lowest)
 
 void TreeBuilder::open(Tag tag, const QString &name, Opening opening, bool selfClosing)
 {
-    const auto paragraphBarrier = [](Tag t) {
-        return isAnyOf(t, {Tag::Td, Tag::Th, Tag::Table, Tag::Li, Tag::Blockquote, Tag::Div});
-    };
+    const auto paragraphBarrier = [](Tag t) { return hasFlag(t, TagFlag::ParagraphBarrier); };
     if (hasFlag(tag, TagFlag::BlockLevel))
         closeImplicitly([](Tag t) { return t == Tag::P; }, paragraphBarrier);
 
@@ -596,9 +594,8 @@ void TreeBuilder::close(const Name &name)
         return;
     }
     if (tag == Tag::P) {
-        const bool closed = closeImplicitly([](Tag t) { return t == Tag::P; }, [](Tag t) {
-            return isAnyOf(t, {Tag::Td, Tag::Th, Tag::Table, Tag::Li, Tag::Blockquote, Tag::Div});
-        });
+        const bool closed = closeImplicitly(
+            [](Tag t) { return t == Tag::P; }, [](Tag t) { return hasFlag(t, TagFlag::ParagraphBarrier); });
         // A stray </p> is a line break, as browsers draw it.
         if (!closed)
             open(Tag::Br, QString(), {}, true);
