@@ -43,7 +43,7 @@ private:
     {
         qsizetype end = 0; // first byte after the name
         Tag tag = Tag::Other;
-        QString name;       // the local name, lower-cased
+        QString name;       // the local name, lower-cased (kept for Tag::Other only)
         bool isOP = false;  // the Office paragraph o:p, ignored
     };
 
