@@ -1,5 +1,6 @@
 #include "ApiCommand.h"
 #include "SignOutCommand.h"
+#include "MailBlocksCommand.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -25,6 +26,7 @@ QList<Command> commands()
         // Each subcommand adds one line here: {u"name"_s, u"usage"_s, runName}.
         {u"api"_s, u"api [--workspace URL] [--workspace-ca FILE] [--token-stdin] METHOD PATH [JSON-BODY]"_s, runApi},
         {u"sign-out"_s, u"sign-out [--workspace URL] [--workspace-ca FILE]"_s, runSignOut},
+        {u"mail-blocks"_s, u"mail-blocks [--plain] [--full] FILE"_s, runMailBlocks},
     };
 }
 

@@ -1,0 +1,27 @@
+// Link vetting: whatever safeLink accepts is web or mail, and the confirmation
+// round trip hands back the same target.
+#include "mail/TarnMailHTML.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    const QString text = QString::fromUtf8(QByteArrayView(data, qsizetype(size)));
+    const std::optional<QUrl> link = TarnMailHTML::safeLink(text);
+    if (link) {
+        const QString scheme = link->scheme().toLower();
+        if (scheme != "http"_L1 && scheme != "https"_L1 && scheme != "mailto"_L1)
+            std::abort();
+        const LinkDecision decision = TarnMailHTML::linkDecision(TarnMailHTML::confirmationURL(*link));
+        if (decision.kind() == LinkDecision::Kind::Open)
+            std::abort();
+        (void)TarnMailHTML::isTrackerURL(*link);
+        (void)TarnMailHTML::isDeceptive(text, *link);
+    }
+    (void)TarnMailHTML::linkDecision(QUrl(text));
+    (void)TarnMailHTML::linkDecision(QUrl(u"pilo-mail-confirm://open?u="_s + text));
+    return 0;
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "mail/TarnMailImageSource.h"
+
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+
+// One image of a mail; every image is a block of its own.
+struct TarnMailImage
+{
+    QString alt;
+    TarnMailImageSource source;
+    std::optional<int> width;  // CSS pixels
+    std::optional<int> height; // CSS pixels
+    std::optional<QUrl> link;  // the enclosing link, vetted
+
+    friend bool operator==(const TarnMailImage &, const TarnMailImage &) = default;
+};

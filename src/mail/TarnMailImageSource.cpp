@@ -1,0 +1,25 @@
+#include "mail/TarnMailImageSource.h"
+
+TarnMailImageSource TarnMailImageSource::remote(const QUrl &url)
+{
+    TarnMailImageSource source;
+    source.m_kind = Kind::Remote;
+    source.m_url = url;
+    return source;
+}
+
+TarnMailImageSource TarnMailImageSource::cid(const QString &contentID)
+{
+    TarnMailImageSource source;
+    source.m_kind = Kind::Cid;
+    source.m_contentID = contentID;
+    return source;
+}
+
+TarnMailImageSource TarnMailImageSource::embedded(const QByteArray &bytes)
+{
+    TarnMailImageSource source;
+    source.m_kind = Kind::Embedded;
+    source.m_bytes = bytes;
+    return source;
+}
