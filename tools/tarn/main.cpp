@@ -1,3 +1,5 @@
+#include "BankCSVCommand.h"
+
 #include <QCoreApplication>
 #include <QStringList>
 #include <QTextStream>
@@ -20,6 +22,7 @@ QList<Command> commands()
 {
     return {
         // Each subcommand adds one line here: {u"name"_s, u"usage"_s, runName}.
+        {u"bank-csv"_s, u"bank-csv FILE"_s, runBankCSV},
     };
 }
 
