@@ -1,28 +1,9 @@
 #include "money/TarnPaymentRefundState.h"
 
+#include "money/TarnCents.h"
 #include "money/TarnPaymentRecords.h"
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-qint64 checkedAdd(qint64 a, qint64 b)
-{
-    qint64 sum = 0;
-    if (__builtin_add_overflow(a, b, &sum))
-        qFatal("refund sum overflows 64-bit cents");
-    return sum;
-}
-
-qint64 checkedSub(qint64 a, qint64 b)
-{
-    qint64 difference = 0;
-    if (__builtin_sub_overflow(a, b, &difference))
-        qFatal("refund balance overflows 64-bit cents");
-    return difference;
-}
-
-} // namespace
 
 TarnPaymentRefundState::Request TarnPaymentRefundState::Request::from(const TarnPaymentRefundRequest &record)
 {
@@ -40,13 +21,13 @@ TarnPaymentRefundState::TarnPaymentRefundState(const QList<Request> &requests)
         else
             continue;
         qint64 &sum = (*sums)[request.paymentID];
-        sum = checkedAdd(sum, request.amount);
+        sum = TarnCents::add(sum, request.amount);
     }
 }
 
 qint64 TarnPaymentRefundState::leftToRefund(const QString &id, qint64 amount) const
 {
-    return checkedSub(checkedSub(amount, requested(id)), refunded(id));
+    return TarnCents::subtract(TarnCents::subtract(amount, requested(id)), refunded(id));
 }
 
 bool TarnPaymentRefundState::canRefund(const QString &id, const QString &status, qint64 amount) const

@@ -1,5 +1,6 @@
 #include "money/TarnPaymentTotals.h"
 
+#include "money/TarnCents.h"
 #include "money/TarnPaymentRecords.h"
 
 using namespace Qt::StringLiterals;
@@ -11,8 +12,7 @@ TarnPaymentTotals::Received TarnPaymentTotals::receivedInMonth(const QList<TarnP
     for (const TarnPayment &payment : payments) {
         if (payment.status != "Paid"_L1 || QStringView(payment.date).left(7) != month)
             continue;
-        if (__builtin_add_overflow(received.total, payment.amount, &received.total))
-            qFatal("month total overflows 64-bit cents");
+        received.total = TarnCents::add(received.total, payment.amount);
         ++received.count;
     }
     return received;
