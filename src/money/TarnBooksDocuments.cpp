@@ -42,8 +42,8 @@ std::optional<TarnBooksLinePosting> TarnBooksLineDraft::posting() const
     const std::optional<qint64> price = TarnMoneyInput::cents(unitPriceUSD, true);
     if (text.isEmpty() || accountID.isEmpty() || !units || !price)
         return std::nullopt;
-    // At most 10^10 units times 10^12 cents: beyond 64 bits only for absurd
-    // lines, which are refused rather than rounded.
+    // Ten-thousandths of a unit times cents can pass 64 bits (a million hours
+    // at a billion dollars); such a line is refused, never wrapped.
     qint64 product = 0;
     if (__builtin_mul_overflow(*units, *price, &product) || __builtin_add_overflow(product, qint64(5'000), &product))
         return std::nullopt;
