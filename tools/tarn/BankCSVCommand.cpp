@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QTextStream>
 
 #include <cstdio>
@@ -13,6 +12,13 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// A JSON string literal, escaped by Qt's own writer.
+QByteArray jsonString(const QString &text)
+{
+    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    return array.sliced(1, array.size() - 2);
+}
 
 int failWith(const QString &message)
 {
@@ -41,16 +47,17 @@ int runBankCSV(const QStringList &args)
         return failWith(error.message());
     }
 
-    QJsonArray out;
-    for (const TarnBankCSV::Row &row : std::as_const(rows)) {
-        out.append(QJsonObject{
-            {u"date"_s, row.date},
-            {u"description"_s, row.description},
-            {u"amount"_s, row.amount},
-            {u"reference"_s, row.reference},
-        });
+    // Written by hand so that the keys keep the import's order (QJsonObject
+    // would sort them).
+    QByteArray json = "{\"rows\":[";
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        const TarnBankCSV::Row &row = rows.at(i);
+        if (i > 0)
+            json += ',';
+        json += "{\"date\":" + jsonString(row.date) + ",\"description\":" + jsonString(row.description)
+            + ",\"amount\":" + QByteArray::number(row.amount) + ",\"reference\":" + jsonString(row.reference) + '}';
     }
-    const QByteArray json = QJsonDocument(QJsonObject{{u"rows"_s, out}}).toJson(QJsonDocument::Compact);
+    json += "]}";
     std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
     std::fputc('\n', stdout);
     return 0;
