@@ -4,6 +4,7 @@
 
 #include <QStringDecoder>
 #include <QTextBoundaryFinder>
+#include <QVarLengthArray>
 
 #include <limits>
 #include <variant>
@@ -31,6 +32,21 @@ bool isBlank(QStringView text)
             return false;
     }
     return true;
+}
+
+// Quoted text with every "\r\n" and lone "\r" made "\n". A quoted stretch
+// ends at a quote, so a pair never straddles two calls.
+void appendUnifyingLineEnds(QString &field, QStringView text)
+{
+    qsizetype from = 0;
+    for (qsizetype cr = text.indexOf(u'\r'); cr >= 0; cr = text.indexOf(u'\r', from)) {
+        field.append(text.sliced(from, cr - from));
+        field.append(u'\n');
+        from = cr + 1;
+        if (from < text.size() && text[from] == u'\n')
+            ++from;
+    }
+    field.append(text.sliced(from));
 }
 
 // Fields and rows of the text. Line ends are unified on the fly: "\r\n" and a
@@ -89,17 +105,15 @@ QList<Cells> splitRows(QStringView text)
                 break;
             }
         } else {
-            while (p < end && *p != u'"' && *p != u'\r')
-                ++p;
-            field.append(QStringView(run, p - run));
+            // Quoted text is most of a statement's bytes (long memos), so the
+            // closing quote and any carriage return are found with Qt's
+            // vectorised search rather than a character loop.
+            const qsizetype quote = QStringView(p, end - p).indexOf(u'"');
+            p = quote < 0 ? end : p + quote;
+            appendUnifyingLineEnds(field, QStringView(run, p - run));
             if (p == end)
                 break;
-            if (*p == u'\r') {
-                field.append(u'\n');
-                if (p + 1 < end && p[1] == u'\n')
-                    ++p;
-                ++p;
-            } else if (p + 1 < end && p[1] == u'"') {
+            if (p + 1 < end && p[1] == u'"') {
                 field.append(u'"');
                 p += 2;
             } else {
@@ -126,7 +140,7 @@ qsizetype column(const Cells &header, QLatin1StringView name)
 }
 
 // A signed decimal integer as a date part: an optional sign and ASCII digits.
-// Large values are clamped, which keeps them too wide for the date pattern.
+// Values are clamped far above anything the date pattern accepts.
 std::optional<int> datePart(QStringView text)
 {
     qsizetype at = 0;
@@ -147,18 +161,31 @@ std::optional<int> datePart(QStringView text)
     return negative ? -value : value;
 }
 
-// Month/day/year as the US banks write it, rewritten to the wire form.
+// Month/day/year as US banks write it, rewritten "%04d-%02d-%02d" from year,
+// month and day. Parts too wide (or negative) for that pattern would print
+// text that can never be a wire date, so the cell is kept as it is instead:
+// it holds "/" and fails the date check just the same.
 QString wireDate(const QString &cell)
 {
-    const QList<QStringView> parts = QStringView(cell).split(u'/');
-    if (parts.size() != 3)
+    const qsizetype first = cell.indexOf(u'/');
+    if (first < 0)
         return cell;
-    const std::optional<int> month = datePart(parts[0]);
-    const std::optional<int> day = datePart(parts[1]);
-    const std::optional<int> year = datePart(parts[2]);
-    if (!month || !day || !year)
+    const qsizetype second = cell.indexOf(u'/', first + 1);
+    if (second < 0 || cell.indexOf(u'/', second + 1) >= 0)
         return cell;
-    return QString::asprintf("%04d-%02d-%02d", *year, *month, *day);
+    const QStringView view(cell);
+    const std::optional<int> month = datePart(view.first(first));
+    const std::optional<int> day = datePart(view.sliced(first + 1, second - first - 1));
+    const std::optional<int> year = datePart(view.sliced(second + 1));
+    if (!month || !day || !year || *year < 0 || *year > 9999 || *month < 0 || *month > 99 || *day < 0 || *day > 99)
+        return cell;
+    const char16_t wire[10] = {
+        char16_t(u'0' + *year / 1000), char16_t(u'0' + *year / 100 % 10), char16_t(u'0' + *year / 10 % 10),
+        char16_t(u'0' + *year % 10),   u'-',
+        char16_t(u'0' + *month / 10),  char16_t(u'0' + *month % 10),      u'-',
+        char16_t(u'0' + *day / 10),    char16_t(u'0' + *day % 10),
+    };
+    return QStringView(wire, 10).toString();
 }
 
 // "Characters" as a person counts them: grapheme clusters, so an accented
@@ -184,13 +211,12 @@ enum class Amount { Invalid, OutOfRange };
 // limit is refused for the limit.
 std::variant<qint64, Amount> cents(const QString &cell)
 {
-    QString text;
-    text.reserve(cell.size());
+    QVarLengthArray<char16_t, 64> text;
     for (const QChar c : cell) {
         if (c != u'$' && c != u',' && c != u' ')
-            text.append(c);
+            text.append(c.unicode());
     }
-    QStringView view(text);
+    QStringView view(text.constData(), text.size());
     bool accounting = false;
     if (view.startsWith(u'(') && view.endsWith(u')')) {
         view = view.sliced(1, view.size() - 2);
