@@ -167,18 +167,13 @@ void TestMoneyRecords::paymentRecords_data()
 
     QTest::addRow("payment") << QByteArray(R"({"id":"p1","client":"Acme","amount":5000,"status":"Paid","date":"2024-03-02","invoice_id":"w1"})")
                              << payment << u"p1 5000 2024-03-02 w1"_s;
-    QTest::addRow("payment, optionals absent") << QByteArray(R"({"id":"p1","client":"Acme","amount":-5,"status":"Paid","date":"2024-03-02"})")
-                                               << payment << u"p1 -5 2024-03-02 -"_s;
     QTest::addRow("payment without date") << QByteArray(R"({"id":"p1","client":"Acme","amount":5,"status":"Paid"})")
                                           << payment << refused;
     QTest::addRow("card") << QByteArray(R"({"payment_profile_id":"pp","card_type":"Visa","last4":"4242","expiration":"12/29","saved":true})")
                           << card << u"Visa 4242 saved"_s;
-    QTest::addRow("card, saved absent") << QByteArray(R"({"payment_profile_id":"pp","card_type":"Visa","last4":"4242","expiration":"12/29"})")
-                                        << card << u"Visa 4242 -"_s;
     QTest::addRow("card with numeric last4") << QByteArray(R"({"payment_profile_id":"pp","card_type":"Visa","last4":4242,"expiration":"12/29"})")
                                              << card << refused;
     QTest::addRow("refund action") << QByteArray(R"({"status":"Refunded"})") << action << u"Refunded"_s;
-    QTest::addRow("refund action without status") << QByteArray(R"({"ok":true})") << action << refused;
     QTest::addRow("refund request") << QByteArray(R"({"id":"r1","payment_id":"p1","amount":4000,"status":"Requested","reason":null})")
                                     << request << u"p1 4000 Requested"_s;
     QTest::addRow("closed reconciliation")
