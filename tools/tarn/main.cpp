@@ -1,6 +1,7 @@
 #include "ApiCommand.h"
-#include "SignOutCommand.h"
+#include "BankCSVCommand.h"
 #include "MailBlocksCommand.h"
+#include "SignOutCommand.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -27,6 +28,7 @@ QList<Command> commands()
         {u"api"_s, u"api [--workspace URL] [--workspace-ca FILE] [--token-stdin] METHOD PATH [JSON-BODY]"_s, runApi},
         {u"sign-out"_s, u"sign-out [--workspace URL] [--workspace-ca FILE]"_s, runSignOut},
         {u"mail-blocks"_s, u"mail-blocks [--plain] [--full] FILE"_s, runMailBlocks},
+        {u"bank-csv"_s, u"bank-csv FILE"_s, runBankCSV},
     };
 }
 
