@@ -30,6 +30,8 @@ private Q_SLOTS:
     void restoreMessages_data();
     void restoreMessages();
     void cancelAndPastedAddresses();
+    void exchangeAnswers_data();
+    void exchangeAnswers();
 
 private:
     struct App
@@ -192,6 +194,37 @@ void TestSignIn::cancelAndPastedAddresses()
     QCOMPARE(app->root.message(), u"Sign-in expired. Start again."_s);
     QCOMPARE(tarnWaitFor(store.token()), std::nullopt); // nothing stored unless the exchange succeeded
     qputenv("BROWSER", TARN_SOURCE_DIR "/tests/app/fake-browser");
+}
+
+void TestSignIn::exchangeAnswers_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("body");
+    QTest::addColumn<QString>("message");
+
+    const QString granted = uR"({"cookie":{"value":"tok-123"},"user":{"name":"Maren Holt"}})"_s;
+    QTest::addRow("201 is not success") << 201 << granted << u"Sign-in expired. Start again."_s;
+    QTest::addRow("refused with message") << 400 << uR"({"error":"This code was already used."})"_s
+                                          << u"This code was already used."_s;
+    QTest::addRow("refused without message") << 500 << QString() << u"Sign-in expired. Start again."_s;
+    QTest::addRow("200 unreadable") << 200 << uR"({"cookie":{}})"_s
+                                    << u"Pilo Tarn returned an unreadable response. Try again."_s;
+    QTest::addRow("200 empty token") << 200 << uR"({"cookie":{"value":""},"user":{"name":"M"}})"_s
+                                     << u"Pilo Tarn returned an unreadable response. Try again."_s;
+}
+
+void TestSignIn::exchangeAnswers()
+{
+    QFETCH(int, status);
+    QFETCH(QString, body);
+    QFETCH(QString, message);
+
+    workspace->setFault({{u"method"_s, u"POST"_s}, {u"path"_s, u"/api/mobile/exchange"_s}, {u"status"_s, status},
+                         {u"content_type"_s, u"application/json"_s}, {u"body"_s, body}});
+    app->root.signIn();
+    QVERIFY(QTest::qWaitFor([&] { return app->root.phase() == Phase::SignedOut && !app->root.busy(); }, 20000));
+    QCOMPARE(app->root.message(), message);
+    QCOMPARE(tarnWaitFor(store.token()), std::nullopt);
 }
 
 QTEST_GUILESS_MAIN(TestSignIn)
