@@ -139,22 +139,35 @@ QCoro::Task<TarnAPI::Answer> TarnAPI::sendChecked(QUrl url, QString token, QByte
     co_return answer;
 }
 
-QCoro::Task<QByteArray> TarnAPI::requestData(QString path, QByteArray method, std::optional<QJsonObject> body,
-                                             bool errorFieldIsData)
+// The token every request starts from; without one nothing is sent and the
+// session is over.
+QCoro::Task<QString> TarnAPI::storedToken()
 {
     const QPointer<TarnAPI> self(this);
-    const std::optional<QString> token = co_await m_store.token();
+    std::optional<QString> token = co_await m_store.token();
     if (!self)
         throw TarnAPIError::signedOut();
     if (!token) {
         setSession(std::nullopt);
         throw TarnAPIError::signedOut();
     }
-    const QByteArray csrf = m_session ? m_session->csrf.toUtf8() : QByteArray();
+    co_return std::move(*token);
+}
 
+QUrl TarnAPI::serviceURL(const QString &path) const
+{
     QUrl url = m_config.resolve(path);
     if (!m_config.isServiceURL(url))
-        throw TarnAPIError::invalidResponse();
+        throw TarnAPIError::invalidResponse(); // never sent anywhere else
+    return url;
+}
+
+QCoro::Task<QByteArray> TarnAPI::requestData(QString path, QByteArray method, std::optional<QJsonObject> body,
+                                             bool errorFieldIsData)
+{
+    QString token = co_await storedToken();
+    const QByteArray csrf = m_session ? m_session->csrf.toUtf8() : QByteArray();
+    QUrl url = serviceURL(path);
 
     const bool needsCSRF = method != "GET" && method != "HEAD";
     if (needsCSRF && csrf.isEmpty())
@@ -164,9 +177,8 @@ QCoro::Task<QByteArray> TarnAPI::requestData(QString path, QByteArray method, st
     if (body)
         json = QJsonDocument(*body).toJson(QJsonDocument::Compact);
 
-    QString sentToken = *token;
     QByteArray sentCSRF = needsCSRF ? csrf : QByteArray();
-    const Answer answer = co_await sendChecked(std::move(url), std::move(sentToken), std::move(method),
+    const Answer answer = co_await sendChecked(std::move(url), std::move(token), std::move(method),
                                                std::move(sentCSRF), std::move(json));
 
     if (answer.status < 200 || answer.status > 299) {
@@ -185,22 +197,13 @@ QCoro::Task<QByteArray> TarnAPI::requestData(QString path, QByteArray method, st
 
 QCoro::Task<QByteArray> TarnAPI::downloadFile(QString path, qint64 maxBytes)
 {
-    const QPointer<TarnAPI> self(this);
-    const std::optional<QString> token = co_await m_store.token();
-    if (!self)
-        throw TarnAPIError::signedOut();
-    if (!token) {
-        setSession(std::nullopt);
-        throw TarnAPIError::signedOut();
-    }
-    QUrl url = m_config.resolve(path);
-    if (!m_config.isServiceURL(url))
-        throw TarnAPIError::invalidResponse();
-
-    QString sentToken = *token;
+    QString token = co_await storedToken();
+    QUrl url = serviceURL(path);
     QByteArray method = "GET";
-    const Answer answer = co_await sendChecked(std::move(url), std::move(sentToken), std::move(method), QByteArray(),
-                                               std::nullopt);
+    QByteArray noCSRF;
+    std::optional<QByteArray> noBody;
+    const Answer answer = co_await sendChecked(std::move(url), std::move(token), std::move(method), std::move(noCSRF),
+                                               std::move(noBody));
     if (answer.status < 200 || answer.status > 299) {
         std::optional<QString> message;
         try {

@@ -90,6 +90,8 @@ private:
     QCoro::Task<Answer> send(QNetworkRequest request, QByteArray method, QByteArray body);
     QCoro::Task<Answer> sendChecked(QUrl url, QString token, QByteArray method, QByteArray csrf,
                                     std::optional<QByteArray> json);
+    QCoro::Task<QString> storedToken();
+    [[nodiscard]] QUrl serviceURL(const QString &path) const;
     QCoro::Task<> signOutLocally();
     void setSession(std::optional<TarnSession> session);
 
