@@ -12,7 +12,9 @@ const auto builtInHome = "https://tarn.halvard.co/"_L1;
 
 Config::Config()
     : m_homeURL(QUrl(builtInHome))
+    , m_ssl(QSslConfiguration::defaultConfiguration())
 {
+    m_ssl.setProtocol(QSsl::TlsV1_2OrLater);
 }
 
 std::optional<Config> Config::fromOptions(const QString &workspaceURL, const QString &workspaceCA, QString *error)
@@ -39,6 +41,11 @@ std::optional<Config> Config::fromOptions(const QString &workspaceURL, const QSt
             return std::nullopt;
         }
         config.m_extraCertificate = certificates.first();
+        // Setting the list explicitly also stops on-demand loading of roots,
+        // so the system's roots are copied in first (once, not per request).
+        QList<QSslCertificate> roots = QSslConfiguration::systemCaCertificates();
+        roots.append(certificates.first());
+        config.m_ssl.setCaCertificates(roots);
     }
     return config;
 }
@@ -48,20 +55,6 @@ bool Config::isServiceURL(const QUrl &url) const
     return url.isValid() && url.scheme() == "https"_L1
         && url.host().compare(m_homeURL.host(), Qt::CaseInsensitive) == 0 && url.port(443) == m_homeURL.port(443)
         && url.userInfo().isEmpty();
-}
-
-QSslConfiguration Config::sslConfiguration() const
-{
-    QSslConfiguration ssl = QSslConfiguration::defaultConfiguration();
-    ssl.setProtocol(QSsl::TlsV1_2OrLater);
-    if (m_extraCertificate) {
-        // Setting the list explicitly also stops on-demand loading of roots,
-        // so the system's roots are copied in first.
-        QList<QSslCertificate> roots = QSslConfiguration::systemCaCertificates();
-        roots.append(*m_extraCertificate);
-        ssl.setCaCertificates(roots);
-    }
-    return ssl;
 }
 
 QUrl Config::resolve(const QString &path) const

@@ -31,8 +31,8 @@ public:
     // any request, redirect or callback of the client may go.
     [[nodiscard]] bool isServiceURL(const QUrl &url) const;
 
-    // The TLS settings every request to the service carries.
-    [[nodiscard]] QSslConfiguration sslConfiguration() const;
+    // The TLS settings every request to the service carries, made once.
+    [[nodiscard]] const QSslConfiguration &sslConfiguration() const { return m_ssl; }
 
     // `path` resolved against homeURL: "/api/session" replaces the base path,
     // "api/mobile/exchange" is appended to it. Invalid when the path does not
@@ -42,4 +42,5 @@ public:
 private:
     QUrl m_homeURL;
     std::optional<QSslCertificate> m_extraCertificate;
+    QSslConfiguration m_ssl;
 };
