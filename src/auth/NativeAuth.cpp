@@ -6,6 +6,7 @@
 #include "auth/NativeProofKey.h"
 #include "auth/NoAuthRedirects.h"
 #include "service/TarnAPIError.h"
+#include "service/TarnDeleteLater.h"
 #include "service/TarnJSONObject.h"
 #include "service/TarnSessionStore.h"
 
@@ -27,11 +28,6 @@ struct NativeAuth::Wait
 };
 
 namespace {
-
-struct DeleteLater
-{
-    void operator()(QObject *object) const { object->deleteLater(); }
-};
 
 QString queryValue(const QUrl &url, const QString &name)
 {
@@ -148,7 +144,7 @@ QCoro::Task<QString> NativeAuth::exchange(QString code, QString verifier)
     // no redirect followed, nothing shared with the session's requests. It is
     // deleted from the event loop, because this coroutine resumes inside its
     // reply's `finished` signal.
-    const std::unique_ptr<QNetworkAccessManager, DeleteLater> transport(new QNetworkAccessManager);
+    const TarnLaterPointer<QNetworkAccessManager> transport(new QNetworkAccessManager);
     transport->setCookieJar(nullptr);
     NoAuthRedirects::apply(*transport);
 

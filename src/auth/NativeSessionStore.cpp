@@ -2,6 +2,7 @@
 
 #include "auth/NativeAuthError.h"
 #include "service/TarnAPIError.h"
+#include "service/TarnDeleteLater.h"
 
 #include <QCoroSignal>
 #include <QStringDecoder>
@@ -19,20 +20,10 @@ namespace {
 const auto embeddedService = "co.halvard.pilo-tarn.kiln"_L1;
 const auto embeddedAccount = "kiln_session:"_L1;
 
-// The awaiting coroutine resumes inside the job's own `finished` signal, so
-// the job must outlive that emission: it is deleted from the event loop.
-struct DeleteLater
-{
-    void operator()(QObject *object) const { object->deleteLater(); }
-};
-
 template<typename Job>
-using JobPointer = std::unique_ptr<Job, DeleteLater>;
-
-template<typename Job>
-JobPointer<Job> makeJob(const QString &service, const QString &key)
+TarnLaterPointer<Job> makeJob(const QString &service, const QString &key)
 {
-    JobPointer<Job> job(new Job(service));
+    TarnLaterPointer<Job> job(new Job(service));
     job->setAutoDelete(false);
     job->setInsecureFallback(false);
     job->setKey(key);

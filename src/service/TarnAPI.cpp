@@ -1,5 +1,6 @@
 #include "service/TarnAPI.h"
 
+#include "service/TarnDeleteLater.h"
 #include "service/TarnErrorBody.h"
 #include "service/TarnOK.h"
 #include "service/TarnSessionStore.h"
@@ -17,11 +18,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int requestTimeoutMs = 60'000;
-
-struct DeleteLater
-{
-    void operator()(QNetworkReply *reply) const { reply->deleteLater(); }
-};
 
 QString mediaTypeOf(const QNetworkReply &reply)
 {
@@ -77,7 +73,7 @@ std::optional<QString> TarnAPI::okResponseError(const QByteArray &data, bool err
 QCoro::Task<TarnAPI::Answer> TarnAPI::send(QNetworkRequest request, QByteArray method, QByteArray body)
 {
     for (int hop = 0;; ++hop) {
-        std::unique_ptr<QNetworkReply, DeleteLater> reply(m_transport->sendCustomRequest(request, method, body));
+        TarnLaterPointer<QNetworkReply> reply(m_transport->sendCustomRequest(request, method, body));
         if (!reply->isFinished())
             co_await qCoro(reply.get(), &QNetworkReply::finished);
 
