@@ -3,6 +3,9 @@
 #include "auth/NativeAuth.h"
 #include "service/TarnAPI.h"
 #include "service/TarnSessionStore.h"
+#include "shell/TarnAccess.h"
+#include "shell/TarnNavigation.h"
+#include "shell/TarnShell.h"
 
 #include <QPointer>
 
@@ -19,18 +22,18 @@ QString textOf(const std::exception &error)
 
 } // namespace
 
-NativeRootState::NativeRootState(TarnAPI &api, NativeAuth &auth, QObject *parent)
+NativeRootState::NativeRootState(TarnAPI &api, NativeAuth &auth, TarnNavigation &navigation, QObject *parent)
     : QObject(parent)
     , m_api(api)
     , m_auth(auth)
+    , m_navigation(navigation)
 {
     connect(&m_auth, &NativeAuth::waitingChanged, this, &NativeRootState::changed);
     // Any request that finds the session over brings the window back here.
     connect(&m_api, &TarnAPI::signedOut, this, [this] {
         if (m_phase == Phase::SignedIn) {
             begin(false);
-            show(Phase::SignedOut, signInToContinue);
-            Q_EMIT signedOut();
+            endSession(signInToContinue);
         }
     });
 }
@@ -63,6 +66,18 @@ void NativeRootState::show(Phase phase, QString message)
     m_phase = phase;
     m_message = std::move(message);
     Q_EMIT changed();
+}
+
+void NativeRootState::endSession(QString message)
+{
+    m_navigation.signedOut();
+    show(Phase::SignedOut, std::move(message));
+    Q_EMIT signedOut();
+}
+
+void NativeRootState::setStartDestination(const std::optional<TarnDestination> &destination)
+{
+    m_startDestination = destination;
 }
 
 void NativeRootState::start()
@@ -129,10 +144,15 @@ QCoro::Task<> NativeRootState::loadSession(int generation)
         if (!self || !current(generation))
             co_return;
         m_busy = false;
-        if (!session.apps.contains(QLatin1StringView(homeApp)))
+        const TarnAccess access = TarnAccess::fromSession(session);
+        if (!TarnShell::home(access)) {
             show(Phase::SignedOut, u"This account cannot open Tarn Home."_s);
-        else
-            show(Phase::SignedIn);
+            co_return;
+        }
+        m_navigation.setAccess(access);
+        if (!m_startDestination || !m_navigation.open(*m_startDestination))
+            m_navigation.openHome();
+        show(Phase::SignedIn);
     } catch (const TarnAPIError &error) {
         if (!self || !current(generation))
             co_return;
@@ -171,6 +191,5 @@ QCoro::Task<> NativeRootState::runSignOut(int generation)
     if (!self || !current(generation))
         co_return;
     m_busy = false;
-    show(Phase::SignedOut);
-    Q_EMIT signedOut();
+    endSession({});
 }

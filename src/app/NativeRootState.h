@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/TarnDestination.h"
+
 #include <QCoroTask>
 #include <QObject>
 #include <QString>
@@ -7,10 +9,13 @@
 
 class NativeAuth;
 class TarnAPI;
+class TarnNavigation;
 
 // What the window shows before and around the signed-in shell: restoring
 // the stored session at start, the sign-in screen with its messages, the
-// wait for the browser, and sign-out. QML only draws it and forwards clicks.
+// wait for the browser, and sign-out. Signing in hands the person's access
+// to the navigation and opens their home; signing out resets it, which also
+// closes the settings window. QML only draws it and forwards clicks.
 class NativeRootState : public QObject
 {
     Q_OBJECT
@@ -31,7 +36,7 @@ public:
     };
     Q_ENUM(Phase)
 
-    NativeRootState(TarnAPI &api, NativeAuth &auth, QObject *parent = nullptr);
+    NativeRootState(TarnAPI &api, NativeAuth &auth, TarnNavigation &navigation, QObject *parent = nullptr);
     ~NativeRootState() override;
 
     [[nodiscard]] Phase phase() const { return m_phase; }
@@ -53,7 +58,9 @@ public:
     // An address from a later start of the app.
     void openCallback(const QUrl &url);
 
-    static constexpr auto homeApp = "Home";
+    // Where the window opens after sign-in instead of the person's home,
+    // when they may open it (fixed places for screenshots).
+    void setStartDestination(const std::optional<TarnDestination> &destination);
 
 Q_SIGNALS:
     void changed();
@@ -68,9 +75,12 @@ private:
     int begin(bool busy);
     [[nodiscard]] bool current(int generation) const { return generation == m_generation; }
     void show(Phase phase, QString message = {});
+    void endSession(QString message);
 
     TarnAPI &m_api;
     NativeAuth &m_auth;
+    TarnNavigation &m_navigation;
+    std::optional<TarnDestination> m_startDestination;
     Phase m_phase = Phase::Starting;
     QString m_message;
     bool m_busy = false;

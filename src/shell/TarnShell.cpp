@@ -482,6 +482,12 @@ QList<TarnAdminArea> adminAreas(const TarnAccess &access)
     return kept;
 }
 
+bool inSettings(const TarnDestination &destination)
+{
+    return std::any_of(adminTable().cbegin(), adminTable().cend(),
+        [&](const TarnAdminArea &area) { return area.settings && area.destination.samePlace(destination); });
+}
+
 QList<Place> places(const QList<TarnNavGroup> &groups, const TarnAccess &access)
 {
     QList<Place> result;

@@ -96,6 +96,8 @@ public:
 [[nodiscard]] QString subtitle(const TarnNavChild &child, const TarnAccess &access);
 
 [[nodiscard]] QList<TarnAdminArea> adminAreas(const TarnAccess &access);
+// Whether a destination is a page of the settings window rather than a screen.
+[[nodiscard]] bool inSettings(const TarnDestination &destination);
 
 [[nodiscard]] QList<Place> places(const QList<TarnNavGroup> &groups, const TarnAccess &access);
 // Places whose label contains the query, case-insensitively: those it begins,

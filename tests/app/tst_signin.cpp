@@ -5,11 +5,14 @@
 #include "auth/NativeSessionStore.h"
 #include "service/TarnAPI.h"
 #include "service/TarnWaitFor.h"
+#include "shell/TarnNavigation.h"
 #include "support/TestWorkspace.h"
 
 #include <QJsonDocument>
 #include <QProcess>
+#include <QSettings>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -39,11 +42,14 @@ private:
         App(const Config &config, NativeSessionStore &store)
             : api(config, store, nullptr)
             , auth(config, store, &NativeBrowser::open)
-            , root(api, auth)
+            , root(api, auth, navigation)
         {
         }
         TarnAPI api;
         NativeAuth auth;
+        QTemporaryDir folder;
+        QSettings preferences{folder.filePath(u"prefs.ini"_s), QSettings::IniFormat};
+        TarnNavigation navigation{&preferences};
         NativeRootState root;
     };
     static bool reach(App &running, Phase phase)
@@ -95,6 +101,7 @@ void TestSignIn::signInThroughSecondStart()
     app->root.signIn();
     QVERIFY(reach(*app, Phase::SignedIn));
     QCOMPARE(app->root.personName(), u"Maren Holt"_s);
+    QCOMPARE(app->navigation.destination().screen, TarnScreen::agent);
     const std::optional<QString> token = tarnWaitFor(store.token());
     QVERIFY(token);
     QCOMPARE(workspace->session(*token).value("email"_L1).toString(), u"maren@halvard.example"_s);
@@ -118,6 +125,7 @@ void TestSignIn::signInThroughSecondStart()
     app->root.signOut();
     QVERIFY(reach(*app, Phase::SignedOut));
     QCOMPARE(signedOut.size(), 1);
+    QVERIFY(!app->navigation.hasAccess());
     QCOMPARE(tarnWaitFor(store.token()), std::nullopt);
     QVERIFY(workspace->session(*token).isEmpty());
 }

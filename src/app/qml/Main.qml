@@ -1,18 +1,29 @@
 import QtQuick
 import QtQuick.Controls
 import PiloTarn
+import PiloTarn.Shell
 
 ApplicationWindow {
     id: window
 
     required property NativeRootState root
+    required property TarnNavigation navigation
+    required property NativeSettingsState settings
+    required property NativeCommandSearch search
+    readonly property real baseFontSize: Qt.application.font.pointSize
 
     width: 1120
     height: 740
     minimumWidth: 720
     minimumHeight: 480
-    visible: true
     title: qsTr("Pilo Tarn")
+    font.pointSize: baseFontSize * settings.textScale
+    palette.highlight: settings.accentColour
+    palette.window: settings.backgroundColour.length > 0 ? settings.backgroundColour : system.window
+
+    SystemPalette {
+        id: system
+    }
 
     Loader {
         anchors.fill: parent
@@ -26,6 +37,12 @@ ApplicationWindow {
 
     Component {
         id: signedIn
-        SignedInView { root: window.root }
+        NativeTarnRoot {
+            navigation: window.navigation
+            settings: window.settings
+            search: window.search
+            signingOut: window.root.busy
+            onSignOutRequested: window.root.signOut()
+        }
     }
 }

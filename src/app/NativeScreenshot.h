@@ -1,0 +1,41 @@
+#pragma once
+
+#include "shell/TarnDestination.h"
+
+#include <QObject>
+#include <QString>
+
+#include <chrono>
+#include <optional>
+
+class NativeRootState;
+class QQuickWindow;
+
+// `--screenshot FILE.png`: once the window has settled (signed in and drawn,
+// or on the sign-in screen), saves it as a PNG and quits, with status 0 when
+// the file was written. PILO_TARN_SCREENSHOT_PROFILE names the place to
+// show, so that screenshots of a screen can be made again at will.
+class NativeScreenshot : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr auto profileVariable = "PILO_TARN_SCREENSHOT_PROFILE";
+
+    // A screen's name ("chat", "mail", "people"...) or one of the places
+    // people ask for by name ("books", "inbox", "home"); none for an unknown
+    // profile or "home", which leave the window at the person's home.
+    [[nodiscard]] static std::optional<TarnDestination> destination(const QString &profile);
+
+    NativeScreenshot(QQuickWindow &window, NativeRootState &root, QString file, QObject *parent = nullptr);
+
+private:
+    static constexpr std::chrono::milliseconds settleTime { 300 };
+
+    void settleCheck();
+    void capture();
+
+    QQuickWindow &m_window;
+    NativeRootState &m_root;
+    QString m_file;
+    bool m_capturing = false;
+};

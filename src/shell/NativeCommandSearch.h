@@ -1,0 +1,54 @@
+#pragma once
+
+#include "shell/TarnShell.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+class TarnNavigation;
+
+// The command search (Ctrl+K): every place the person may open, filtered as
+// they type, with one highlighted place that Enter opens. Its open state is
+// the navigation's `searchOpen`, so any screen can open or close it.
+class NativeCommandSearch : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged)
+    Q_PROPERTY(QList<TarnShell::Place> results READ results NOTIFY resultsChanged)
+    Q_PROPERTY(int currentIndex READ currentIndex WRITE setCurrentIndex NOTIFY currentIndexChanged)
+
+public:
+    explicit NativeCommandSearch(TarnNavigation &navigation, QObject *parent = nullptr);
+
+    [[nodiscard]] QString query() const { return m_query; }
+    [[nodiscard]] QList<TarnShell::Place> results() const { return m_results; }
+    // -1 when nothing matches.
+    [[nodiscard]] int currentIndex() const { return m_currentIndex; }
+
+    void setQuery(const QString &query);
+    void setCurrentIndex(int index);
+
+    // Opens the search afresh (an empty query, the first place highlighted),
+    // or closes it when it is open.
+    Q_INVOKABLE void toggle();
+    Q_INVOKABLE void close();
+    // Moves the highlight by `step`, stopping at either end.
+    Q_INVOKABLE void move(int step);
+    // Goes to the place at `index` (the highlighted one for -1) and closes the
+    // search. A settings page opens the settings window instead. False when
+    // there is nothing there.
+    Q_INVOKABLE bool activate(int index = -1);
+
+Q_SIGNALS:
+    void queryChanged();
+    void resultsChanged();
+    void currentIndexChanged();
+
+private:
+    void refresh();
+
+    TarnNavigation &m_navigation;
+    QString m_query;
+    QList<TarnShell::Place> m_results;
+    int m_currentIndex = -1;
+};

@@ -1,0 +1,70 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import PiloTarn.Shell
+
+// The signed-in window: the sidebar, the current screen, the command search
+// and the settings window, with their keyboard shortcuts.
+Item {
+    id: shell
+
+    required property TarnNavigation navigation
+    required property NativeSettingsState settings
+    required property NativeCommandSearch search
+    // Set while signing out, so the way out is not offered twice.
+    property bool signingOut: false
+
+    signal signOutRequested()
+
+    RowLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        NativeTarnSidebar {
+            objectName: "sidebar"
+            navigation: shell.navigation
+            Layout.fillHeight: true
+            onSearchRequested: shell.search.toggle()
+            onSettingsRequested: shell.navigation.appearanceOpen = true
+        }
+
+        Rectangle {
+            implicitWidth: 1
+            color: palette.mid
+            opacity: 0.5
+            Layout.fillHeight: true
+        }
+
+        NativeTarnScreen {
+            objectName: "screen"
+            navigation: shell.navigation
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+    }
+
+    CommandSearchPopup {
+        navigation: shell.navigation
+        search: shell.search
+    }
+
+    SettingsWindow {
+        navigation: shell.navigation
+        settings: shell.settings
+        signingOut: shell.signingOut
+        onSignOutRequested: shell.signOutRequested()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+K"
+        onActivated: shell.search.toggle()
+    }
+    Shortcut {
+        sequence: "Ctrl+,"
+        onActivated: shell.navigation.appearanceOpen = true
+    }
+    Shortcut {
+        sequence: "Ctrl+\\"
+        onActivated: shell.navigation.sidebarCollapsed = !shell.navigation.sidebarCollapsed
+    }
+}
