@@ -22,76 +22,74 @@ const QString payrollSection = u"Payroll"_s;
 
 const QList<TarnAdminArea> &adminTable();
 
+TarnNavChildGroup companyChildren()
+{
+    TarnNavChildGroup group;
+    for (const TarnAdminArea &area : adminTable()) {
+        if (!area.settings)
+            group.items.append({ area.key, area.label, area.symbol, area.destination });
+    }
+    return group;
+}
+
 // Every child group of the sidebar, before access is applied, by item key.
+// The company item lists the administration areas that are not in the
+// settings window.
 QList<TarnNavChildGroup> childTable(const QString &key)
 {
     using S = TarnScreen;
-    if (key == "pilo"_L1) {
-        return { { u""_s,
-            { child(u"newchat"_s, u"New chat"_s, u"square.and.pencil"_s, S::agent),
-                child(u"history"_s, u"History"_s, u"clock.arrow.circlepath"_s, S::agent),
-                child(u"blocked"_s, blockedWorkSection, u"exclamationmark.triangle"_s, S::agent) } } };
-    }
-    if (key == "overview"_L1) {
-        return { { u""_s,
-            { child(u"team"_s, u"Team"_s, u"person.3"_s, S::overview),
-                child(u"boards"_s, u"Product boards"_s, u"square.grid.2x2"_s, S::overview),
-                child(u"fulfilment"_s, u"Fulfilment"_s, u"shippingbox"_s, S::overview) } } };
-    }
-    if (key == "calls"_L1) {
-        return { { u""_s,
-            { child(u"callbook"_s, u"Calls"_s, u"phone"_s, S::calls),
-                child(u"inbox"_s, u"Inbox"_s, u"tray"_s, S::calls),
-                child(u"recordings"_s, u"Recordings"_s, u"waveform"_s, S::calls) } } };
-    }
-    if (key == "schedule"_L1) {
-        return { { u""_s,
-            { child(u"calendar"_s, u"Calendar"_s, u"calendar"_s, S::schedule),
-                child(u"booking"_s, u"Booking links"_s, u"link"_s, S::schedule) } } };
-    }
-    if (key == "sales"_L1) {
-        return { { u""_s,
-            { child(u"leads"_s, u"Lead Generation"_s, u"magnifyingglass"_s, S::sales),
-                child(u"customers"_s, u"Customers"_s, u"person.2"_s, S::sales),
-                child(u"pipeline"_s, u"Pipeline"_s, u"list.bullet.rectangle"_s, S::sales) } } };
-    }
-    if (key == "support"_L1) {
-        return { { u""_s,
-            { child(u"maintenance"_s, u"Maintenance"_s, u"wrench.and.screwdriver"_s, S::support),
-                child(u"recurring"_s, u"Recurring"_s, u"repeat"_s, S::support),
-                child(u"time"_s, u"Time"_s, u"timer"_s, S::support) } } };
-    }
-    if (key == "docs"_L1) {
-        return { { u"Documents"_s,
-                     { child(u"worksheets"_s, u"Worksheets"_s, u"doc.plaintext"_s, S::documents),
-                         child(u"agreements"_s, u"Agreements"_s, u"doc.text"_s, S::documents),
-                         child(u"proposals"_s, u"Proposals"_s, u"doc.richtext"_s, S::documents) } },
-            { u"Signing"_s, { child(u"envelopes"_s, u"Envelopes"_s, u"signature"_s, S::documents) } } };
-    }
-    if (key == "finance"_L1) {
-        return { { u"Books"_s,
-                     { child(u"books"_s, u"Dashboard"_s, u"chart.pie"_s, S::documents),
-                         child(u"transactions"_s, u"Transactions"_s, u"arrow.left.arrow.right"_s, S::documents),
-                         child(u"invoices"_s, u"Invoices"_s, u"doc.text.magnifyingglass"_s, S::documents),
-                         child(u"expenses"_s, u"Expenses"_s, u"cart"_s, S::documents),
-                         child(u"reports"_s, u"Reports"_s, u"chart.bar.doc.horizontal"_s, S::documents) } },
-            { u"Bank"_s, { child(u"bankfeed"_s, u"Bank feed"_s, u"building.columns"_s, S::documents) } } };
-    }
-    if (key == "people"_L1) {
-        return { { u""_s,
-            { child(u"hr"_s, u"HR"_s, u"person.text.rectangle"_s, S::people),
-                child(u"timeclock"_s, u"Time clock"_s, u"clock"_s, S::people),
-                child(u"payroll"_s, payrollSection, u"dollarsign.circle"_s, S::people) } } };
-    }
-    if (key == "company"_L1) {
-        TarnNavChildGroup group;
-        for (const TarnAdminArea &area : adminTable()) {
-            if (!area.settings)
-                group.items.append({ area.key, area.label, area.symbol, area.destination });
-        }
-        return { group };
-    }
-    return {};
+    static const QHash<QString, QList<TarnNavChildGroup>> table {
+        { u"pilo"_s,
+            { { u""_s,
+                { child(u"newchat"_s, u"New chat"_s, u"square.and.pencil"_s, S::agent),
+                    child(u"history"_s, u"History"_s, u"clock.arrow.circlepath"_s, S::agent),
+                    child(u"blocked"_s, blockedWorkSection, u"exclamationmark.triangle"_s, S::agent) } } } },
+        { u"overview"_s,
+            { { u""_s,
+                { child(u"team"_s, u"Team"_s, u"person.3"_s, S::overview),
+                    child(u"boards"_s, u"Product boards"_s, u"square.grid.2x2"_s, S::overview),
+                    child(u"fulfilment"_s, u"Fulfilment"_s, u"shippingbox"_s, S::overview) } } } },
+        { u"calls"_s,
+            { { u""_s,
+                { child(u"callbook"_s, u"Calls"_s, u"phone"_s, S::calls),
+                    child(u"inbox"_s, u"Inbox"_s, u"tray"_s, S::calls),
+                    child(u"recordings"_s, u"Recordings"_s, u"waveform"_s, S::calls) } } } },
+        { u"schedule"_s,
+            { { u""_s,
+                { child(u"calendar"_s, u"Calendar"_s, u"calendar"_s, S::schedule),
+                    child(u"booking"_s, u"Booking links"_s, u"link"_s, S::schedule) } } } },
+        { u"sales"_s,
+            { { u""_s,
+                { child(u"leads"_s, u"Lead Generation"_s, u"magnifyingglass"_s, S::sales),
+                    child(u"customers"_s, u"Customers"_s, u"person.2"_s, S::sales),
+                    child(u"pipeline"_s, u"Pipeline"_s, u"list.bullet.rectangle"_s, S::sales) } } } },
+        { u"support"_s,
+            { { u""_s,
+                { child(u"maintenance"_s, u"Maintenance"_s, u"wrench.and.screwdriver"_s, S::support),
+                    child(u"recurring"_s, u"Recurring"_s, u"repeat"_s, S::support),
+                    child(u"time"_s, u"Time"_s, u"timer"_s, S::support) } } } },
+        { u"docs"_s,
+            { { u"Documents"_s,
+                         { child(u"worksheets"_s, u"Worksheets"_s, u"doc.plaintext"_s, S::documents),
+                             child(u"agreements"_s, u"Agreements"_s, u"doc.text"_s, S::documents),
+                             child(u"proposals"_s, u"Proposals"_s, u"doc.richtext"_s, S::documents) } },
+                { u"Signing"_s, { child(u"envelopes"_s, u"Envelopes"_s, u"signature"_s, S::documents) } } } },
+        { u"finance"_s,
+            { { u"Books"_s,
+                         { child(u"books"_s, u"Dashboard"_s, u"chart.pie"_s, S::documents),
+                             child(u"transactions"_s, u"Transactions"_s, u"arrow.left.arrow.right"_s, S::documents),
+                             child(u"invoices"_s, u"Invoices"_s, u"doc.text.magnifyingglass"_s, S::documents),
+                             child(u"expenses"_s, u"Expenses"_s, u"cart"_s, S::documents),
+                             child(u"reports"_s, u"Reports"_s, u"chart.bar.doc.horizontal"_s, S::documents) } },
+                { u"Bank"_s, { child(u"bankfeed"_s, u"Bank feed"_s, u"building.columns"_s, S::documents) } } } },
+        { u"people"_s,
+            { { u""_s,
+                { child(u"hr"_s, u"HR"_s, u"person.text.rectangle"_s, S::people),
+                    child(u"timeclock"_s, u"Time clock"_s, u"clock"_s, S::people),
+                    child(u"payroll"_s, payrollSection, u"dollarsign.circle"_s, S::people) } } } },
+        { u"company"_s, { companyChildren() } },
+    };
+    return table.value(key);
 }
 
 // The books pages live on the documents screen and follow "Books".
