@@ -20,8 +20,9 @@ struct TarnAccess {
     Q_PROPERTY(bool reviewsBlockedWork READ reviewsBlockedWork)
 
 public:
-    // The demo company's owner; deployments pass their own to fromSession.
-    static constexpr QLatin1StringView defaultOwnerAddress { "maren@halvard.example" };
+    // Set per deployment when building (TARN_OWNER_ADDRESS); the demo
+    // company's owner otherwise.
+    static constexpr QLatin1StringView defaultOwnerAddress { TARN_OWNER_ADDRESS };
 
     // Absent means every app; an empty list means none.
     std::optional<QStringList> apps;
