@@ -11,10 +11,10 @@ using namespace Qt::StringLiterals;
 
 namespace TarnMailHTML {
 
-TarnMailDocument parseUTF8(QByteArrayView html, int characterLimit, int blockLimit)
-{
-    const detail::MailTree tree = detail::TreeBuilder(html).build();
+namespace {
 
+TarnMailDocument blocksOf(const detail::MailTree &tree, int characterLimit, int blockLimit)
+{
     detail::Shared shared;
     shared.characterLimit = qMax(characterLimit, 0);
     shared.blockLimit = qMax(blockLimit, 0);
@@ -33,9 +33,19 @@ TarnMailDocument parseUTF8(QByteArrayView html, int characterLimit, int blockLim
     return document;
 }
 
+} // namespace
+
+TarnMailDocument parseUTF8(QByteArrayView html, int characterLimit, int blockLimit)
+{
+    return blocksOf(detail::TreeBuilder(html).build(), characterLimit, blockLimit);
+}
+
 TarnMailDocument parse(QStringView html, int characterLimit, int blockLimit)
 {
-    return parseUTF8(html.toUtf8(), characterLimit, blockLimit);
+    // The tree holds its own text, so the UTF-8 copy only lives while the
+    // tree is read, not while the blocks are built.
+    const detail::MailTree tree = detail::TreeBuilder(html.toUtf8()).build();
+    return blocksOf(tree, characterLimit, blockLimit);
 }
 
 QString plainText(const TarnMailBlock &block)

@@ -1,5 +1,7 @@
 #include "mail/TarnMailHTML.h"
 
+#include "mail/detail/LinkRules.h"
+
 #include <QRegularExpression>
 
 #include <utility>
@@ -80,7 +82,8 @@ QList<TarnMailRun> linkified(QStringView text)
         QStringView candidate = match.capturedView();
         while (!candidate.isEmpty() && trailing.contains(candidate.back()))
             candidate.chop(1);
-        const std::optional<QUrl> link = candidate.isEmpty() ? std::nullopt : safeLink(candidate);
+        const std::optional<TarnMailLink> link
+            = candidate.isEmpty() ? std::nullopt : detail::LinkRules::vetted(candidate.toString());
         if (!link)
             continue; // stays plain text
         const qsizetype start = match.capturedStart();

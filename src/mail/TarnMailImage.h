@@ -1,9 +1,9 @@
 #pragma once
 
 #include "mail/TarnMailImageSource.h"
+#include "mail/TarnMailLink.h"
 
 #include <QString>
-#include <QUrl>
 
 #include <optional>
 
@@ -14,7 +14,7 @@ struct TarnMailImage
     TarnMailImageSource source;
     std::optional<int> width;  // CSS pixels
     std::optional<int> height; // CSS pixels
-    std::optional<QUrl> link;  // the enclosing link, vetted
+    std::optional<TarnMailLink> link; // the enclosing link, vetted
 
     friend bool operator==(const TarnMailImage &, const TarnMailImage &) = default;
 };

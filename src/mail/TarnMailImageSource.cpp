@@ -1,10 +1,10 @@
 #include "mail/TarnMailImageSource.h"
 
-TarnMailImageSource TarnMailImageSource::remote(const QUrl &url)
+TarnMailImageSource TarnMailImageSource::remote(const TarnMailLink &link)
 {
     TarnMailImageSource source;
     source.m_kind = Kind::Remote;
-    source.m_url = url;
+    source.m_link = link;
     return source;
 }
 

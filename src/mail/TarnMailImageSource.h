@@ -1,5 +1,7 @@
 #pragma once
 
+#include "mail/TarnMailLink.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QUrl>
@@ -17,14 +19,15 @@ public:
     };
 
     TarnMailImageSource() = default;
-    [[nodiscard]] static TarnMailImageSource remote(const QUrl &url);
+    [[nodiscard]] static TarnMailImageSource remote(const TarnMailLink &link);
     [[nodiscard]] static TarnMailImageSource cid(const QString &contentID);
     [[nodiscard]] static TarnMailImageSource embedded(const QByteArray &bytes);
     [[nodiscard]] static TarnMailImageSource unsupported() { return {}; }
 
     [[nodiscard]] Kind kind() const { return m_kind; }
     // Meaningful for Remote only; empty otherwise.
-    [[nodiscard]] const QUrl &url() const { return m_url; }
+    [[nodiscard]] const TarnMailLink &link() const { return m_link; }
+    [[nodiscard]] QUrl url() const { return m_kind == Kind::Remote ? m_link.url() : QUrl(); }
     // Meaningful for Cid only.
     [[nodiscard]] const QString &contentID() const { return m_contentID; }
     // Meaningful for Embedded only.
@@ -34,7 +37,7 @@ public:
 
 private:
     Kind m_kind = Kind::Unsupported;
-    QUrl m_url;
+    TarnMailLink m_link;
     QString m_contentID;
     QByteArray m_bytes;
 };

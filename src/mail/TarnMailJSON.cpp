@@ -14,9 +14,9 @@ namespace TarnMailJSON {
 
 namespace {
 
-QJsonValue url(const std::optional<QUrl> &link)
+QJsonValue url(const std::optional<TarnMailLink> &link)
 {
-    return link ? QJsonValue(link->toString(QUrl::FullyEncoded)) : QJsonValue(QJsonValue::Null);
+    return link ? QJsonValue(link->text()) : QJsonValue(QJsonValue::Null);
 }
 
 QJsonValue number(const std::optional<int> &value)
@@ -36,7 +36,7 @@ QJsonObject source(const TarnMailImageSource &source)
 {
     switch (source.kind()) {
     case TarnMailImageSource::Kind::Remote:
-        return {{"kind"_L1, u"remote"_s}, {"url"_L1, source.url().toString(QUrl::FullyEncoded)}};
+        return {{"kind"_L1, u"remote"_s}, {"url"_L1, source.link().text()}};
     case TarnMailImageSource::Kind::Cid:
         return {{"kind"_L1, u"cid"_s}, {"id"_L1, source.contentID()}};
     case TarnMailImageSource::Kind::Embedded:

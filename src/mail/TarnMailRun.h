@@ -1,9 +1,9 @@
 #pragma once
 
+#include "mail/TarnMailLink.h"
 #include "mail/TarnMailStyle.h"
 
 #include <QString>
-#include <QUrl>
 
 #include <optional>
 
@@ -14,7 +14,7 @@ struct TarnMailRun
 {
     QString text;
     TarnMailStyle style;
-    std::optional<QUrl> link;
+    std::optional<TarnMailLink> link;
 
     friend bool operator==(const TarnMailRun &, const TarnMailRun &) = default;
 };

@@ -23,7 +23,7 @@ QString runs(const QList<TarnMailRun> &list)
                 marks.append(QLatin1Char(letters[bit]));
         }
         if (run.link)
-            marks.append(u"->"_s + run.link->toString(QUrl::FullyEncoded));
+            marks.append(u"->"_s + run.link->text());
         out.append(marks.isEmpty() ? text : u'[' + marks + u':' + text + u']');
     }
     return out;
@@ -64,7 +64,7 @@ QString block(const TarnMailBlock &b)
         QString source;
         switch (image.source.kind()) {
         case TarnMailImageSource::Kind::Remote:
-            source = u"remote:"_s + image.source.url().toString(QUrl::FullyEncoded);
+            source = u"remote:"_s + image.source.link().text();
             break;
         case TarnMailImageSource::Kind::Cid:
             source = u"cid:"_s + image.source.contentID();
@@ -82,7 +82,7 @@ QString block(const TarnMailBlock &b)
                 + (image.height ? QString::number(*image.height) : u"?"_s);
         }
         if (image.link)
-            out += u" ->"_s + image.link->toString(QUrl::FullyEncoded);
+            out += u" ->"_s + image.link->text();
         return out + u')';
     }
     case TarnMailBlock::Kind::Signature:

@@ -3,6 +3,7 @@
 #include "MailDescribe.h"
 
 #include "mail/TarnMailHTML.h"
+#include "mail/detail/LinkRules.h"
 
 #include <QTest>
 #include <QUrlQuery>
@@ -16,6 +17,8 @@ class TestMailLinks : public QObject
 private slots:
     void safeLink_data();
     void safeLink();
+    void plainAddressesReadAsParsed_data();
+    void plainAddressesReadAsParsed();
     void confirmationRoundTrip_data();
     void confirmationRoundTrip();
     void linkDecision_data();
@@ -65,6 +68,64 @@ void TestMailLinks::safeLink()
     QFETCH(QString, expected);
     const std::optional<QUrl> url = TarnMailHTML::safeLink(href);
     QCOMPARE(url ? url->toString(QUrl::FullyEncoded) : QString(), expected);
+}
+
+// Plain addresses are read from their text without a URL parse: the result
+// must be what the parse gives, and near-plain addresses must take the parse.
+void TestMailLinks::plainAddressesReadAsParsed_data()
+{
+    QTest::addColumn<QString>("href");
+    QTest::addColumn<bool>("plain");
+
+    QTest::addRow("host only") << u"https://example.com"_s << true;
+    QTest::addRow("path, query and fragment") << u"https://a.example.com/p/q.html?x=1&y=%20#top"_s << true;
+    QTest::addRow("delimiters kept") << u"http://a.example/a!$&'()*+,;=:@b?q=/?[1]#f/?"_s << true;
+    QTest::addRow("empty query") << u"https://a.example/pixel?"_s << true;
+    QTest::addRow("empty query before fragment") << u"https://a.example/p?#f"_s << true;
+    QTest::addRow("escaped delimiter") << u"https://a.example/a%2Fb"_s << true;
+    QTest::addRow("escaped unreserved is decoded") << u"https://a.example/%7Euser"_s << false;
+    QTest::addRow("lower-case escape is raised") << u"https://a.example/%e2%82%ac"_s << false;
+    QTest::addRow("broken escape") << u"https://a.example/%zz"_s << false;
+    QTest::addRow("second hash") << u"https://a.example/#a#b"_s << false;
+    QTest::addRow("upper-case host") << u"https://Example.com/"_s << false;
+    QTest::addRow("upper-case scheme") << u"HTTPS://example.com/"_s << false;
+    QTest::addRow("port") << u"https://example.com:8443/"_s << false;
+    QTest::addRow("user") << u"https://a@example.com/"_s << false;
+    QTest::addRow("dotted quad") << u"http://203.0.113.7/x"_s << false;
+    QTest::addRow("short dotted number") << u"http://1.2.3/x"_s << false;
+    QTest::addRow("encoded international label") << u"https://www.xn--pple-43d.com/"_s << false;
+    QTest::addRow("trailing dot") << u"https://example.com./"_s << false;
+    QTest::addRow("empty label") << u"https://a..example/"_s << false;
+    QTest::addRow("leading hyphen") << u"https://-a.example/"_s << false;
+    QTest::addRow("label of 64") << (u"https://"_s + QString(64, u'a') + u".example/"_s) << false;
+    QTest::addRow("space") << u"https://a.example/a b"_s << false;
+    QTest::addRow("braces and bar") << u"https://a.example/{x}|"_s << false;
+    QTest::addRow("non-ASCII path") << u"https://a.example/café"_s << false;
+    QTest::addRow("entity in the query") << u"https://a.example/?a=1&amp;b=2"_s << true;
+    QTest::addRow("spaces around") << u"  https://a.example/  "_s << true;
+}
+
+void TestMailLinks::plainAddressesReadAsParsed()
+{
+    QFETCH(QString, href);
+    QFETCH(bool, plain);
+    const QString text = TarnMailHTML::decodeEntities(href).trimmed();
+    const std::optional<TarnMailHTML::detail::LinkRules::WebParts> parts
+        = TarnMailHTML::detail::LinkRules::plainWebParts(text);
+    QCOMPARE(parts.has_value(), plain);
+
+    const std::optional<QUrl> parsed = TarnMailHTML::detail::LinkRules::vettedByParse(text);
+    const std::optional<TarnMailLink> link = TarnMailHTML::detail::LinkRules::vetted(href);
+    QCOMPARE(link.has_value(), parsed.has_value());
+    if (!parsed)
+        return;
+    QCOMPARE(link->text(), parsed->toString(QUrl::FullyEncoded));
+    if (parts) {
+        QCOMPARE(parts->host.toString(), parsed->host(QUrl::FullyEncoded));
+        QCOMPARE(parts->path.toString(), parsed->path(QUrl::FullyEncoded));
+        const QString query = parsed->query(QUrl::FullyEncoded);
+        QCOMPARE(parts->pathAndQuery.toString(), query.isEmpty() ? parts->path.toString() : parts->path + u'?' + query);
+    }
 }
 
 void TestMailLinks::confirmationRoundTrip_data()
@@ -181,6 +242,12 @@ void TestMailLinks::isDeceptive_data()
     QTest::addRow("trailing dot is not an address") << u"https://www.irs.gov."_s << u"https://www.irs.gov/"_s
                                                     << false;
     QTest::addRow("port and path") << u"shop.example.com:8443/cart"_s << u"https://other.example/"_s << true;
+    QTest::addRow("scheme in capitals") << u"HTTPS://WWW.SHOP.EXAMPLE"_s << u"https://other.example/"_s << true;
+    QTest::addRow("port without digits") << u"shop.example.com:/cart"_s << u"https://other.example/"_s << false;
+    QTest::addRow("empty label") << u"shop..example.com"_s << u"https://other.example/"_s << false;
+    QTest::addRow("leading dot") << u".shop.example.com"_s << u"https://other.example/"_s << false;
+    QTest::addRow("top-level of digits") << u"shop.example.c0m"_s << u"https://other.example/"_s << false;
+    QTest::addRow("more after the name") << u"shop.example.com!"_s << u"https://other.example/"_s << false;
     QTest::addRow("mail links are not checked") << u"support@bank.example.com"_s
                                                 << u"mailto:phish@evil.example.org"_s << false;
     QTest::addRow("text over 300 characters") << QString(u"a"_s.repeated(300) + u".com"_s)
@@ -221,7 +288,7 @@ void TestMailLinks::linkSummary()
     QFETCH(QString, summary);
     QList<TarnMailRun> runs;
     for (const QString &link : links)
-        runs.append({u"t"_s, {}, link.isEmpty() ? std::nullopt : std::optional<QUrl>(QUrl(link))});
+        runs.append({u"t"_s, {}, link.isEmpty() ? std::nullopt : std::make_optional(TarnMailLink(QUrl(link)))});
     QCOMPARE(TarnMailHTML::linkSummary(runs).value_or(QString()), summary);
 }
 

@@ -3,6 +3,7 @@
 #include "mail/TarnMailHTML.h"
 #include "mail/TarnMailImage.h"
 #include "mail/TarnMailTable.h"
+#include "mail/detail/LinkRules.h"
 #include "mail/detail/MailRules.h"
 
 #include <optional>
@@ -330,11 +331,11 @@ void BlockBuilder::link(const MailNode &node, Context context)
 {
     context.link.reset();
     if (node.hasMark(NodeMark::HasHref)) {
-        context.link = TarnMailHTML::safeLink(node.value);
+        context.link = LinkRules::vetted(node.value());
         if (context.link) {
             const std::optional<QString> text = linkText(node);
-            if (text && TarnMailHTML::isDeceptive(*text, *context.link))
-                context.link = TarnMailHTML::confirmationURL(*context.link);
+            if (text && LinkRules::isDeceptive(*text, context.link->text()))
+                context.link = TarnMailLink::fromEncoded(LinkRules::confirmationText(context.link->text()));
         }
     }
     walk(node, context);
@@ -458,10 +459,15 @@ void BlockBuilder::emitBlock(TarnMailBlock block)
         if (!container)
             return;
     }
-    if (m_isRoot && m_shared.foldRest)
+    if (m_isRoot && m_shared.foldRest) {
         m_shared.quoted.append(std::move(block));
-    else
-        m_blocks.append(std::move(block));
+        return;
+    }
+    // Most nested builders (list items, cells, quotes) emit a single block:
+    // their first gets a list of exactly one, later ones grow as usual.
+    if (m_blocks.isEmpty())
+        m_blocks.reserve(1);
+    m_blocks.append(std::move(block));
 }
 
 void BlockBuilder::heading(const MailNode &node, const Context &context, int level)
@@ -488,7 +494,7 @@ void BlockBuilder::image(const MailNode &node, const Context &context)
         return;
     }
 
-    const QString source = node.value.trimmed();
+    const QString source = node.value().trimmed();
     const bool httpSource = source.startsWith("http"_L1, Qt::CaseInsensitive);
     const bool pixelSized
         = (width && height && *width <= 2 && *height <= 2) || (width && *width < 2) || (height && *height <= 1);
@@ -497,26 +503,26 @@ void BlockBuilder::image(const MailNode &node, const Context &context)
             ++m_shared.trackers;
         return;
     }
-    QUrl url;
+    std::optional<TarnMailLink> remote;
     if (httpSource) {
-        url = QUrl(source, QUrl::TolerantMode);
-        if (TarnMailHTML::isTrackerURL(url)) {
+        const LinkRules::RemoteImage checked = LinkRules::remoteImage(source);
+        if (checked.tracker) {
             ++m_shared.trackers;
             return;
         }
+        remote = checked.link;
     }
     if (alt.isEmpty() && MailRules::isSpacerSource(source))
         return;
 
     TarnMailImageSource imageSource;
-    if (source.startsWith("cid:"_L1, Qt::CaseInsensitive)) {
+    if (remote) {
+        imageSource = TarnMailImageSource::remote(*remote);
+    } else if (source.startsWith("cid:"_L1, Qt::CaseInsensitive)) {
         imageSource = TarnMailImageSource::cid(QUrl::fromPercentEncoding(QStringView(source).sliced(4).toUtf8()));
     } else if (source.startsWith("data:image/"_L1, Qt::CaseInsensitive)) {
         if (std::optional<QByteArray> bytes = MailRules::decodeDataImage(source))
             imageSource = TarnMailImageSource::embedded(*bytes);
-    } else if (httpSource && url.isValid() && !url.host().isEmpty() && url.userName().isEmpty()
-        && (url.scheme() == "https"_L1 || url.scheme() == "http"_L1)) {
-        imageSource = TarnMailImageSource::remote(url);
     }
     if (imageSource.kind() == TarnMailImageSource::Kind::Unsupported && alt.isEmpty())
         return;
@@ -531,6 +537,10 @@ void BlockBuilder::list(const MailNode &node, const Context &context)
     const int start = node.number;
 
     QList<QList<TarnMailBlock>> items;
+    qsizetype itemCount = 0;
+    for (const MailNode *child = node.firstChild; child; child = child->next)
+        itemCount += child->tag == Tag::Li ? 1 : 0;
+    items.reserve(itemCount);
     // Content directly inside the list but outside any item is gathered into
     // an item of its own rather than lost.
     std::optional<BlockBuilder> loose;

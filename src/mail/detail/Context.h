@@ -1,8 +1,7 @@
 #pragma once
 
+#include "mail/TarnMailLink.h"
 #include "mail/TarnMailStyle.h"
-
-#include <QUrl>
 
 #include <optional>
 
@@ -13,7 +12,7 @@ namespace TarnMailHTML::detail {
 struct Context
 {
     TarnMailStyle style;
-    std::optional<QUrl> link;
+    std::optional<TarnMailLink> link;
 };
 
 } // namespace TarnMailHTML::detail

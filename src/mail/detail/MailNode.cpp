@@ -2,13 +2,10 @@
 
 namespace TarnMailHTML::detail {
 
-void MailNode::append(MailNode *child)
+const QString &MailNode::value() const
 {
-    if (lastChild)
-        lastChild->next = child;
-    else
-        firstChild = child;
-    lastChild = child;
+    static const QString none;
+    return isValued(tag) ? static_cast<const Valued *>(this)->value : none;
 }
 
 } // namespace TarnMailHTML::detail

@@ -22,9 +22,13 @@ enum : quint8 {
 }
 
 // One node of the tree a mail is read into. Nodes live in a MailTree's arena;
-// children form a singly linked list so that a node costs no allocation of its own.
+// children form a singly linked list so that a node costs no allocation of its
+// own. Only links and images carry a value (see Valued), so the other nodes,
+// most of any mail, stay small.
 struct MailNode
 {
+    struct Valued;
+
     Tag tag = Tag::Other;
     bool hidden = false; // decided once, when the node is opened
     quint8 marks = 0;    // NodeMark bits
@@ -37,17 +41,23 @@ struct MailNode
     // A text node's text; an img's alt text (else its title); for an element
     // of a tag the builders do not know (Tag::Other), its lower-case name.
     QString text;
-    QString value; // a: href; img: src
     MailNode *firstChild = nullptr;
-    MailNode *lastChild = nullptr;
     MailNode *next = nullptr;
+
+    [[nodiscard]] static bool isValued(Tag tag) { return tag == Tag::A || tag == Tag::Img; }
+    // a: href; img: src; empty for every other node.
+    [[nodiscard]] const QString &value() const;
 
     [[nodiscard]] bool isText() const { return tag == Tag::Text; }
     // Lower-case tag name, "#root" or "#text".
     [[nodiscard]] QString name() const { return tag == Tag::Other ? text : tagInfo(tag).name; }
     [[nodiscard]] bool hasMark(quint8 mark) const { return (marks & mark) != 0; }
+};
 
-    void append(MailNode *child);
+// The node of a link or an image; MailTree makes one for those tags.
+struct MailNode::Valued : MailNode
+{
+    QString value;
 };
 
 } // namespace TarnMailHTML::detail

@@ -1,9 +1,21 @@
 #include "mail/detail/MailTree.h"
 
-#include <memory>
 #include <new>
 
 namespace TarnMailHTML::detail {
+
+namespace {
+
+std::size_t sizeFor(Tag tag)
+{
+    return MailNode::isValued(tag) ? sizeof(MailNode::Valued) : sizeof(MailNode);
+}
+
+// Both sizes keep every node aligned when packed one after another.
+static_assert(sizeof(MailNode) % alignof(MailNode::Valued) == 0);
+static_assert(sizeof(MailNode::Valued) % alignof(MailNode::Valued) == 0);
+
+} // namespace
 
 MailTree::MailTree()
 {
@@ -12,22 +24,31 @@ MailTree::MailTree()
 
 MailTree::~MailTree()
 {
-    for (size_t i = 0; i < m_chunks.size(); ++i) {
-        auto *nodes = reinterpret_cast<MailNode *>(m_chunks[i].storage.get());
-        const size_t used = i + 1 == m_chunks.size() ? m_used : m_chunks[i].size;
-        std::destroy_n(nodes, used);
+    for (const Chunk &chunk : m_chunks) {
+        for (std::size_t at = 0; at < chunk.used;) {
+            auto *node = std::launder(reinterpret_cast<MailNode *>(chunk.storage.get() + at));
+            at += sizeFor(node->tag);
+            if (MailNode::isValued(node->tag))
+                static_cast<MailNode::Valued *>(node)->~Valued();
+            else
+                node->~MailNode();
+        }
     }
 }
 
 MailNode *MailTree::create(Tag tag)
 {
-    if (m_used == m_chunkSize) {
-        m_chunkSize = m_chunkSize == 0 ? firstChunk : qMin(m_chunkSize * 2, largestChunk);
-        // operator new[] of std::byte is aligned for any fundamental type, MailNode's included.
-        m_chunks.push_back({std::make_unique_for_overwrite<std::byte[]>(m_chunkSize * sizeof(MailNode)), m_chunkSize});
-        m_used = 0;
+    const std::size_t size = sizeFor(tag);
+    if (m_chunks.empty() || m_chunks.back().size - m_chunks.back().used < size) {
+        const std::size_t chunkSize
+            = m_chunks.size() < smallChunks ? smallChunk : qMin(m_chunks.back().size * 2, largestChunk);
+        // operator new[] of std::byte is aligned for any fundamental type, the nodes' included.
+        m_chunks.push_back({ std::make_unique_for_overwrite<std::byte[]>(chunkSize), chunkSize, 0 });
     }
-    auto *node = new (m_chunks.back().storage.get() + m_used++ * sizeof(MailNode)) MailNode;
+    Chunk &chunk = m_chunks.back();
+    std::byte *place = chunk.storage.get() + chunk.used;
+    chunk.used += size;
+    MailNode *node = MailNode::isValued(tag) ? new (place) MailNode::Valued : new (place) MailNode;
     node->tag = tag;
     return node;
 }

@@ -172,7 +172,6 @@ const QString &sharedSpace()
 TreeBuilder::TreeBuilder(QByteArrayView utf8)
     : m_in(utf8)
 {
-    m_stack.reserve(maxDepth);
 }
 
 TreeBuilder::Name TreeBuilder::readName(qsizetype from) const
@@ -378,7 +377,7 @@ qsizetype TreeBuilder::droppedContentEnd(qsizetype from, const QString &lowerNam
 MailTree TreeBuilder::build()
 {
     m_stack.clear();
-    m_stack.push_back(m_tree.root());
+    m_stack.push_back({m_tree.root()});
     const qsizetype n = m_in.size();
     const char *in = m_in.data();
     qsizetype pos = 0;
@@ -449,7 +448,7 @@ void TreeBuilder::flushText(qsizetype end)
     const QByteArrayView bytes = m_in.sliced(m_textMark, end - m_textMark);
     m_textMark = end;
     MailNode *parent = top();
-    MailNode *last = parent->lastChild;
+    MailNode *last = lastChild();
     if (m_rawDepth == 0 && isAsciiWhitespaceOnly(bytes)) {
         // Whitespace right after a visible element that ends the paragraph, or
         // first inside one that starts it, is dropped by the block builder
@@ -464,7 +463,7 @@ void TreeBuilder::flushText(qsizetype end)
         } else {
             MailNode *node = m_tree.create(Tag::Text);
             node->text = sharedSpace();
-            parent->append(node);
+            append(node);
         }
         return;
     }
@@ -476,13 +475,23 @@ void TreeBuilder::flushText(qsizetype end)
     } else {
         MailNode *node = m_tree.create(Tag::Text);
         node->text = std::move(text);
-        parent->append(node);
+        append(node);
     }
+}
+
+void TreeBuilder::append(MailNode *child)
+{
+    Open &open = m_stack.back();
+    if (open.lastChild)
+        open.lastChild->next = child;
+    else
+        open.node->firstChild = child;
+    open.lastChild = child;
 }
 
 void TreeBuilder::push(MailNode *node)
 {
-    m_stack.push_back(node);
+    m_stack.push_back({node});
     if (isRaw(node->tag))
         ++m_rawDepth;
 }
@@ -490,7 +499,7 @@ void TreeBuilder::push(MailNode *node)
 void TreeBuilder::popTo(qsizetype index)
 {
     while (qsizetype(m_stack.size()) > index) {
-        if (isRaw(m_stack.back()->tag))
+        if (isRaw(m_stack.back().node->tag))
             --m_rawDepth;
         m_stack.pop_back();
     }
@@ -501,7 +510,7 @@ bool TreeBuilder::closeImplicitly(Target target, Barrier barrier, bool lowest)
 {
     qsizetype found = -1;
     for (qsizetype i = qsizetype(m_stack.size()) - 1; i >= 1; --i) {
-        const Tag tag = m_stack[size_t(i)]->tag;
+        const Tag tag = m_stack[size_t(i)].node->tag;
         if (target(tag)) {
             found = i;
             if (!lowest)
@@ -562,7 +571,7 @@ void TreeBuilder::open(Tag tag, const QString &name, Opening opening, bool selfC
         // keep only those that still mean something, once.
         if (tag == Tag::Other || hasFlag(tag, TagFlag::Inline))
             return;
-        const MailNode *last = top()->lastChild;
+        const MailNode *last = lastChild();
         if (hasFlag(tag, TagFlag::Breaks) && !opening.hidden && last && last->tag == tag && !last->firstChild
             && !last->hidden && last->marks == 0)
             return;
@@ -570,7 +579,8 @@ void TreeBuilder::open(Tag tag, const QString &name, Opening opening, bool selfC
     MailNode *node = m_tree.create(tag);
     if (tag == Tag::Other)
         node->text = name;
-    node->value = std::move(opening.value);
+    if (MailNode::isValued(tag))
+        static_cast<MailNode::Valued *>(node)->value = std::move(opening.value);
     if (tag == Tag::Img)
         node->text = std::move(opening.alt);
     node->width = opening.width >= 0 ? opening.width : opening.styleWidth;
@@ -579,7 +589,7 @@ void TreeBuilder::open(Tag tag, const QString &name, Opening opening, bool selfC
     node->hidden = opening.hidden;
     node->marks = opening.marks;
     node->style = opening.style;
-    top()->append(node);
+    append(node);
     if (!hasFlag(tag, TagFlag::Void) && !selfClosing && !full)
         push(node);
 }
@@ -613,7 +623,7 @@ void TreeBuilder::close(const Name &name)
         return t == Tag::Td || t == Tag::Th || t == Tag::Table;
     };
     for (qsizetype i = qsizetype(m_stack.size()) - 1; i >= 1; --i) {
-        const MailNode *node = m_stack[size_t(i)];
+        const MailNode *node = m_stack[size_t(i)].node;
         if (target(node)) {
             popTo(i);
             return;

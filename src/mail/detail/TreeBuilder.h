@@ -60,16 +60,27 @@ private:
     void open(Tag tag, const QString &name, Opening opening, bool selfClosing);
     void close(const Name &name);
     void push(MailNode *node);
+    // Adds a child to the innermost open element.
+    void append(MailNode *child);
     void popTo(qsizetype index);
     // Pops the matching entry (searched from the top, stopping at a barrier)
     // and all above it; `lowest` takes the deepest match instead of the first.
     template<typename Target, typename Barrier>
     bool closeImplicitly(Target target, Barrier barrier, bool lowest = false);
-    [[nodiscard]] MailNode *top() const { return m_stack.back(); }
+    [[nodiscard]] MailNode *top() const { return m_stack.back().node; }
+    [[nodiscard]] MailNode *lastChild() const { return m_stack.back().lastChild; }
+
+    // An open element and its last child so far: only open elements gain
+    // children, so the nodes themselves need not remember their last.
+    struct Open
+    {
+        MailNode *node = nullptr;
+        MailNode *lastChild = nullptr;
+    };
 
     QByteArrayView m_in;
     MailTree m_tree;
-    std::vector<MailNode *> m_stack;
+    std::vector<Open> m_stack;
     qsizetype m_textMark = 0;
     int m_rawDepth = 0; // open pre, listing and plaintext elements
 };
