@@ -93,6 +93,8 @@ void TestMailLinks::plainAddressesReadAsParsed_data()
     QTest::addRow("user") << u"https://a@example.com/"_s << false;
     QTest::addRow("dotted quad") << u"http://203.0.113.7/x"_s << false;
     QTest::addRow("short dotted number") << u"http://1.2.3/x"_s << false;
+    QTest::addRow("hexadecimal number") << u"http://0x000000000000150/."_s << false;
+    QTest::addRow("last label starts with a digit") << u"https://shop.3com/"_s << false;
     QTest::addRow("encoded international label") << u"https://www.xn--pple-43d.com/"_s << false;
     QTest::addRow("trailing dot") << u"https://example.com./"_s << false;
     QTest::addRow("empty label") << u"https://a..example/"_s << false;

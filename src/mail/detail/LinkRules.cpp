@@ -138,7 +138,6 @@ std::optional<WebParts> plainWebParts(QStringView text)
     const qsizetype n = text.size();
     const qsizetype hostStart = i;
     qsizetype labelStart = i;
-    bool letterInLabel = false;
     for (; i < n; ++i) {
         const char16_t c = text[i].unicode();
         if (c == u'/' || c == u'?' || c == u'#')
@@ -147,15 +146,16 @@ std::optional<WebParts> plainWebParts(QStringView text)
             if (!isPlainLabel(text.sliced(labelStart, i - labelStart)))
                 return std::nullopt;
             labelStart = i + 1;
-            letterInLabel = false;
             continue;
         }
         if (!isLowerAlnum(c) && c != u'-')
             return std::nullopt; // a port, a user, an upper-case or international name
-        letterInLabel = letterInLabel || (c >= u'a' && c <= u'z');
     }
-    // A last label of digits alone may be an IPv4 address, which a parse rewrites.
-    if (!letterInLabel || !isPlainLabel(text.sliced(labelStart, i - labelStart)) || i - hostStart > 253)
+    // A host whose labels are all numbers ("203.0.113.7", "0x7f.1", "2130706433")
+    // is an IPv4 address, which a parse rewrites; a last label that starts with
+    // a letter rules that out.
+    const QStringView lastLabel = text.sliced(labelStart, i - labelStart);
+    if (!isPlainLabel(lastLabel) || !(lastLabel.front() >= u'a' && lastLabel.front() <= u'z') || i - hostStart > 253)
         return std::nullopt;
 
     WebParts parts;
