@@ -7,12 +7,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QLatin1StringView confirmScheme = "pilo-mail-confirm"_L1;
-
-} // namespace
-
 namespace TarnMailHTML {
 
 std::optional<QUrl> safeLink(QStringView href)
@@ -28,7 +22,7 @@ QUrl confirmationURL(const QUrl &target)
 
 LinkDecision linkDecision(const QUrl &url)
 {
-    if (url.scheme().toLower() == confirmScheme) {
+    if (url.scheme().compare(detail::LinkRules::confirmScheme, Qt::CaseInsensitive) == 0) {
         const QUrlQuery query(url);
         if (!query.hasQueryItem(u"u"_s))
             return LinkDecision::block();
@@ -44,8 +38,7 @@ LinkDecision linkDecision(const QUrl &url)
 
 bool isTrackerURL(const QUrl &url)
 {
-    const QString scheme = url.scheme().toLower();
-    if (scheme != "https"_L1 && scheme != "http"_L1)
+    if (!detail::LinkRules::isWebScheme(url.scheme()))
         return false;
     const QString path = url.path(QUrl::FullyEncoded);
     const QString query = url.query(QUrl::FullyEncoded);

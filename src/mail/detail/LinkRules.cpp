@@ -70,8 +70,7 @@ constexpr std::array<bool, 128> keptAfterHost = [] {
 
 bool isUnreserved(char16_t c)
 {
-    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') || c == u'-' || c == u'.'
-        || c == u'_' || c == u'~';
+    return isAsciiLetter(c) || isAsciiDigit(c) || c == u'-' || c == u'.' || c == u'_' || c == u'~';
 }
 
 int hexValue(char16_t c)
@@ -124,6 +123,11 @@ std::optional<QString> shownDomain(QStringView shown)
 }
 
 } // namespace
+
+bool isWebScheme(QStringView scheme)
+{
+    return scheme.compare(u"https", Qt::CaseInsensitive) == 0 || scheme.compare(u"http", Qt::CaseInsensitive) == 0;
+}
 
 std::optional<WebParts> plainWebParts(QStringView text)
 {
@@ -212,7 +216,7 @@ std::optional<QUrl> vettedByParse(const QString &text)
     const QString scheme = url.scheme().toLower();
     if (scheme == "mailto"_L1)
         return url.path().isEmpty() ? std::nullopt : std::optional<QUrl>(url);
-    if ((scheme != "https"_L1 && scheme != "http"_L1) || url.host().isEmpty() || !url.userName().isEmpty()
+    if (!isWebScheme(scheme) || url.host().isEmpty() || !url.userName().isEmpty()
         || !url.password().isEmpty())
         return std::nullopt;
     return url;
@@ -220,26 +224,21 @@ std::optional<QUrl> vettedByParse(const QString &text)
 
 QString confirmationText(QStringView linkText)
 {
-    static constexpr QStringView prefix = u"pilo-mail-confirm://open?u=";
-    static constexpr char hex[] = "0123456789ABCDEF";
+    static constexpr char16_t hex[] = u"0123456789ABCDEF";
     // Everything but the unreserved characters is escaped, so that "&", "=",
-    // "#" and "+" of the target survive the trip. Sized first: one allocation.
+    // "#" and "+" of the target survive the trip.
     const QByteArray target = linkText.toUtf8();
-    const qsizetype escaped = std::count_if(
-        target.cbegin(), target.cend(), [](char c) { return !isUnreserved(char16_t(static_cast<unsigned char>(c))); });
-    QString text(prefix.size() + target.size() + 2 * escaped, Qt::Uninitialized);
-    char16_t *out = reinterpret_cast<char16_t *>(text.data());
-    out = std::copy(prefix.utf16(), prefix.utf16() + prefix.size(), out);
+    QString text;
+    text.reserve(confirmScheme.size() + 10 + 3 * target.size());
+    text.append(confirmScheme).append("://open?u="_L1);
     for (const char c : target) {
         const auto byte = static_cast<unsigned char>(c);
-        if (isUnreserved(byte)) {
-            *out++ = byte;
-        } else {
-            *out++ = u'%';
-            *out++ = char16_t(hex[byte >> 4]);
-            *out++ = char16_t(hex[byte & 15]);
-        }
+        if (isUnreserved(byte))
+            text.append(QChar(char16_t(byte)));
+        else
+            text.append(u'%').append(QChar(hex[byte >> 4])).append(QChar(hex[byte & 15]));
     }
+    text.squeeze();
     return text;
 }
 
@@ -253,9 +252,7 @@ RemoteImage remoteImage(const QString &source)
     const QUrl url(source, QUrl::TolerantMode);
     if (isTrackerURL(url))
         return { true, std::nullopt };
-    const QString scheme = url.scheme();
-    if (url.isValid() && !url.host().isEmpty() && url.userName().isEmpty()
-        && (scheme == "https"_L1 || scheme == "http"_L1))
+    if (url.isValid() && !url.host().isEmpty() && url.userName().isEmpty() && isWebScheme(url.scheme()))
         return { false, TarnMailLink(url) };
     return {};
 }
@@ -307,20 +304,19 @@ bool isDeceptive(QStringView shown, const QString &linkText)
     if (shown.isEmpty() || shown.size() > 300 || !shown.contains(u'.')
         || std::any_of(shown.begin(), shown.end(), [](QChar c) { return c.isSpace(); }))
         return false;
+    const std::optional<QString> domain = shownDomain(shown);
+    if (!domain)
+        return false;
     QString host;
     if (const std::optional<WebParts> parts = plainWebParts(linkText)) {
         host = parts->host.toString();
     } else {
         const QUrl url(linkText, QUrl::TolerantMode);
-        const QString scheme = url.scheme().toLower();
-        if (scheme != "https"_L1 && scheme != "http"_L1)
+        if (!isWebScheme(url.scheme()))
             return false;
         host = url.host(QUrl::FullyEncoded).toLower();
     }
     if (host.isEmpty())
-        return false;
-    const std::optional<QString> domain = shownDomain(shown);
-    if (!domain)
         return false;
     const auto isOnDomain = [](const QString &name, const QString &parent) {
         return name == parent

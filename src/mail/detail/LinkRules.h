@@ -14,6 +14,12 @@
 // else goes through a full QUrl parse, so both give the same answers.
 namespace TarnMailHTML::detail::LinkRules {
 
+// The scheme of the links the mail views ask about before opening.
+inline constexpr QLatin1StringView confirmScheme("pilo-mail-confirm");
+
+// http or https, in any case.
+[[nodiscard]] bool isWebScheme(QStringView scheme);
+
 // The parts of a plain web address, as views into its text.
 struct WebParts {
     QStringView host; // lower case already
