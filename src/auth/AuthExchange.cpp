@@ -18,8 +18,3 @@ AuthExchange AuthExchange::fromJSON(const TarnJSONObject &json)
 {
     return {json.get<Cookie>("cookie"_L1), json.get<User>("user"_L1)};
 }
-
-AuthFailure AuthFailure::fromJSON(const TarnJSONObject &json)
-{
-    return {json.optionalString("error"_L1)};
-}

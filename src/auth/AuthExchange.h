@@ -2,8 +2,6 @@
 
 #include <QString>
 
-#include <optional>
-
 class TarnJSONObject;
 
 // The answer of a successful code exchange: the new session token and the
@@ -24,11 +22,4 @@ struct AuthExchange
     Cookie cookie;
     User user;
     static AuthExchange fromJSON(const TarnJSONObject &json);
-};
-
-// The answer of a refused exchange.
-struct AuthFailure
-{
-    std::optional<QString> error;
-    static AuthFailure fromJSON(const TarnJSONObject &json);
 };

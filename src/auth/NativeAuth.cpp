@@ -1,21 +1,18 @@
 #include "auth/NativeAuth.h"
 
 #include "auth/AuthExchange.h"
+#include "auth/AuthExchangeRequest.h"
 #include "auth/NativeAuthError.h"
 #include "auth/NativePlatformText.h"
 #include "auth/NativeProofKey.h"
-#include "auth/NoAuthRedirects.h"
-#include "service/TarnAPIError.h"
 #include "service/TarnDeleteLater.h"
-#include "service/TarnJSONObject.h"
+#include "service/TarnErrorBody.h"
+#include "service/TarnRequestBody.h"
 #include "service/TarnSessionStore.h"
+#include "service/TarnTransport.h"
 
-#include <QCoroNetworkReply>
 #include <QCoroSignal>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
+#include <QPointer>
 #include <QUrlQuery>
 
 using namespace Qt::StringLiterals;
@@ -32,16 +29,6 @@ namespace {
 QString queryValue(const QUrl &url, const QString &name)
 {
     return QUrlQuery(url).queryItemValue(name, QUrl::FullyDecoded);
-}
-
-template<typename T>
-T decodeOrThrow(const QByteArray &data)
-{
-    try {
-        return TarnJSON::decode<T>(data);
-    } catch (const TarnDecodeError &) {
-        throw TarnAPIError::invalidResponse();
-    }
 }
 
 } // namespace
@@ -136,52 +123,34 @@ QCoro::Task<QString> NativeAuth::signIn()
 
 QCoro::Task<QString> NativeAuth::exchange(QString code, QString verifier)
 {
-    const QUrl url = m_config.resolve(u"api/mobile/exchange"_s);
-    if (!m_config.isServiceURL(url))
+    TarnTransport::Request request;
+    request.url = m_config.resolve(u"api/mobile/exchange"_s);
+    if (!m_config.isServiceURL(request.url))
         throw NativeAuthError::failed(u"Could not start sign-in."_s);
+    request.method = TarnMethod::Post;
+    const AuthExchangeRequest body{std::move(code), std::move(verifier)};
+    request.json = TarnJSON::encode(body);
 
-    // A transport of its own, gone when the exchange ends: no cookies kept,
-    // no redirect followed, nothing shared with the session's requests. It is
-    // deleted from the event loop, because this coroutine resumes inside its
-    // reply's `finished` signal.
-    const TarnLaterPointer<QNetworkAccessManager> transport(new QNetworkAccessManager);
-    transport->setCookieJar(nullptr);
-    NoAuthRedirects::apply(*transport);
+    // A connection pool of its own, gone when the exchange ends: no session
+    // cookie, no CSRF token, no redirect followed, nothing shared with the
+    // session's requests. It is deleted from the event loop, because this
+    // coroutine resumes inside its reply's `finished` signal.
+    const TarnLaterPointer<TarnTransport> transport(new TarnTransport(m_config, TarnTransport::Redirects::never));
+    const QPointer<NativeAuth> self(this);
+    const TarnReply reply = co_await transport->send(std::move(request));
+    if (!self)
+        throw NativeAuthError::failed(u"Google sign-in did not finish. Try again."_s);
 
-    QNetworkRequest request(url);
-    request.setTransferTimeout(60'000);
-    request.setSslConfiguration(m_config.sslConfiguration());
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
-    NoAuthRedirects::apply(request);
-    const QByteArray body = QJsonDocument(QJsonObject{{u"code"_s, code}, {u"verifier"_s, verifier}})
-                                .toJson(QJsonDocument::Compact);
-
-    QNetworkReply *reply = transport->post(request, body); // owned by the transport
-    co_await reply;
-
-    const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
-    if (!status.isValid() && reply->error() != QNetworkReply::NoError)
-        throw TarnAPIError::transport(reply->errorString());
-    if (!status.isValid() || !m_config.isServiceURL(reply->url()))
+    if (reply.status == 0 || !m_config.isServiceURL(reply.url))
         throw NativeAuthError::failed(u"Sign-in returned an invalid response."_s);
-
-    const QByteArray data = reply->readAll();
-    if (status.toInt() != 200) {
-        const AuthFailure failure = [&] {
-            try {
-                return TarnJSON::decode<AuthFailure>(data);
-            } catch (const TarnDecodeError &) {
-                return AuthFailure{};
-            }
-        }();
-        throw NativeAuthError::failed(failure.error.value_or(u"Sign-in expired. Start again."_s));
+    if (reply.status != 200) {
+        throw NativeAuthError::failed(
+            TarnErrorBody::messageIn(reply.body).value_or(u"Sign-in expired. Start again."_s));
     }
-    const AuthExchange answer = decodeOrThrow<AuthExchange>(data);
+    const AuthExchange answer = reply.decode<AuthExchange>();
     QString token = answer.cookie.value;
     co_await m_store.save(std::move(token));
-    co_return answer.user.name;
+    co_return QString(answer.user.name);
 }
 
 QCoro::Task<> NativeAuth::connectGoogle(QUrl start, QString service)

@@ -1,33 +1,38 @@
 #pragma once
 
 #include "service/Config.h"
-#include "service/TarnAPIError.h"
-#include "service/TarnDecodeError.h"
-#include "service/TarnJSONObject.h"
-#include "service/TarnRedirectPolicy.h"
+#include "service/TarnMethod.h"
+#include "service/TarnPath.h"
+#include "service/TarnReply.h"
+#include "service/TarnRequestBody.h"
 #include "service/TarnSession.h"
 
 #include <QByteArray>
 #include <QCoroTask>
-#include <QJsonObject>
 #include <QObject>
 #include <QString>
 
 #include <memory>
 #include <optional>
 
-class QNetworkAccessManager;
-class QNetworkRequest;
 class QSettings;
 class TarnSessionStore;
+class TarnTransport;
+
+// A successful answer whose "error" field is data, not a failure, says so in
+// its record: `static constexpr bool errorFieldIsData = true;`. No record of
+// the service needs it today; the rule lives with the answer's shape, never
+// with a call.
+template<typename T>
+constexpr bool tarnErrorFieldIsData = requires { requires T::errorFieldIsData; };
 
 // The one client of the workspace service, shared by every screen. Each
-// endpoint method builds a path, a method and a body and calls `request`,
-// which attaches the session cookie and CSRF token, keeps traffic on the
-// service's host over https, maps failures onto TarnAPIError and decodes the
-// answer into the record the caller names. It also publishes the signed-in
-// session; a request that finds the session dead clears it, which sends the
-// window back to sign-in.
+// endpoint method (in its feature's folder) builds a TarnPath, a method and
+// a body record and calls `request`, which attaches the session cookie and
+// CSRF token, keeps traffic on the service's host over https, maps failures
+// onto TarnAPIError and decodes the answer into the record the caller names.
+// It also publishes the signed-in session; a request that finds the session
+// dead clears it, which sends the window back to sign-in.
 class TarnAPI : public QObject
 {
     Q_OBJECT
@@ -43,26 +48,31 @@ public:
     [[nodiscard]] const Config &config() const { return m_config; }
     [[nodiscard]] TarnSessionStore &sessionStore() const { return m_store; }
 
-    // Coroutines here never pass a temporary into a co_awaited call: GCC 12
-    // may destroy such temporaries twice. Arguments are named locals, moved.
-    //
-    // One service call: "GET", "POST", "PATCH" or "DELETE" on `path` (resolved
-    // against the service's base URL), with an optional JSON body, decoded as T.
-    // `errorFieldIsData` is for the few answers whose "error" field is data.
+    // One service call without a body, decoded as T. Arguments are taken by
+    // value and read before the first suspension, so endpoint methods may
+    // pass temporaries and return the task without awaiting it.
     template<typename T>
-    QCoro::Task<T> request(QString path, QByteArray method = "GET", std::optional<QJsonObject> body = std::nullopt,
-                           bool errorFieldIsData = false)
+    QCoro::Task<T> request(TarnPath path, TarnMethod method = TarnMethod::Get)
     {
-        const QByteArray data = co_await requestData(std::move(path), std::move(method), std::move(body),
-                                                     errorFieldIsData);
-        co_return decodeAnswer<T>(data);
+        std::optional<QByteArray> noBody;
+        const TarnReply reply = co_await send(std::move(path), method, std::move(noBody), tarnErrorFieldIsData<T>);
+        co_return reply.decode<T>();
+    }
+
+    // One service call with a JSON body, decoded as T.
+    template<typename T, TarnRequestBody Body>
+    QCoro::Task<T> request(TarnPath path, TarnMethod method, Body body)
+    {
+        std::optional<QByteArray> json = TarnJSON::encode(body);
+        const TarnReply reply = co_await send(std::move(path), method, std::move(json), tarnErrorFieldIsData<T>);
+        co_return reply.decode<T>();
     }
 
     // The failure message inside a successful answer: its non-empty "error".
     [[nodiscard]] static std::optional<QString> okResponseError(const QByteArray &data, bool errorFieldIsData);
 
     // Raw bytes (attachments, files) under the same credentials and host rules.
-    QCoro::Task<QByteArray> downloadFile(QString path, qint64 maxBytes);
+    QCoro::Task<QByteArray> downloadFile(TarnPath path, qint64 maxBytes);
 
     // Loads and publishes the session of the stored token.
     QCoro::Task<TarnSession> refreshSession();
@@ -77,44 +87,15 @@ Q_SIGNALS:
     void signedOut();
 
 private:
-    struct Answer
-    {
-        int status = 0;
-        QUrl url;
-        QByteArray body;
-        QString mediaType;
-    };
-
-    QCoro::Task<QByteArray> requestData(QString path, QByteArray method, std::optional<QJsonObject> body,
-                                        bool errorFieldIsData);
-    QCoro::Task<Answer> send(QNetworkRequest request, QByteArray method, QByteArray body);
-    QCoro::Task<Answer> sendChecked(QUrl url, QString token, QByteArray method, QByteArray csrf,
-                                    std::optional<QByteArray> json);
-    QCoro::Task<QString> storedToken();
-    [[nodiscard]] QUrl serviceURL(const QString &path) const;
+    QCoro::Task<TarnReply> send(TarnPath path, TarnMethod method, std::optional<QByteArray> json,
+                                bool errorFieldIsData);
+    QCoro::Task<TarnReply> exchange(TarnPath path, TarnMethod method, std::optional<QByteArray> json);
     QCoro::Task<> signOutLocally();
     void setSession(std::optional<TarnSession> session);
-
-    template<typename T>
-    static T decodeAnswer(const QByteArray &data)
-    {
-        try {
-            return TarnJSON::decode<T>(data);
-        } catch (const TarnDecodeError &) {
-            throw TarnAPIError::invalidResponse();
-        }
-    }
 
     Config m_config;
     TarnSessionStore &m_store;
     QSettings *m_preferences;
-    TarnRedirectPolicy m_redirects;
-    std::unique_ptr<QNetworkAccessManager> m_transport;
+    std::unique_ptr<TarnTransport> m_transport;
     std::optional<TarnSession> m_session;
 };
-
-// Answers with no body worth reading.
-template<>
-inline void TarnAPI::decodeAnswer<void>(const QByteArray &)
-{
-}

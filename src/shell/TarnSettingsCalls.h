@@ -1,5 +1,6 @@
 #pragma once
 
+#include "service/TarnOK.h"
 #include "service/TarnSessionsEnded.h"
 
 #include <QCoroTask>
@@ -11,9 +12,9 @@ class TarnAPI;
 // choices and their other sessions.
 namespace TarnSettingsCalls {
 
-QCoro::Task<> setAccent(TarnAPI &api, QString accent);
-QCoro::Task<> setTextSize(TarnAPI &api, QString textSize);
-QCoro::Task<> setAppearance(TarnAPI &api, QString background);
+QCoro::Task<TarnOK> setAccent(TarnAPI &api, const QString &accent);
+QCoro::Task<TarnOK> setTextSize(TarnAPI &api, const QString &textSize);
+QCoro::Task<TarnOK> setAppearance(TarnAPI &api, const QString &background);
 // Signs the person out everywhere but here.
 QCoro::Task<TarnSessionsEnded> endOtherSessions(TarnAPI &api);
 

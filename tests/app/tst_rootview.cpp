@@ -6,7 +6,7 @@
 #include "auth/NativeAuth.h"
 #include "auth/NativeSessionStore.h"
 #include "service/TarnAPI.h"
-#include "service/TarnWaitFor.h"
+#include "TarnWaitFor.h"
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
 #include "shell/TarnNavigation.h"

@@ -4,7 +4,7 @@
 #include "auth/NativeAuth.h"
 #include "auth/NativeSessionStore.h"
 #include "service/TarnAPI.h"
-#include "service/TarnWaitFor.h"
+#include "TarnWaitFor.h"
 #include "shell/TarnNavigation.h"
 #include "support/TestWorkspace.h"
 

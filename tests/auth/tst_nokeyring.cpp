@@ -1,7 +1,7 @@
 #include "auth/NativeAuthError.h"
 #include "auth/NativeSessionStore.h"
 
-#include "service/TarnWaitFor.h"
+#include "TarnWaitFor.h"
 #include <QTest>
 
 using namespace Qt::StringLiterals;

@@ -2,7 +2,7 @@
 #include "auth/NativeSessionStore.h"
 #include "service/TarnAPIError.h"
 
-#include "service/TarnWaitFor.h"
+#include "TarnWaitFor.h"
 #include <QDirIterator>
 #include <QFile>
 #include <QTest>

@@ -117,6 +117,15 @@ void TestRecords::escape()
     QFETCH(QString, value);
     QFETCH(QString, escaped);
     QCOMPARE(TarnPath::escape(value), escaped);
+    // Ids and query values go through the same escape; the first query value
+    // opens the query and an absent one is left out.
+    const TarnPath path = TarnPath(u"/api/rooms"_s)
+                              .id(value)
+                              .segment("messages"_L1)
+                              .query("q"_L1, std::optional<QString>())
+                              .query("before"_L1, value)
+                              .query("after"_L1, u"1"_s);
+    QCOMPARE(path.toString(), u"/api/rooms/"_s + escaped + u"/messages?before="_s + escaped + u"&after=1"_s);
 }
 
 void TestRecords::errorTexts()

@@ -3,9 +3,9 @@
 #include "MemorySessionStore.h"
 #include "WorkspaceOptions.h"
 #include "auth/NativeSessionStore.h"
+#include "TarnWaitFor.h"
 #include "service/TarnAPI.h"
 
-#include "service/TarnWaitFor.h"
 #include <QJsonDocument>
 #include <QSettings>
 #include <QTextStream>
@@ -16,12 +16,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList methods{u"GET"_s, u"POST"_s, u"PATCH"_s, u"DELETE"_s, u"PUT"_s, u"HEAD"_s};
+// The body exactly as typed on the command line.
+struct TypedBody
+{
+    QJsonObject json;
+    [[nodiscard]] QJsonObject toJSON() const { return json; }
+};
 
-QCoro::Task<QJsonValue> call(TarnAPI &api, QString path, QByteArray method, std::optional<QJsonObject> body)
+QCoro::Task<QJsonValue> call(TarnAPI &api, TarnPath path, TarnMethod method, std::optional<TypedBody> body)
 {
     co_await api.refreshSession();
-    co_return co_await api.request<QJsonValue>(std::move(path), std::move(method), std::move(body));
+    if (body)
+        co_return co_await api.request<QJsonValue>(std::move(path), method, std::move(*body));
+    co_return co_await api.request<QJsonValue>(std::move(path), method);
 }
 
 } // namespace
@@ -40,7 +47,8 @@ int runApi(const QStringList &args)
 
     QTextStream err(stderr);
     const QStringList positional = parser.positionalArguments();
-    if (positional.size() < 2 || positional.size() > 3 || !methods.contains(positional.at(0).toUpper())) {
+    const std::optional<TarnMethod> method = TarnMethods::fromVerb(positional.value(0));
+    if (positional.size() < 2 || positional.size() > 3 || !method) {
         err << parser.helpText();
         return 2;
     }
@@ -48,14 +56,14 @@ int runApi(const QStringList &args)
     if (!config)
         return 2;
 
-    std::optional<QJsonObject> body;
+    std::optional<TypedBody> body;
     if (positional.size() == 3) {
         const QJsonDocument document = QJsonDocument::fromJson(positional.at(2).toUtf8());
         if (!document.isObject()) {
             err << "The body must be a JSON object.\n";
             return 2;
         }
-        body = document.object();
+        body = TypedBody{document.object()};
     }
 
     std::unique_ptr<TarnSessionStore> store;
@@ -72,10 +80,9 @@ int runApi(const QStringList &args)
 
     QSettings preferences;
     TarnAPI api(*config, *store, &preferences);
-    const QString path = positional.at(1);
-    const QByteArray method = positional.at(0).toUpper().toLatin1();
+    const TarnPath path(positional.at(1));
     try {
-        const QJsonValue answer = tarnWaitFor(call(api, path, method, body));
+        const QJsonValue answer = tarnWaitFor(call(api, path, *method, body));
         QTextStream out(stdout);
         if (answer.isObject())
             out << QJsonDocument(answer.toObject()).toJson(QJsonDocument::Indented);

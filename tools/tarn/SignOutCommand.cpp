@@ -4,7 +4,7 @@
 #include "auth/NativeSessionStore.h"
 #include "service/TarnAPI.h"
 
-#include "service/TarnWaitFor.h"
+#include "TarnWaitFor.h"
 #include <QTextStream>
 
 using namespace Qt::StringLiterals;
