@@ -53,7 +53,6 @@ void TestConfig::serviceURL_data()
     QTest::addColumn<bool>("service");
 
     QTest::addRow("same") << u"https://127.0.0.1:8443/api/session"_s << true;
-    QTest::addRow("host case") << u"https://127.0.0.1:8443/x"_s << true;
     QTest::addRow("plain http") << u"http://127.0.0.1:8443/api/session"_s << false;
     QTest::addRow("other port") << u"https://127.0.0.1:8444/api/session"_s << false;
     QTest::addRow("other host") << u"https://localhost:8443/api/session"_s << false;
