@@ -10,7 +10,7 @@ JOBS         ?= $(shell nproc)
 export CCACHE_BASEDIR := $(CURDIR)
 export CCACHE_NOHASHDIR := 1
 
-.PHONY: all deps build check demo bench fuzz clean
+.PHONY: all deps build check lint demo bench fuzz clean
 
 all: build
 
@@ -25,6 +25,11 @@ build: deps $(BUILD)/build.ninja
 
 check: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+
+# The C++ files as .clang-format writes them, and every QML module clean under qmllint.
+lint: deps $(BUILD)/build.ninja
+	scripts/check-format
+	cmake --build $(BUILD) --target all_qmllint
 
 demo: build
 	scripts/demo $(BUILD)
