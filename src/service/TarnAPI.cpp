@@ -34,7 +34,7 @@ std::optional<QString> TarnAPI::okResponseError(const QByteArray &data, bool err
 // Steps shared by JSON requests and downloads: the stored token, the CSRF
 // token, the host check, then an answer that must come from the same place
 // and must not say the session is over.
-QCoro::Task<TarnReply> TarnAPI::exchange(TarnPath path, TarnMethod method, std::optional<QByteArray> json)
+QCoro::Task<TarnReply> TarnAPI::sendChecked(TarnPath path, TarnMethod method, std::optional<QByteArray> json)
 {
     const QPointer<TarnAPI> self(this);
     const std::optional<QString> token = co_await m_store.token();
@@ -75,7 +75,7 @@ QCoro::Task<TarnReply> TarnAPI::exchange(TarnPath path, TarnMethod method, std::
 QCoro::Task<TarnReply> TarnAPI::send(TarnPath path, TarnMethod method, std::optional<QByteArray> json,
                                      bool errorFieldIsData)
 {
-    const TarnReply reply = co_await exchange(std::move(path), method, std::move(json));
+    const TarnReply reply = co_await sendChecked(std::move(path), method, std::move(json));
     if (!reply.succeeded()) {
         const std::optional<QString> message = TarnErrorBody::messageIn(reply.body);
         throw TarnAPIError::server(message.value_or(u"Pilo Tarn returned HTTP "_s + QString::number(reply.status)
@@ -89,7 +89,7 @@ QCoro::Task<TarnReply> TarnAPI::send(TarnPath path, TarnMethod method, std::opti
 QCoro::Task<QByteArray> TarnAPI::downloadFile(TarnPath path, qint64 maxBytes)
 {
     std::optional<QByteArray> noBody;
-    const TarnReply reply = co_await exchange(std::move(path), TarnMethod::Get, std::move(noBody));
+    const TarnReply reply = co_await sendChecked(std::move(path), TarnMethod::Get, std::move(noBody));
     if (!reply.succeeded())
         throw TarnAPIError::server(TarnErrorBody::messageIn(reply.body).value_or(u"Could not download this file."_s));
     if (reply.body.size() > maxBytes)

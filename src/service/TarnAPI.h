@@ -89,7 +89,7 @@ Q_SIGNALS:
 private:
     QCoro::Task<TarnReply> send(TarnPath path, TarnMethod method, std::optional<QByteArray> json,
                                 bool errorFieldIsData);
-    QCoro::Task<TarnReply> exchange(TarnPath path, TarnMethod method, std::optional<QByteArray> json);
+    QCoro::Task<TarnReply> sendChecked(TarnPath path, TarnMethod method, std::optional<QByteArray> json);
     QCoro::Task<> signOutLocally();
     void setSession(std::optional<TarnSession> session);
 
