@@ -172,11 +172,11 @@ private slots:
             { "day/month/year with day above 12", u"21/11/2015"_s, {} },
             { "year first with slashes", u"2012/3/22"_s, {} },
             { "dashes in US order", u"01-05-2024"_s, {} },
-            { "empty part", u"1//5/2024"_s, {} },
-            { "four parts", u"1/5/2024/1"_s, {} },
+            { "empty number", u"1//5/2024"_s, {} },
+            { "four numbers", u"1/5/2024/1"_s, {} },
             { "negative month", u"-1/5/2024"_s, {} },
             { "five-digit year", u"1/5/20240"_s, {} },
-            { "huge part", u"1/5/99999999999999999999"_s, {} },
+            { "huge number", u"1/5/99999999999999999999"_s, {} },
             { "Arabic-Indic digits", u"\u0661/\u0665/\u0662\u0660\u0662\u0664"_s, {} },
         };
         for (const DateRow &row : rows)
