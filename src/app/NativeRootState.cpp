@@ -157,10 +157,14 @@ QCoro::Task<> NativeRootState::loadSession(int generation)
         if (!self || !current(generation))
             co_return;
         m_busy = false;
+        // A network failure in the platform's own words ("Connection refused")
+        // does not say what to do; the service's own errors do.
         if (error.kind() == TarnAPIError::Kind::signedOut)
             show(Phase::SignedOut, signInToContinue);
-        else
+        else if (error.kind() == TarnAPIError::Kind::transport)
             show(Phase::Unreachable, u"Tarn is unreachable. Check your connection and retry."_s);
+        else
+            show(Phase::Unreachable, textOf(error));
     }
 }
 

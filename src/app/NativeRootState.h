@@ -16,8 +16,7 @@ class TarnNavigation;
 // wait for the browser, and sign-out. Signing in hands the person's access
 // to the navigation and opens their home; signing out resets it, which also
 // closes the settings window. QML only draws it and forwards clicks.
-class NativeRootState : public QObject
-{
+class NativeRootState : public QObject {
     Q_OBJECT
     Q_PROPERTY(Phase phase READ phase NOTIFY changed)
     Q_PROPERTY(QString message READ message NOTIFY changed)
@@ -30,7 +29,7 @@ public:
     enum class Phase {
         Starting, // reading the stored session
         SignedOut, // the sign-in screen, perhaps with a message
-        Unreachable, // the sign-in screen with "retry"
+        Unreachable, // the sign-in screen with the start-up error and "Retry"
         SigningIn, // waiting for the browser and the exchange
         SignedIn,
     };
