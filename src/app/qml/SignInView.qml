@@ -136,7 +136,7 @@ Pane {
     }
 
     Shortcut {
-        sequence: StandardKey.Cancel
+        sequence: "Escape"
         enabled: view.waiting
         onActivated: view.root.cancelSignIn()
     }
