@@ -101,7 +101,7 @@ class BadgeListener : public QObject {
 public:
     QList<QVariantList> updates;
 
-public Q_SLOTS:
+public slots:
     void update(const QDBusMessage &message)
     {
         if (message.service() == QDBusConnection::sessionBus().baseService())
@@ -134,7 +134,7 @@ struct OpenWindow {
 class TestRootView : public QObject {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void initTestCase();
     void init();
     void cleanup();

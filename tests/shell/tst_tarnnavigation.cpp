@@ -73,7 +73,7 @@ const TarnAccess member = withApps({ u"Home"_s, u"Sales"_s, u"Support"_s, u"Docs
 class TestTarnNavigation : public QObject {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void init();
     void openMovesAndCounts();
     void chatCreateRequestsAreDistinct();

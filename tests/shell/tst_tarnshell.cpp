@@ -51,7 +51,7 @@ QList<TarnDestination> everyDestination()
 class TestTarnShell : public QObject {
     Q_OBJECT
 
-private Q_SLOTS:
+private slots:
     void has_data();
     void has();
     void reviewsBlockedWork_data();
