@@ -61,10 +61,11 @@ int NativeRootState::begin(bool busy)
     return ++m_generation;
 }
 
-void NativeRootState::show(Phase phase, QString message)
+void NativeRootState::show(Phase phase, QString message, QString detail)
 {
     m_phase = phase;
     m_message = std::move(message);
+    m_detail = std::move(detail);
     Q_EMIT changed();
 }
 
@@ -157,10 +158,12 @@ QCoro::Task<> NativeRootState::loadSession(int generation)
         if (!self || !current(generation))
             co_return;
         m_busy = false;
+        // The message says what to do; the detail says what failed, in the
+        // error's own words ("Connection refused", "Pilo Tarn returned HTTP 502.").
         if (error.kind() == TarnAPIError::Kind::signedOut)
             show(Phase::SignedOut, signInToContinue);
         else
-            show(Phase::Unreachable, u"Tarn is unreachable. Check your connection and retry."_s);
+            show(Phase::Unreachable, u"Tarn is unreachable. Check your connection and retry."_s, textOf(error));
     }
 }
 

@@ -16,11 +16,11 @@ class TarnNavigation;
 // wait for the browser, and sign-out. Signing in hands the person's access
 // to the navigation and opens their home; signing out resets it, which also
 // closes the settings window. QML only draws it and forwards clicks.
-class NativeRootState : public QObject
-{
+class NativeRootState : public QObject {
     Q_OBJECT
     Q_PROPERTY(Phase phase READ phase NOTIFY changed)
     Q_PROPERTY(QString message READ message NOTIFY changed)
+    Q_PROPERTY(QString detail READ detail NOTIFY changed)
     Q_PROPERTY(bool busy READ busy NOTIFY changed)
     Q_PROPERTY(QString personName READ personName NOTIFY changed)
     Q_PROPERTY(QString personEmail READ personEmail NOTIFY changed)
@@ -30,7 +30,7 @@ public:
     enum class Phase {
         Starting, // reading the stored session
         SignedOut, // the sign-in screen, perhaps with a message
-        Unreachable, // the sign-in screen with "retry"
+        Unreachable, // the sign-in screen with the start-up error and "Retry"
         SigningIn, // waiting for the browser and the exchange
         SignedIn,
     };
@@ -41,6 +41,8 @@ public:
 
     [[nodiscard]] Phase phase() const { return m_phase; }
     [[nodiscard]] QString message() const { return m_message; }
+    // What exactly failed, in the error's own words, beneath the message.
+    [[nodiscard]] QString detail() const { return m_detail; }
     [[nodiscard]] bool busy() const { return m_busy; }
     [[nodiscard]] QString personName() const;
     [[nodiscard]] QString personEmail() const;
@@ -74,7 +76,7 @@ private:
     QCoro::Task<> runSignOut(int generation);
     int begin(bool busy);
     [[nodiscard]] bool current(int generation) const { return generation == m_generation; }
-    void show(Phase phase, QString message = {});
+    void show(Phase phase, QString message = {}, QString detail = {});
     void endSession(QString message);
 
     TarnAPI &m_api;
@@ -83,6 +85,7 @@ private:
     std::optional<TarnDestination> m_startDestination;
     Phase m_phase = Phase::Starting;
     QString m_message;
+    QString m_detail;
     bool m_busy = false;
     int m_generation = 0;
 };

@@ -2,8 +2,17 @@
 
 #include "shell/TarnNavigation.h"
 
+#include <algorithm>
+
 NativeCommandSearch::NativeCommandSearch(TarnNavigation &navigation, QObject *parent)
-    : QObject(parent)
+    : NativeKeyedListModel(
+        {
+            { "key", &TarnShell::Place::key },
+            { "label", &TarnShell::Place::label },
+            { "detail", &TarnShell::Place::detail },
+            { "symbol", &TarnShell::Place::symbol },
+        },
+        parent)
     , m_navigation(navigation)
 {
     connect(&m_navigation, &TarnNavigation::accessChanged, this, &NativeCommandSearch::refresh);
@@ -21,7 +30,7 @@ void NativeCommandSearch::setQuery(const QString &query)
 
 void NativeCommandSearch::setCurrentIndex(int index)
 {
-    const int clamped = m_results.isEmpty() ? -1 : std::clamp(index, 0, int(m_results.size()) - 1);
+    const int clamped = rowCount() == 0 ? -1 : std::clamp(index, 0, rowCount() - 1);
     if (m_currentIndex == clamped)
         return;
     m_currentIndex = clamped;
@@ -30,11 +39,13 @@ void NativeCommandSearch::setCurrentIndex(int index)
 
 void NativeCommandSearch::refresh()
 {
-    m_results = m_navigation.matchingPlaces(m_query);
-    Q_EMIT resultsChanged();
+    setRows(m_navigation.matchingPlaces(m_query));
     // A new query starts again from the best match.
-    m_currentIndex = m_results.isEmpty() ? -1 : 0;
-    Q_EMIT currentIndexChanged();
+    const int best = rowCount() == 0 ? -1 : 0;
+    if (m_currentIndex != best) {
+        m_currentIndex = best;
+        Q_EMIT currentIndexChanged();
+    }
 }
 
 void NativeCommandSearch::toggle()
@@ -57,16 +68,16 @@ void NativeCommandSearch::close()
 
 void NativeCommandSearch::move(int step)
 {
-    if (!m_results.isEmpty())
+    if (rowCount() > 0)
         setCurrentIndex(m_currentIndex + step);
 }
 
 bool NativeCommandSearch::activate(int index)
 {
     const int chosen = index < 0 ? m_currentIndex : index;
-    if (chosen < 0 || chosen >= m_results.size())
+    if (chosen < 0 || chosen >= rowCount())
         return false;
-    const TarnShell::Place place = m_results.at(chosen);
+    const TarnShell::Place place = rows().at(chosen);
     bool opened = false;
     if (TarnShell::inSettings(place.destination)) {
         m_navigation.setAppearanceOpen(true);

@@ -1,27 +1,25 @@
 #pragma once
 
+#include "shell/NativeKeyedListModel.h"
 #include "shell/TarnShell.h"
 
-#include <QList>
-#include <QObject>
 #include <QString>
 
 class TarnNavigation;
 
-// The command search (Ctrl+K): every place the person may open, filtered as
-// they type, with one highlighted place that Enter opens. Its open state is
-// the navigation's `searchOpen`, so any screen can open or close it.
-class NativeCommandSearch : public QObject {
+// The command search (Ctrl+K): a list of every place the person may open,
+// filtered as they type, with one highlighted place that Enter opens. Its
+// open state is the navigation's `searchOpen`, so any screen can open or
+// close it.
+class NativeCommandSearch : public NativeKeyedListModel<TarnShell::Place> {
     Q_OBJECT
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged)
-    Q_PROPERTY(QList<TarnShell::Place> results READ results NOTIFY resultsChanged)
     Q_PROPERTY(int currentIndex READ currentIndex WRITE setCurrentIndex NOTIFY currentIndexChanged)
 
 public:
     explicit NativeCommandSearch(TarnNavigation &navigation, QObject *parent = nullptr);
 
     [[nodiscard]] QString query() const { return m_query; }
-    [[nodiscard]] QList<TarnShell::Place> results() const { return m_results; }
     // -1 when nothing matches.
     [[nodiscard]] int currentIndex() const { return m_currentIndex; }
 
@@ -41,7 +39,6 @@ public:
 
 Q_SIGNALS:
     void queryChanged();
-    void resultsChanged();
     void currentIndexChanged();
 
 private:
@@ -49,6 +46,5 @@ private:
 
     TarnNavigation &m_navigation;
     QString m_query;
-    QList<TarnShell::Place> m_results;
     int m_currentIndex = -1;
 };

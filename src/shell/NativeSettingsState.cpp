@@ -58,8 +58,12 @@ NativeSettingsState::NativeSettingsState(
     m_settings[TextSize].shown = known(TextSize, preference(m_preferences, textSizeKey));
     m_settings[Accent].shown = known(Accent, preference(m_preferences, accentKey));
     m_settings[Background].shown = known(Background, std::nullopt);
-    for (Setting &setting : m_settings)
-        setting.saved = setting.shown;
+    for (const Kind kind : { TextSize, Accent, Background }) {
+        m_settings[kind].saved = m_settings[kind].shown;
+        m_choices[kind] = new NativeChoiceModel(
+            choicesOf(kind), [this, kind](const QString &value) { choose(kind, value); }, this);
+        m_choices[kind]->setChosen(m_settings[kind].shown);
+    }
     connect(&m_api, &TarnAPI::sessionChanged, this, &NativeSettingsState::loadSession);
     loadSession();
 }
@@ -79,21 +83,6 @@ QString NativeSettingsState::personEmail() const
 QString NativeSettingsState::role() const
 {
     return m_api.session() ? m_api.session()->role.value_or(QString()) : QString();
-}
-
-QList<TarnAppearanceChoice> NativeSettingsState::textSizes() const
-{
-    return TarnAppearance::textSizes();
-}
-
-QList<TarnAppearanceChoice> NativeSettingsState::accents() const
-{
-    return TarnAppearance::accents();
-}
-
-QList<TarnAppearanceChoice> NativeSettingsState::backgrounds() const
-{
-    return TarnAppearance::backgrounds();
 }
 
 double NativeSettingsState::textScale() const
@@ -134,6 +123,7 @@ void NativeSettingsState::loadSession()
         // sign-in screen keeps them; the background is the account's.
         m_settings[Background].saved = known(Background, std::nullopt);
         m_settings[Background].shown = m_settings[Background].saved;
+        m_choices[Background]->setChosen(m_settings[Background].shown);
     }
     Q_EMIT sessionChanged();
     Q_EMIT appearanceChanged();
@@ -142,6 +132,7 @@ void NativeSettingsState::loadSession()
 void NativeSettingsState::show(Kind kind, const QString &value)
 {
     m_settings[kind].shown = value;
+    m_choices[kind]->setChosen(value);
     switch (kind) {
     case TextSize:
         m_preferences.setValue(textSizeKey, value);
@@ -165,21 +156,6 @@ void NativeSettingsState::setMessage(const QString &text, bool isError)
     m_message = text;
     m_messageIsError = isError;
     Q_EMIT messageChanged();
-}
-
-void NativeSettingsState::chooseTextSize(const QString &value)
-{
-    choose(TextSize, value);
-}
-
-void NativeSettingsState::chooseAccent(const QString &value)
-{
-    choose(Accent, value);
-}
-
-void NativeSettingsState::chooseBackground(const QString &value)
-{
-    choose(Background, value);
 }
 
 void NativeSettingsState::choose(Kind kind, const QString &value)

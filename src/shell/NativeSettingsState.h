@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/TarnAppearanceChoice.h"
+#include "shell/NativeChoiceModel.h"
 
 #include <QCoroTask>
 #include <QList>
@@ -23,9 +23,9 @@ class NativeSettingsState : public QObject {
     Q_PROPERTY(QString personName READ personName NOTIFY sessionChanged)
     Q_PROPERTY(QString personEmail READ personEmail NOTIFY sessionChanged)
     Q_PROPERTY(QString role READ role NOTIFY sessionChanged)
-    Q_PROPERTY(QList<TarnAppearanceChoice> textSizes READ textSizes CONSTANT)
-    Q_PROPERTY(QList<TarnAppearanceChoice> accents READ accents CONSTANT)
-    Q_PROPERTY(QList<TarnAppearanceChoice> backgrounds READ backgrounds CONSTANT)
+    Q_PROPERTY(NativeChoiceModel *textSizes READ textSizes CONSTANT)
+    Q_PROPERTY(NativeChoiceModel *accents READ accents CONSTANT)
+    Q_PROPERTY(NativeChoiceModel *backgrounds READ backgrounds CONSTANT)
     Q_PROPERTY(QString textSize READ textSize NOTIFY appearanceChanged)
     Q_PROPERTY(QString accent READ accent NOTIFY appearanceChanged)
     Q_PROPERTY(QString background READ background NOTIFY appearanceChanged)
@@ -49,9 +49,9 @@ public:
     [[nodiscard]] QString personName() const;
     [[nodiscard]] QString personEmail() const;
     [[nodiscard]] QString role() const;
-    [[nodiscard]] QList<TarnAppearanceChoice> textSizes() const;
-    [[nodiscard]] QList<TarnAppearanceChoice> accents() const;
-    [[nodiscard]] QList<TarnAppearanceChoice> backgrounds() const;
+    [[nodiscard]] NativeChoiceModel *textSizes() const { return m_choices[TextSize]; }
+    [[nodiscard]] NativeChoiceModel *accents() const { return m_choices[Accent]; }
+    [[nodiscard]] NativeChoiceModel *backgrounds() const { return m_choices[Background]; }
     [[nodiscard]] QString textSize() const { return m_settings[TextSize].shown; }
     [[nodiscard]] QString accent() const { return m_settings[Accent].shown; }
     [[nodiscard]] QString background() const { return m_settings[Background].shown; }
@@ -62,9 +62,6 @@ public:
     [[nodiscard]] QString message() const { return m_message; }
     [[nodiscard]] bool messageIsError() const { return m_messageIsError; }
 
-    Q_INVOKABLE void chooseTextSize(const QString &value);
-    Q_INVOKABLE void chooseAccent(const QString &value);
-    Q_INVOKABLE void chooseBackground(const QString &value);
     Q_INVOKABLE void signOutOtherSessions();
 
 Q_SIGNALS:
@@ -98,6 +95,7 @@ private:
     TarnNavigation &m_navigation;
     QSettings &m_preferences;
     std::array<Setting, KindCount> m_settings;
+    std::array<NativeChoiceModel *, KindCount> m_choices {};
     bool m_endingSessions = false;
     QString m_message;
     bool m_messageIsError = false;

@@ -18,6 +18,7 @@ struct TarnAdminArea {
     Q_PROPERTY(bool settings MEMBER settings)
     Q_PROPERTY(QString symbol MEMBER symbol)
     Q_PROPERTY(TarnDestination destination MEMBER destination)
+    Q_PROPERTY(QString subtitle MEMBER subtitle)
 
 public:
     QString key;
@@ -27,6 +28,7 @@ public:
     bool settings = false;
     QString symbol;
     TarnDestination destination;
+    QString subtitle;
 
     [[nodiscard]] QString appText() const { return app.value_or(QString()); }
 

@@ -5,7 +5,6 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QVariant>
 
 #include <optional>
 
@@ -16,7 +15,8 @@ struct TarnBoardGroup {
     Q_PROPERTY(QString key MEMBER key)
     Q_PROPERTY(QString label MEMBER label)
     Q_PROPERTY(QString symbol MEMBER symbol)
-    Q_PROPERTY(QVariant open READ openVariant)
+    Q_PROPERTY(bool opens READ opens)
+    Q_PROPERTY(TarnDestination open READ openOrNone)
     Q_PROPERTY(QStringList prompts MEMBER prompts)
 
 public:
@@ -26,8 +26,8 @@ public:
     std::optional<TarnDestination> open;
     QStringList prompts;
 
-    // Null for a tile without a destination, so that QML can test it.
-    [[nodiscard]] QVariant openVariant() const { return open ? QVariant::fromValue(*open) : QVariant(); }
+    [[nodiscard]] bool opens() const { return open.has_value(); }
+    [[nodiscard]] TarnDestination openOrNone() const { return open.value_or(TarnDestination()); }
 
     friend bool operator==(const TarnBoardGroup &, const TarnBoardGroup &) = default;
 };

@@ -12,12 +12,15 @@ struct TarnNavChild {
     Q_PROPERTY(QString label MEMBER label)
     Q_PROPERTY(QString symbol MEMBER symbol)
     Q_PROPERTY(TarnDestination destination MEMBER destination)
+    Q_PROPERTY(QString subtitle MEMBER subtitle)
 
 public:
     QString key;
     QString label;
     QString symbol;
     TarnDestination destination;
+    // The line under the trail while this section is open.
+    QString subtitle;
 
     friend bool operator==(const TarnNavChild &, const TarnNavChild &) = default;
 };

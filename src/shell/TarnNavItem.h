@@ -19,6 +19,7 @@ struct TarnNavItem {
     Q_PROPERTY(TarnDestination destination MEMBER destination)
     Q_PROPERTY(QStringList screenNames READ screenNames)
     Q_PROPERTY(QList<TarnNavChildGroup> childGroups MEMBER childGroups)
+    Q_PROPERTY(QString subtitle MEMBER subtitle)
 
 public:
     QString key;
@@ -27,6 +28,8 @@ public:
     TarnDestination destination;
     QList<TarnScreen> screens;
     QList<TarnNavChildGroup> childGroups;
+    // The line under the trail on the item's own page.
+    QString subtitle;
 
     [[nodiscard]] QStringList screenNames() const
     {

@@ -23,6 +23,8 @@ TarnNavigation::TarnNavigation(QSettings *settings, QObject *parent)
 {
     Q_ASSERT(m_settings);
     m_sidebarCollapsed = m_settings->value(sidebarCollapsedKey, false).toBool();
+    m_sidebar = new NativeSidebarModel(*this);
+    m_workBoard = new NativeBoardModel(*this);
 }
 
 void TarnNavigation::setPendingChatDraft(const QString &text)
@@ -90,6 +92,7 @@ void TarnNavigation::setAccess(const std::optional<TarnAccess> &access)
         return;
     m_access = access;
     m_navGroups = m_access ? TarnShell::navGroups(*m_access) : QList<TarnNavGroup>();
+    m_workBoard->setRows(workBoard());
     Q_EMIT accessChanged();
     Q_EMIT placeChanged();
 }
@@ -119,6 +122,14 @@ std::optional<TarnShell::Active> TarnNavigation::active() const
     return TarnShell::active(m_navGroups, m_destination);
 }
 
+QString TarnNavigation::subtitle() const
+{
+    const std::optional<TarnShell::Active> lit = active();
+    if (!lit)
+        return {};
+    return lit->child ? lit->child->subtitle : lit->item.subtitle;
+}
+
 QString TarnNavigation::piloPage() const
 {
     return TarnShell::piloPage(m_destination).value_or(QString());
@@ -129,19 +140,9 @@ QList<TarnShell::Place> TarnNavigation::matchingPlaces(const QString &query) con
     return TarnShell::matchingPlaces(places(), query);
 }
 
-QList<TarnBoardGroup> TarnNavigation::sectionBoard(const QString &key) const
+QList<TarnBoardGroup> TarnNavigation::sectionBoard(const QString &item) const
 {
-    return m_access ? TarnShell::sectionBoard(key, *m_access) : QList<TarnBoardGroup>();
-}
-
-QString TarnNavigation::pageSubtitle(const QString &key) const
-{
-    return TarnShell::pageSubtitles().value(key);
-}
-
-QString TarnNavigation::subtitle(const TarnNavChild &child) const
-{
-    return TarnShell::subtitle(child, accessOrNone());
+    return m_access ? TarnShell::sectionBoard(item, *m_access) : QList<TarnBoardGroup>();
 }
 
 bool TarnNavigation::openHome()
@@ -213,16 +214,6 @@ void TarnNavigation::signedOut()
     }
 }
 
-QVariant TarnNavigation::chatCreateVariant() const
-{
-    return m_chatCreate ? QVariant::fromValue(*m_chatCreate) : QVariant();
-}
-
-QVariant TarnNavigation::openRecordVariant() const
-{
-    return m_openRecord ? QVariant::fromValue(*m_openRecord) : QVariant();
-}
-
 TarnAccess TarnNavigation::accessOrNone() const
 {
     // QML reads a record that opens nothing gated while signed out.
@@ -240,10 +231,4 @@ void TarnNavigation::setDestination(const TarnDestination &destination)
     m_destination = destination;
     Q_EMIT destinationChanged();
     Q_EMIT placeChanged();
-}
-
-QVariant TarnNavigation::activeVariant() const
-{
-    const std::optional<TarnShell::Active> lit = active();
-    return lit ? QVariant::fromValue(*lit) : QVariant();
 }

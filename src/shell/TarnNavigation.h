@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/NativeBoardModel.h"
+#include "shell/NativeSidebarModel.h"
 #include "shell/TarnAccess.h"
 #include "shell/TarnChatCreateRequest.h"
 #include "shell/TarnDestination.h"
@@ -8,7 +10,6 @@
 
 #include <QObject>
 #include <QString>
-#include <QVariant>
 
 #include <optional>
 
@@ -28,23 +29,28 @@ class TarnNavigation : public QObject {
         QString pendingAgentDraft READ pendingAgentDraft WRITE setPendingAgentDraft NOTIFY pendingAgentDraftChanged)
     Q_PROPERTY(bool piloShowHistory READ piloShowHistory WRITE setPiloShowHistory NOTIFY piloShowHistoryChanged)
     Q_PROPERTY(int chatGeneration READ chatGeneration NOTIFY chatGenerationChanged)
-    Q_PROPERTY(QVariant chatCreate READ chatCreateVariant NOTIFY chatCreateChanged)
+    Q_PROPERTY(bool hasChatCreate READ hasChatCreate NOTIFY chatCreateChanged)
+    Q_PROPERTY(TarnChatCreateRequest chatCreate READ chatCreateOrNone NOTIFY chatCreateChanged)
     Q_PROPERTY(bool searchOpen READ searchOpen WRITE setSearchOpen NOTIFY searchOpenChanged)
     Q_PROPERTY(bool appearanceOpen READ appearanceOpen WRITE setAppearanceOpen NOTIFY appearanceOpenChanged)
     Q_PROPERTY(QString background READ background WRITE setBackground NOTIFY backgroundChanged)
-    Q_PROPERTY(QVariant openRecord READ openRecordVariant NOTIFY openRecordChanged)
+    Q_PROPERTY(bool hasOpenRecord READ hasOpenRecord NOTIFY openRecordChanged)
+    Q_PROPERTY(TarnOpenRecord openRecord READ openRecordOrNone NOTIFY openRecordChanged)
     Q_PROPERTY(bool sidebarCollapsed READ sidebarCollapsed WRITE setSidebarCollapsed NOTIFY sidebarCollapsedChanged)
     Q_PROPERTY(bool piloPanelOpen READ piloPanelOpen WRITE setPiloPanelOpen NOTIFY piloPanelOpenChanged)
     Q_PROPERTY(int openCount READ openCount NOTIFY openCountChanged)
     Q_PROPERTY(TarnAccess access READ accessOrNone NOTIFY accessChanged)
     Q_PROPERTY(bool hasAccess READ hasAccess NOTIFY accessChanged)
     // What the window draws from the tables for the current person and place.
-    Q_PROPERTY(QList<TarnNavGroup> navGroups READ navGroups NOTIFY accessChanged)
-    Q_PROPERTY(QList<TarnBoardGroup> workBoard READ workBoard NOTIFY accessChanged)
+    Q_PROPERTY(NativeSidebarModel *sidebar READ sidebar CONSTANT)
+    Q_PROPERTY(NativeBoardModel *workBoard READ workBoardModel CONSTANT)
     Q_PROPERTY(QList<TarnAdminArea> adminAreas READ adminAreas NOTIFY accessChanged)
-    Q_PROPERTY(QList<TarnShell::Place> places READ places NOTIFY accessChanged)
     Q_PROPERTY(QStringList trail READ trail NOTIFY placeChanged)
-    Q_PROPERTY(QVariant active READ activeVariant NOTIFY placeChanged)
+    // The trail as one phrase, "Books › Dashboard".
+    Q_PROPERTY(QString placeName READ placeName NOTIFY placeChanged)
+    Q_PROPERTY(bool hasActive READ hasActive NOTIFY placeChanged)
+    Q_PROPERTY(TarnShell::Active active READ activeOrNone NOTIFY placeChanged)
+    Q_PROPERTY(QString subtitle READ subtitle NOTIFY placeChanged)
     Q_PROPERTY(QString piloPage READ piloPage NOTIFY placeChanged)
 
 public:
@@ -60,10 +66,12 @@ public:
     [[nodiscard]] bool piloShowHistory() const { return m_piloShowHistory; }
     [[nodiscard]] int chatGeneration() const { return m_chatGeneration; }
     [[nodiscard]] std::optional<TarnChatCreateRequest> chatCreate() const { return m_chatCreate; }
+    [[nodiscard]] bool hasChatCreate() const { return m_chatCreate.has_value(); }
     [[nodiscard]] bool searchOpen() const { return m_searchOpen; }
     [[nodiscard]] bool appearanceOpen() const { return m_appearanceOpen; }
     [[nodiscard]] QString background() const { return m_background; }
     [[nodiscard]] std::optional<TarnOpenRecord> openRecord() const { return m_openRecord; }
+    [[nodiscard]] bool hasOpenRecord() const { return m_openRecord.has_value(); }
     [[nodiscard]] bool sidebarCollapsed() const { return m_sidebarCollapsed; }
     [[nodiscard]] bool piloPanelOpen() const { return m_piloPanelOpen; }
     [[nodiscard]] int openCount() const { return m_openCount; }
@@ -86,18 +94,22 @@ public:
 
     // Empty while signed out.
     [[nodiscard]] QList<TarnNavGroup> navGroups() const { return m_navGroups; }
+    [[nodiscard]] NativeSidebarModel *sidebar() const { return m_sidebar; }
+    [[nodiscard]] NativeBoardModel *workBoardModel() const { return m_workBoard; }
     [[nodiscard]] QList<TarnBoardGroup> workBoard() const;
     [[nodiscard]] QList<TarnAdminArea> adminAreas() const;
     [[nodiscard]] QList<TarnShell::Place> places() const;
     [[nodiscard]] QStringList trail() const;
+    [[nodiscard]] QString placeName() const { return trail().join(u" \u203a "); }
     [[nodiscard]] std::optional<TarnShell::Active> active() const;
+    [[nodiscard]] bool hasActive() const { return active().has_value(); }
+    // The line under the trail: the open section's, else the lit item's.
+    [[nodiscard]] QString subtitle() const;
     // The page the assistant is told about; empty for chat.
     [[nodiscard]] QString piloPage() const;
 
-    [[nodiscard]] Q_INVOKABLE QList<TarnShell::Place> matchingPlaces(const QString &query) const;
-    [[nodiscard]] Q_INVOKABLE QList<TarnBoardGroup> sectionBoard(const QString &key) const;
-    [[nodiscard]] Q_INVOKABLE QString pageSubtitle(const QString &key) const;
-    [[nodiscard]] Q_INVOKABLE QString subtitle(const TarnNavChild &child) const;
+    [[nodiscard]] QList<TarnShell::Place> matchingPlaces(const QString &query) const;
+    [[nodiscard]] Q_INVOKABLE QList<TarnBoardGroup> sectionBoard(const QString &item) const;
     [[nodiscard]] Q_INVOKABLE QString pageLabel(const QString &label) const { return TarnShell::pageLabel(label); }
     [[nodiscard]] Q_INVOKABLE QString agentStatusLabel(const QString &status) const
     {
@@ -143,10 +155,13 @@ Q_SIGNALS:
     void placeChanged();
 
 private:
-    [[nodiscard]] QVariant chatCreateVariant() const;
-    [[nodiscard]] QVariant openRecordVariant() const;
+    [[nodiscard]] TarnChatCreateRequest chatCreateOrNone() const
+    {
+        return m_chatCreate.value_or(TarnChatCreateRequest());
+    }
+    [[nodiscard]] TarnOpenRecord openRecordOrNone() const { return m_openRecord.value_or(TarnOpenRecord()); }
     [[nodiscard]] TarnAccess accessOrNone() const;
-    [[nodiscard]] QVariant activeVariant() const;
+    [[nodiscard]] TarnShell::Active activeOrNone() const { return active().value_or(TarnShell::Active()); }
     void setDestination(const TarnDestination &destination);
 
     QSettings *m_settings;
@@ -168,4 +183,6 @@ private:
     // Built once per access: the trail, the lit entry and every search
     // keystroke read it.
     QList<TarnNavGroup> m_navGroups;
+    NativeSidebarModel *m_sidebar = nullptr;
+    NativeBoardModel *m_workBoard = nullptr;
 };

@@ -3,12 +3,10 @@
 #include <QString>
 #include <QStringView>
 
-#include <array>
 #include <optional>
 
-// The top-level screens of the window, in sidebar order of their first
-// appearance. The raw value (see TarnScreens::rawValue) is what crosses into
-// QML and screenshot profiles, so it is part of the interface.
+// The top-level screens of the window. Their raw values, titles and gates
+// are rows of TarnShellTables::screens(), in this order.
 enum class TarnScreen {
     chat,
     agent,
@@ -32,28 +30,8 @@ enum class TarnScreen {
 
 namespace TarnScreens {
 
-inline constexpr std::array all {
-    TarnScreen::chat,
-    TarnScreen::agent,
-    TarnScreen::sales,
-    TarnScreen::support,
-    TarnScreen::workPlan,
-    TarnScreen::documents,
-    TarnScreen::payments,
-    TarnScreen::kiln,
-    TarnScreen::owner,
-    TarnScreen::company,
-    TarnScreen::websites,
-    TarnScreen::portals,
-    TarnScreen::calls,
-    TarnScreen::marketScan,
-    TarnScreen::overview,
-    TarnScreen::schedule,
-    TarnScreen::mail,
-    TarnScreen::people,
-};
-
-// Lower-case: "chat", "workplan", "marketscan".
+// Lower-case ("chat", "workplan", "marketscan"): what crosses into QML and
+// screenshot profiles, so it is part of the interface.
 [[nodiscard]] QString rawValue(TarnScreen screen);
 [[nodiscard]] std::optional<TarnScreen> fromRawValue(QStringView raw);
 

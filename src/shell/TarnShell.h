@@ -5,38 +5,19 @@
 #include "shell/TarnBoardGroup.h"
 #include "shell/TarnDestination.h"
 #include "shell/TarnNavGroup.h"
+#include "shell/TarnSidebarRow.h"
 
-#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QVariant>
 
 #include <optional>
 
-// The window's static navigation tables and the access rules over them. Every
-// function is pure: the same access record always gives the same sidebar.
-//
-// Gates the screens follow (an app name is checked through TarnAccess::has):
-//   chat, agent            "Home"; the agent's "Blocked work" also needs reviewsBlockedWork
-//   sales, workPlan        "Sales"
-//   support                "Support"
-//   calls (and its shared  "Calls": customer texts arrive on the same numbers the
-//     inbox)                 team calls from, so the inbox sits beside the call book
-//   schedule               "Schedule"
-//   mail                   "Mail"
-//   documents              "Docs"; the books sections ("Invoices" and the other
-//                            books pages) need "Books" instead, so a books owner
-//                            reaches the books through them
-//   payments               "Payments"
-//   people                 "People"; its "Payroll" section needs "Payroll" instead
-//   owner                  the owner flag: the owner's dashboard is not an app
-//   company                always; "Team & access" and "Connections" only for the
-//                            owner, "SOPs" with "Docs" (the handbook is documents),
-//                            "Thought board" with "Overview" (it feeds planning)
-//   kiln, websites, portals, marketScan, overview
-//                          "Kiln", "Website", "Clients", "Market Scan", "Overview"
+// The rules over the navigation tables (TarnShellTables): what the signed-in
+// person may open, and the sidebar, boards, trail and search places that
+// follow. Every function is pure: the same access always gives the same
+// sidebar.
 namespace TarnShell {
 
 // One entry of the command search: an item or section of the sidebar, or a
@@ -65,14 +46,16 @@ struct Active {
     Q_GADGET
     Q_PROPERTY(QString groupLabel MEMBER groupLabel)
     Q_PROPERTY(TarnNavItem item MEMBER item)
-    Q_PROPERTY(QVariant child READ childVariant)
+    Q_PROPERTY(bool hasChild READ hasChild)
+    Q_PROPERTY(TarnNavChild child READ childOrNone)
 
 public:
     QString groupLabel;
     TarnNavItem item;
     std::optional<TarnNavChild> child;
 
-    [[nodiscard]] QVariant childVariant() const { return child ? QVariant::fromValue(*child) : QVariant(); }
+    [[nodiscard]] bool hasChild() const { return child.has_value(); }
+    [[nodiscard]] TarnNavChild childOrNone() const { return child.value_or(TarnNavChild()); }
 
     friend bool operator==(const Active &, const Active &) = default;
 };
@@ -86,14 +69,19 @@ public:
 [[nodiscard]] QList<TarnBoardGroup> workBoard(const TarnAccess &access);
 [[nodiscard]] QList<TarnNavItem> communications(const TarnAccess &access);
 [[nodiscard]] QList<TarnNavGroup> navGroups(const TarnAccess &access);
-// The child groups of the sidebar item `section` (an item key) on `screen`.
-[[nodiscard]] QList<TarnNavChildGroup> children(const QString &section, TarnScreen screen, const TarnAccess &access);
+// The sections listed under the sidebar item `item` (a key) that the person may open.
+[[nodiscard]] QList<TarnNavChildGroup> children(const QString &item, const TarnAccess &access);
+// The board of the sidebar item `item`: its sections that have prompts, then
+// its own tiles, as far as the person may open them.
+[[nodiscard]] QList<TarnBoardGroup> sectionBoard(const QString &item, const TarnAccess &access);
 
 [[nodiscard]] std::optional<Active> active(const QList<TarnNavGroup> &groups, const TarnDestination &destination);
+// The sidebar's lines; collapsed, only the items.
+[[nodiscard]] QList<TarnSidebarRow> sidebarRows(
+    const QList<TarnNavGroup> &groups, const TarnDestination &destination, bool collapsed);
 [[nodiscard]] QStringList trail(const QList<TarnNavGroup> &groups, const TarnDestination &destination);
 [[nodiscard]] QString title(TarnScreen screen);
 [[nodiscard]] QString fallbackTitle(const TarnDestination &destination);
-[[nodiscard]] QString subtitle(const TarnNavChild &child, const TarnAccess &access);
 
 [[nodiscard]] QList<TarnAdminArea> adminAreas(const TarnAccess &access);
 // Whether a destination is a page of the settings window rather than a screen.
@@ -105,18 +93,10 @@ public:
 // kept within each rank. A blank query matches everything.
 [[nodiscard]] QList<Place> matchingPlaces(const QList<Place> &places, const QString &query);
 
-// The page name the assistant is told a request came from. These are the
-// names pages have always been stored under; pageLabel turns them into the
-// labels shown today.
+// The page name the assistant is told a request came from; none for chat.
 [[nodiscard]] std::optional<QString> piloPage(const TarnDestination &destination);
+// A stored page name as the label shown today.
 [[nodiscard]] QString pageLabel(const std::optional<QString> &label);
 [[nodiscard]] QString agentStatusLabel(const QString &status);
-
-// Keyed by "sales", "support", "people", "payments", "docs", "finance", "workplan".
-[[nodiscard]] const QHash<QString, QList<TarnBoardGroup>> &sectionBoards();
-// One section's board with the tiles this person may open.
-[[nodiscard]] QList<TarnBoardGroup> sectionBoard(const QString &key, const TarnAccess &access);
-[[nodiscard]] const QHash<QString, QString> &pageSubtitles();
-[[nodiscard]] const QHash<QString, QString> &documentsAliases();
 
 } // namespace TarnShell

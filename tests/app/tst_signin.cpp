@@ -136,6 +136,7 @@ void TestSignIn::restoreMessages_data()
     QTest::addColumn<QJsonObject>("fault");
     QTest::addColumn<int>("phase");
     QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("detail");
 
     const QJsonObject none;
     const QJsonObject ended{{u"method"_s, u"GET"_s}, {u"path"_s, u"/api/session"_s}, {u"status"_s, 401},
@@ -143,10 +144,12 @@ void TestSignIn::restoreMessages_data()
     const QJsonObject broken{{u"method"_s, u"GET"_s}, {u"path"_s, u"/api/session"_s}, {u"status"_s, 502},
                              {u"content_type"_s, u"text/plain"_s}, {u"body"_s, QString()}};
     QTest::addRow("no Home app") << u"ada@halvard.example"_s << none << int(Phase::SignedOut)
-                                 << u"This account cannot open Tarn Home."_s;
-    QTest::addRow("session ended") << u"owner"_s << ended << int(Phase::SignedOut) << u"Sign in to continue."_s;
+                                 << u"This account cannot open Tarn Home."_s << QString();
+    QTest::addRow("session ended") << u"owner"_s << ended << int(Phase::SignedOut) << u"Sign in to continue."_s
+                                   << QString();
     QTest::addRow("service failing") << u"owner"_s << broken << int(Phase::Unreachable)
-                                     << u"Tarn is unreachable. Check your connection and retry."_s;
+                                     << u"Tarn is unreachable. Check your connection and retry."_s
+                                     << u"Pilo Tarn returned HTTP 502."_s;
 }
 
 void TestSignIn::restoreMessages()
@@ -155,6 +158,7 @@ void TestSignIn::restoreMessages()
     QFETCH(QJsonObject, fault);
     QFETCH(int, phase);
     QFETCH(QString, message);
+    QFETCH(QString, detail);
 
     startAs(who);
     app->root.signIn();
@@ -167,6 +171,7 @@ void TestSignIn::restoreMessages()
     app->root.start();
     QVERIFY(reach(*app, Phase(phase)));
     QCOMPARE(app->root.message(), message);
+    QCOMPARE(app->root.detail(), detail);
 
     if (Phase(phase) == Phase::Unreachable) { // the fault was used once: retry now succeeds
         app->root.start();

@@ -10,7 +10,8 @@ ApplicationWindow {
     required property TarnNavigation navigation
     required property NativeSettingsState settings
     required property NativeCommandSearch search
-    readonly property real baseFontSize: Qt.application.font.pointSize
+    readonly property real baseFontSize: Application.font.pointSize
+    readonly property bool signedIn: root.phase === NativeRootState.SignedIn
 
     width: 1120
     height: 740
@@ -25,24 +26,21 @@ ApplicationWindow {
         id: system
     }
 
-    Loader {
+    SignInView {
+        objectName: "signInView"
+        visible: !window.signedIn
         anchors.fill: parent
-        sourceComponent: window.root.phase === NativeRootState.SignedIn ? signedIn : signIn
+        root: window.root
     }
 
-    Component {
-        id: signIn
-        SignInView { root: window.root }
-    }
-
-    Component {
-        id: signedIn
-        NativeTarnRoot {
-            navigation: window.navigation
-            settings: window.settings
-            search: window.search
-            signingOut: window.root.busy
-            onSignOutRequested: window.root.signOut()
-        }
+    // Kept while signed out: it shows the navigation, which sign-out resets.
+    NativeTarnRoot {
+        visible: window.signedIn
+        anchors.fill: parent
+        navigation: window.navigation
+        settings: window.settings
+        search: window.search
+        signingOut: window.root.busy
+        onSignOutRequested: window.root.signOut()
     }
 }

@@ -45,6 +45,17 @@ Pane {
             Layout.fillWidth: true
         }
 
+        Label {
+            objectName: "detail"
+            visible: text.length > 0
+            text: view.root.detail
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+            opacity: 0.7
+            font.pointSize: view.font.pointSize * 0.9
+            Layout.fillWidth: true
+        }
+
         BusyIndicator {
             running: view.root.phase === NativeRootState.Starting
             visible: running
@@ -136,7 +147,7 @@ Pane {
     }
 
     Shortcut {
-        sequence: StandardKey.Cancel
+        sequence: "Escape"
         enabled: view.waiting
         onActivated: view.root.cancelSignIn()
     }

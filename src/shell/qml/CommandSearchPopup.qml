@@ -47,7 +47,7 @@ Popup {
             id: list
 
             objectName: "searchResults"
-            model: popup.search.results
+            model: popup.search
             currentIndex: popup.search.currentIndex
             clip: true
             Layout.fillWidth: true
@@ -58,22 +58,24 @@ Popup {
             delegate: ItemDelegate {
                 id: row
 
-                required property var modelData
                 required property int index
+                required property string label
+                required property string detail
+                required property string symbol
                 width: ListView.view.width
                 highlighted: ListView.isCurrentItem
-                onClicked: popup.search.activate(index)
+                onClicked: (ListView.view.model as NativeCommandSearch).activate(index)
 
                 contentItem: RowLayout {
                     spacing: 10
-                    SymbolBadge { label: row.modelData.label; symbol: row.modelData.symbol; lit: row.highlighted }
+                    SymbolBadge { label: row.label; symbol: row.symbol; lit: row.highlighted }
                     Label {
-                        text: row.modelData.label
+                        text: row.label
                         elide: Text.ElideRight
                         Layout.fillWidth: true
                     }
                     Label {
-                        text: row.modelData.detail
+                        text: row.detail
                         opacity: 0.6
                     }
                 }

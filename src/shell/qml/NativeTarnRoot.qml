@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import PiloTarn.Shell
 
@@ -30,7 +29,7 @@ Item {
 
         Rectangle {
             implicitWidth: 1
-            color: palette.mid
+            color: shell.palette.mid
             opacity: 0.5
             Layout.fillHeight: true
         }
@@ -57,14 +56,17 @@ Item {
 
     Shortcut {
         sequence: "Ctrl+K"
+        enabled: shell.visible
         onActivated: shell.search.toggle()
     }
     Shortcut {
         sequence: "Ctrl+,"
+        enabled: shell.visible
         onActivated: shell.navigation.appearanceOpen = true
     }
     Shortcut {
         sequence: "Ctrl+\\"
+        enabled: shell.visible
         onActivated: shell.navigation.sidebarCollapsed = !shell.navigation.sidebarCollapsed
     }
 }

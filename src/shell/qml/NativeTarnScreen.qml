@@ -10,16 +10,8 @@ Pane {
     id: screen
 
     required property TarnNavigation navigation
-    readonly property var destination: navigation.destination
-    readonly property var active: navigation.active
-    readonly property bool onBoard: destination.screenName === "agent" && destination.resolvedSection === "New chat"
-    readonly property string subtitle: {
-        if (active === undefined)
-            return ""
-        if (active.child !== undefined)
-            return navigation.subtitle(active.child)
-        return navigation.pageSubtitle(active.item.key)
-    }
+    readonly property bool onBoard: navigation.destination.screenName === "agent"
+                                    && navigation.destination.resolvedSection === "New chat"
 
     padding: 0
     background: null
@@ -34,63 +26,60 @@ Pane {
             Layout.bottomMargin: 12
             spacing: 4
 
-            RowLayout {
+            ListView {
                 objectName: "trail"
+                model: screen.navigation.trail
+                orientation: ListView.Horizontal
+                interactive: false
                 spacing: 6
+                implicitHeight: contentItem.childrenRect.height
+                Layout.fillWidth: true
 
-                Repeater {
-                    model: screen.navigation.trail
+                delegate: RowLayout {
+                    id: crumb
 
-                    RowLayout {
-                        id: crumb
+                    required property string modelData
+                    required property int index
+                    readonly property bool last: index === ListView.view.count - 1
+                    spacing: 6
 
-                        required property string modelData
-                        required property int index
-                        readonly property bool last: index === screen.navigation.trail.length - 1
-                        spacing: 6
-
-                        Label {
-                            visible: crumb.index > 0
-                            text: "\u203a"
-                            opacity: 0.5
-                            font.pixelSize: 20
-                        }
-                        Label {
-                            text: crumb.modelData
-                            font.pixelSize: 20
-                            font.weight: crumb.last ? Font.DemiBold : Font.Normal
-                            opacity: crumb.last ? 1 : 0.6
-                        }
+                    Label {
+                        visible: crumb.index > 0
+                        text: "\u203a"
+                        opacity: 0.5
+                        font.pixelSize: 20
+                    }
+                    Label {
+                        text: crumb.modelData
+                        font.pixelSize: 20
+                        font.weight: crumb.last ? Font.DemiBold : Font.Normal
+                        opacity: crumb.last ? 1 : 0.6
                     }
                 }
             }
 
             Label {
                 visible: text.length > 0
-                text: screen.subtitle
+                text: screen.navigation.subtitle
                 opacity: 0.7
                 wrapMode: Text.Wrap
                 Layout.fillWidth: true
             }
         }
 
-        Loader {
+        WorkBoard {
+            visible: screen.onBoard
+            navigation: screen.navigation
             Layout.fillWidth: true
             Layout.fillHeight: true
-            sourceComponent: screen.onBoard ? board : empty
         }
-    }
 
-    Component {
-        id: board
-        WorkBoard { navigation: screen.navigation }
-    }
-
-    Component {
-        id: empty
         EmptyScreen {
-            title: screen.navigation.trail[screen.navigation.trail.length - 1] ?? ""
-            place: screen.navigation.trail.join(" \u203a ")
+            visible: !screen.onBoard
+            title: screen.navigation.trail.length > 0 ? screen.navigation.trail[screen.navigation.trail.length - 1] : ""
+            place: screen.navigation.placeName
+            Layout.fillWidth: true
+            Layout.fillHeight: true
         }
     }
 }

@@ -4,55 +4,87 @@ import QtQuick.Layouts
 import PiloTarn.Shell
 
 // The sections the person may open, grouped, with the lit item's sections
-// beneath it. Collapsed, it keeps only the marks.
+// beneath it. Collapsed, it keeps only the items' marks.
 Pane {
     id: sidebar
 
     required property TarnNavigation navigation
     readonly property bool collapsed: navigation.sidebarCollapsed
-    readonly property var active: navigation.active
 
     signal searchRequested()
     signal settingsRequested()
 
     implicitWidth: collapsed ? 60 : 240
     padding: 8
-    background: Rectangle { color: Qt.darker(palette.window, 1.04) }
+    background: Rectangle { color: Qt.darker(sidebar.palette.window, 1.04) }
 
     Behavior on implicitWidth { NumberAnimation { duration: 120; easing.type: Easing.OutCubic } }
 
-    // Scrolls the list so that `item` is in sight, once the layout has
-    // settled (a lit item's sections appear under it first).
-    function reveal(item) {
-        Qt.callLater(() => {
-            const flick = list.contentItem
-            const top = item.mapToItem(flick.contentItem, 0, 0).y
-            if (top < flick.contentY)
-                flick.contentY = top
-            else if (top + item.height > flick.contentY + flick.height)
-                flick.contentY = Math.min(top, top + item.height - flick.height)
-        })
-    }
+    component Line: ItemDelegate {
+        id: line
 
-    component Row: ItemDelegate {
-        id: row
+        // Too narrow for words: the sidebar is collapsed or collapsing.
+        readonly property bool narrow: width < 120
 
         topPadding: 4
         bottomPadding: 4
         leftPadding: 8
         rightPadding: 8
-        contentItem: Label {
-            text: row.text
-            font: row.font
-            elide: Text.ElideRight
-            verticalAlignment: Text.AlignVCenter
-            color: row.highlighted ? palette.highlight : palette.windowText
-        }
+        ToolTip.visible: narrow && hovered
+        ToolTip.text: text
+        Accessible.name: text
         background: Rectangle {
             radius: 6
-            color: row.highlighted ? Qt.rgba(palette.highlight.r, palette.highlight.g, palette.highlight.b, 0.16)
-                 : row.hovered ? Qt.rgba(palette.windowText.r, palette.windowText.g, palette.windowText.b, 0.06)
+            color: line.highlighted ? Qt.rgba(line.palette.highlight.r, line.palette.highlight.g,
+                                              line.palette.highlight.b, 0.16)
+                 : line.hovered ? Qt.rgba(line.palette.windowText.r, line.palette.windowText.g,
+                                          line.palette.windowText.b, 0.06)
                  : "transparent"
+        }
+    }
+
+    // One line of the sidebar model: a group heading, an item with its mark,
+    // or under the lit item a section or its heading.
+    component SidebarLine: Line {
+        id: entry
+
+        required property int index
+        required property string kind
+        required property string key
+        required property string label
+        required property string symbol
+        required property bool lit
+        readonly property bool heading: kind === "groupHeading" || kind === "sectionHeading"
+
+        objectName: (kind === "item" ? "sidebarItem:" : kind === "section" ? "sidebarChild:" : "sidebarHeading:") + key
+        width: ListView.view.width
+        text: label
+        highlighted: lit
+        hoverEnabled: !heading
+        focusPolicy: heading ? Qt.NoFocus : Qt.StrongFocus
+        leftPadding: kind === "section" ? 42 : kind === "sectionHeading" ? 44 : heading ? 10 : 8
+        topPadding: kind === "groupHeading" ? 10 : 4
+        bottomPadding: heading ? 2 : 4
+        onClicked: (ListView.view.model as NativeSidebarModel).open(index)
+
+        contentItem: RowLayout {
+            spacing: 10
+            SymbolBadge {
+                visible: entry.kind === "item"
+                label: entry.label
+                symbol: entry.symbol
+            }
+            Label {
+                visible: entry.kind !== "item" || !entry.narrow
+                text: entry.label
+                elide: Text.ElideRight
+                font.pixelSize: entry.heading ? 11 : entry.font.pixelSize
+                font.weight: entry.kind === "groupHeading" || entry.lit ? Font.DemiBold : Font.Normal
+                opacity: entry.heading ? 0.6 : 1
+                color: entry.lit && entry.kind === "section" ? entry.palette.highlight : entry.palette.windowText
+                verticalAlignment: Text.AlignVCenter
+                Layout.fillWidth: true
+            }
         }
     }
 
@@ -82,141 +114,35 @@ Pane {
             }
         }
 
-        ScrollView {
-            id: list
-
+        ListView {
+            objectName: "sidebarList"
+            model: sidebar.navigation.sidebar
+            // Following the end of the lit item's lines keeps them in sight.
+            currentIndex: sidebar.navigation.sidebar.litEnd
+            highlightMoveDuration: 0
+            spacing: 2
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
             Layout.fillWidth: true
             Layout.fillHeight: true
-            contentWidth: availableWidth
-            clip: true
-
-            Column {
-                width: parent.width
-                spacing: 2
-
-                Repeater {
-                    model: sidebar.navigation.navGroups
-
-                    Column {
-                        id: groupColumn
-
-                        required property var modelData
-                        width: parent.width
-                        spacing: 2
-
-                        Label {
-                            visible: !sidebar.collapsed && groupColumn.modelData.label.length > 0
-                            text: groupColumn.modelData.label
-                            font.pixelSize: 11
-                            font.weight: Font.DemiBold
-                            opacity: 0.6
-                            leftPadding: 10
-                            topPadding: 10
-                            bottomPadding: 2
-                        }
-
-                        Repeater {
-                            model: groupColumn.modelData.items
-
-                            Column {
-                                id: entry
-
-                                required property var modelData
-                                readonly property bool lit: sidebar.active !== undefined
-                                                            && sidebar.active.item.key === modelData.key
-                                width: parent.width
-                                spacing: 1
-
-                                onLitChanged: if (lit) sidebar.reveal(entry)
-                                onYChanged: if (lit) sidebar.reveal(entry)
-                                onHeightChanged: if (lit) sidebar.reveal(entry)
-
-                                Row {
-                                    objectName: "sidebarItem:" + entry.modelData.key
-                                    width: parent.width
-                                    highlighted: entry.lit
-                                    Accessible.name: entry.modelData.label
-                                    ToolTip.visible: sidebar.collapsed && hovered
-                                    ToolTip.text: entry.modelData.label
-                                    onClicked: sidebar.navigation.open(entry.modelData.destination)
-
-                                    contentItem: RowLayout {
-                                        spacing: 10
-                                        SymbolBadge {
-                                            label: entry.modelData.label
-                                            symbol: entry.modelData.symbol
-                                        }
-                                        Label {
-                                            visible: !sidebar.collapsed
-                                            text: entry.modelData.label
-                                            elide: Text.ElideRight
-                                            font.weight: entry.lit ? Font.DemiBold : Font.Normal
-                                            Layout.fillWidth: true
-                                        }
-                                    }
-                                }
-
-                                Repeater {
-                                    model: entry.lit && !sidebar.collapsed ? entry.modelData.childGroups : []
-
-                                    Column {
-                                        id: childGroup
-
-                                        required property var modelData
-                                        width: parent.width
-
-                                        Label {
-                                            visible: childGroup.modelData.label.length > 0
-                                            text: childGroup.modelData.label
-                                            font.pixelSize: 11
-                                            opacity: 0.6
-                                            leftPadding: 44
-                                            topPadding: 4
-                                        }
-
-                                        Repeater {
-                                            model: childGroup.modelData.items
-
-                                            Row {
-                                                id: childEntry
-
-                                                required property var modelData
-                                                readonly property bool lit: sidebar.active !== undefined
-                                                    && sidebar.active.child !== undefined
-                                                    && sidebar.active.child.key === modelData.key
-                                                objectName: "sidebarChild:" + modelData.key
-                                                width: parent.width
-                                                leftPadding: 42
-                                                topPadding: 4
-                                                bottomPadding: 4
-                                                text: modelData.label
-                                                font.weight: lit ? Font.DemiBold : Font.Normal
-                                                highlighted: lit
-                                                onClicked: sidebar.navigation.open(modelData.destination)
-                                            }
-                                        }
-                                    }
-                                }
-                            }
-                        }
-                    }
-                }
-            }
+            ScrollBar.vertical: ScrollBar {}
+            delegate: SidebarLine {}
         }
 
-        Row {
+        Line {
+            id: settingsLine
+
             objectName: "openSettings"
+            text: qsTr("Settings")
+            ToolTip.text: text + "  (Ctrl+,)"
             Layout.fillWidth: true
-            Accessible.name: qsTr("Settings")
-            ToolTip.visible: sidebar.collapsed && hovered
-            ToolTip.text: qsTr("Settings") + "  (Ctrl+,)"
             onClicked: sidebar.settingsRequested()
             contentItem: RowLayout {
                 spacing: 10
-                SymbolBadge { label: qsTr("Settings"); symbol: "gearshape" }
+                SymbolBadge { label: settingsLine.text; symbol: "gearshape" }
                 Label {
-                    visible: !sidebar.collapsed
-                    text: qsTr("Settings")
+                    visible: !settingsLine.narrow
+                    text: settingsLine.text
                     Layout.fillWidth: true
                 }
             }

@@ -39,7 +39,7 @@ Window {
     }
 
     Shortcut {
-        sequence: StandardKey.Cancel
+        sequence: "Escape"
         onActivated: settingsWindow.navigation.appearanceOpen = false
     }
 
@@ -49,24 +49,28 @@ Window {
         Layout.fillWidth: true
     }
 
+    // A choice of a setting's model; its objectName is the view's and the value.
     component Swatch: AbstractButton {
         id: swatch
 
-        required property var choice
+        required property int index
+        required property string value
+        required property string label
+        required property string colour
         required property bool chosen
-        required property color fill
 
+        objectName: GridView.view.objectName + ":" + value
         implicitWidth: 32
         implicitHeight: 32
-        checkable: false
-        Accessible.name: choice.label
+        Accessible.name: label
         ToolTip.visible: hovered
-        ToolTip.text: choice.label
+        ToolTip.text: label
+        onClicked: (GridView.view.model as NativeChoiceModel).choose(index)
         background: Rectangle {
             radius: width / 2
-            color: swatch.fill
+            color: swatch.colour.length > 0 ? swatch.colour : swatch.palette.base
             border.width: swatch.chosen ? 3 : 1
-            border.color: swatch.chosen ? palette.highlight : palette.mid
+            border.color: swatch.chosen ? swatch.palette.highlight : swatch.palette.mid
         }
     }
 
@@ -104,52 +108,52 @@ Window {
                 }
 
                 Heading { text: qsTr("Text size") }
-                RowLayout {
+                ListView {
                     objectName: "textSizes"
-                    Repeater {
-                        model: settingsWindow.settings.textSizes
-                        RadioButton {
-                            required property var modelData
-                            objectName: "textSize:" + modelData.value
-                            text: modelData.label
-                            checked: settingsWindow.settings.textSize === modelData.value
-                            onClicked: settingsWindow.settings.chooseTextSize(modelData.value)
-                        }
+                    model: settingsWindow.settings.textSizes
+                    orientation: ListView.Horizontal
+                    interactive: false
+                    spacing: 8
+                    implicitHeight: 40
+                    Layout.fillWidth: true
+                    delegate: RadioButton {
+                        required property int index
+                        required property string value
+                        required property string label
+                        required property bool chosen
+
+                        objectName: "textSize:" + value
+                        text: label
+                        // The setting decides what is checked, so a refused
+                        // choice goes back.
+                        checkable: false
+                        checked: chosen
+                        onClicked: (ListView.view.model as NativeChoiceModel).choose(index)
                     }
                 }
 
                 Heading { text: qsTr("Accent") }
-                Flow {
-                    spacing: 8
+                GridView {
+                    objectName: "accent"
+                    model: settingsWindow.settings.accents
+                    cellWidth: 40
+                    cellHeight: 40
+                    interactive: false
+                    implicitHeight: contentHeight
                     Layout.fillWidth: true
-                    Repeater {
-                        model: settingsWindow.settings.accents
-                        Swatch {
-                            required property var modelData
-                            objectName: "accent:" + modelData.value
-                            choice: modelData
-                            chosen: settingsWindow.settings.accent === modelData.value
-                            fill: modelData.colour
-                            onClicked: settingsWindow.settings.chooseAccent(modelData.value)
-                        }
-                    }
+                    delegate: Swatch {}
                 }
 
                 Heading { text: qsTr("Background") }
-                Flow {
-                    spacing: 8
+                GridView {
+                    objectName: "background"
+                    model: settingsWindow.settings.backgrounds
+                    cellWidth: 40
+                    cellHeight: 40
+                    interactive: false
+                    implicitHeight: contentHeight
                     Layout.fillWidth: true
-                    Repeater {
-                        model: settingsWindow.settings.backgrounds
-                        Swatch {
-                            required property var modelData
-                            objectName: "background:" + modelData.value
-                            choice: modelData
-                            chosen: settingsWindow.settings.background === modelData.value
-                            fill: modelData.colour.length > 0 ? modelData.colour : palette.base
-                            onClicked: settingsWindow.settings.chooseBackground(modelData.value)
-                        }
-                    }
+                    delegate: Swatch {}
                 }
 
                 Heading { text: qsTr("Sessions") }

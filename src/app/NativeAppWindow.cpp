@@ -1,0 +1,38 @@
+#include "app/NativeAppWindow.h"
+
+#include "app/NativeBrowser.h"
+#include "service/Config.h"
+
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QSettings>
+#include <QtQml/QQmlExtensionPlugin>
+
+Q_IMPORT_QML_PLUGIN(PiloTarnPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_ShellPlugin)
+
+using namespace Qt::StringLiterals;
+
+NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, QSettings &preferences)
+    : m_api(config, store, &preferences)
+    , m_auth(config, store, &NativeBrowser::open)
+    , m_navigation(&preferences)
+    , m_settings(m_api, m_navigation, preferences)
+    , m_search(m_navigation)
+    , m_root(m_api, m_auth, m_navigation)
+{
+    // The style is the process's, fixed before its first window loads.
+    if (QQuickStyle::name().isEmpty())
+        QQuickStyle::setStyle(u"Fusion"_s);
+    m_engine.setInitialProperties({
+        { u"root"_s, QVariant::fromValue(&m_root) },
+        { u"navigation"_s, QVariant::fromValue(&m_navigation) },
+        { u"settings"_s, QVariant::fromValue(&m_settings) },
+        { u"search"_s, QVariant::fromValue(&m_search) },
+    });
+    m_engine.load(QUrl(u"qrc:/PiloTarn/qml/Main.qml"_s));
+    if (!m_engine.rootObjects().isEmpty())
+        m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().constFirst());
+}
+
+NativeAppWindow::~NativeAppWindow() = default;

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "app/NativeRootState.h"
+#include "auth/NativeAuth.h"
+#include "service/TarnAPI.h"
+#include "shell/NativeCommandSearch.h"
+#include "shell/NativeSettingsState.h"
+#include "shell/TarnNavigation.h"
+
+#include <QQmlApplicationEngine>
+
+class Config;
+class QQuickWindow;
+class QSettings;
+class TarnSessionStore;
+
+// The window and the state objects behind it, built as the app runs them:
+// the service client and sign-in over `store`, the navigation, settings,
+// command search and root state, and the QML window drawing them. The
+// window is loaded but not shown, and nothing starts until root().start().
+class NativeAppWindow {
+public:
+    // `store` and `preferences` must outlive the window.
+    NativeAppWindow(const Config &config, TarnSessionStore &store, QSettings &preferences);
+    ~NativeAppWindow();
+    NativeAppWindow(const NativeAppWindow &) = delete;
+    NativeAppWindow &operator=(const NativeAppWindow &) = delete;
+
+    // Null when the window's QML did not load.
+    [[nodiscard]] QQuickWindow *window() const { return m_window; }
+    [[nodiscard]] TarnAPI &api() { return m_api; }
+    [[nodiscard]] TarnNavigation &navigation() { return m_navigation; }
+    [[nodiscard]] NativeSettingsState &settings() { return m_settings; }
+    [[nodiscard]] NativeCommandSearch &search() { return m_search; }
+    [[nodiscard]] NativeRootState &root() { return m_root; }
+
+private:
+    TarnAPI m_api;
+    NativeAuth m_auth;
+    TarnNavigation m_navigation;
+    NativeSettingsState m_settings;
+    NativeCommandSearch m_search;
+    NativeRootState m_root;
+    QQmlApplicationEngine m_engine;
+    QQuickWindow *m_window = nullptr;
+};
