@@ -1,8 +1,8 @@
 #include "mail/detail/BlockBuilder.h"
 
-#include "mail/TarnMailHTML.h"
 #include "mail/TarnMailImage.h"
 #include "mail/TarnMailTable.h"
+#include "mail/detail/BlockText.h"
 #include "mail/detail/LinkRules.h"
 #include "mail/detail/MailRules.h"
 
@@ -126,6 +126,26 @@ bool isLayoutCell(const MailNode &cell)
 }
 
 } // namespace
+
+TarnMailDocument BlockBuilder::document(const MailNode &root, int characterLimit, int blockLimit)
+{
+    Shared shared;
+    shared.characterLimit = qMax(characterLimit, 0);
+    shared.blockLimit = qMax(blockLimit, 0);
+    BlockBuilder builder(shared, true);
+    builder.walk(root, Context {});
+    builder.flushParagraph();
+
+    TarnMailDocument document;
+    document.blocks = builder.takeBlocks();
+    document.quoted = std::move(shared.quoted);
+    document.blockedTrackers = shared.trackers;
+    document.truncated = shared.truncated;
+    // A message that is only a forward or a quote still shows its content.
+    if (document.blocks.isEmpty())
+        std::swap(document.blocks, document.quoted);
+    return document;
+}
 
 BlockBuilder::BlockBuilder(Shared &shared, bool isRoot)
     : m_shared(shared)
@@ -369,7 +389,8 @@ void BlockBuilder::addText(const QString &text, const Context &context)
         unchanged = !rewrite;
         if (unchanged && wide) {
             const QStringView view(text);
-            unchanged = std::none_of(view.begin(), view.end(), [](QChar c) { return MailRules::isInvisible(c.unicode()); });
+            unchanged
+                = std::none_of(view.begin(), view.end(), [](QChar c) { return MailRules::isInvisible(c.unicode()); });
         }
     }
     QString out = unchanged ? text : collapsed(text, afterSpace);
@@ -431,7 +452,7 @@ void BlockBuilder::appendRun(const QString &text, const Context &context)
             return;
         }
     }
-    m_runs.append(TarnMailRun {text, context.style, context.link});
+    m_runs.append(TarnMailRun { text, context.style, context.link });
 }
 
 void BlockBuilder::flushParagraph()
@@ -528,7 +549,7 @@ void BlockBuilder::image(const MailNode &node, const Context &context)
         return;
 
     flushParagraph();
-    emitBlock(TarnMailBlock::image(TarnMailImage {alt, imageSource, width, height, context.link}));
+    emitBlock(TarnMailBlock::image(TarnMailImage { alt, imageSource, width, height, context.link }));
 }
 
 void BlockBuilder::list(const MailNode &node, const Context &context)
@@ -618,11 +639,11 @@ std::vector<BlockBuilder::Row> BlockBuilder::rows(const MailNode &table)
         if (child->hidden)
             continue;
         if (child->tag == Tag::Tr) {
-            result.push_back({child, false});
+            result.push_back({ child, false });
         } else if (child->tag == Tag::Thead || child->tag == Tag::Tbody || child->tag == Tag::Tfoot) {
             for (const MailNode *row = child->firstChild; row; row = row->next) {
                 if (row->tag == Tag::Tr && !row->hidden)
-                    result.push_back({row, child->tag == Tag::Thead});
+                    result.push_back({ row, child->tag == Tag::Thead });
             }
         }
     }
@@ -676,9 +697,9 @@ QList<TarnMailRun> BlockBuilder::cellRuns(const MailNode &cell, const Context &c
             runs.appendRun(u"\n"_s, Context {});
         if (block.kind() == TarnMailBlock::Kind::Paragraph || block.kind() == TarnMailBlock::Kind::Heading) {
             for (const TarnMailRun &run : block.runs())
-                runs.appendRun(run.text, Context {run.style, run.link});
+                runs.appendRun(run.text, Context { run.style, run.link });
         } else {
-            runs.appendRun(TarnMailHTML::plainText(block), Context {});
+            runs.appendRun(BlockText::flattened(block), Context {});
         }
     }
     return runs.m_runs;

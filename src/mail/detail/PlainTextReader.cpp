@@ -1,4 +1,4 @@
-#include "mail/TarnMailHTML.h"
+#include "mail/detail/PlainTextReader.h"
 
 #include "mail/detail/LinkRules.h"
 
@@ -7,6 +7,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace TarnMailHTML::detail::PlainTextReader {
 
 namespace {
 
@@ -56,8 +58,8 @@ QList<TarnMailBlock> plainBlocks(const QList<QStringView> &lines)
             continue;
         }
         if (!runs.isEmpty())
-            append(TarnMailRun {u"\n"_s, {}, std::nullopt});
-        for (const TarnMailRun &run : TarnMailHTML::linkified(line))
+            append(TarnMailRun { u"\n"_s, {}, std::nullopt });
+        for (const TarnMailRun &run : linkified(line))
             append(run);
     }
     flush();
@@ -66,11 +68,10 @@ QList<TarnMailBlock> plainBlocks(const QList<QStringView> &lines)
 
 } // namespace
 
-namespace TarnMailHTML {
-
 QList<TarnMailRun> linkified(QStringView text)
 {
-    static const QRegularExpression url = compiled(u"https?://[^\\s<>\"]+"_s, QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression url
+        = compiled(u"https?://[^\\s<>\"]+"_s, QRegularExpression::CaseInsensitiveOption);
     static const QStringView trailing = u".,;:!?)]'\"";
 
     QList<TarnMailRun> runs;
@@ -83,23 +84,23 @@ QList<TarnMailRun> linkified(QStringView text)
         while (!candidate.isEmpty() && trailing.contains(candidate.back()))
             candidate.chop(1);
         const std::optional<TarnMailLink> link
-            = candidate.isEmpty() ? std::nullopt : detail::LinkRules::vetted(candidate.toString());
+            = candidate.isEmpty() ? std::nullopt : LinkRules::vetted(candidate.toString());
         if (!link)
             continue; // stays plain text
         const qsizetype start = match.capturedStart();
         plain.append(text.sliced(done, start - done));
         if (!plain.isEmpty())
-            runs.append(TarnMailRun {std::exchange(plain, {}), {}, std::nullopt});
-        runs.append(TarnMailRun {candidate.toString(), {}, link});
+            runs.append(TarnMailRun { std::exchange(plain, {}), {}, std::nullopt });
+        runs.append(TarnMailRun { candidate.toString(), {}, link });
         done = start + candidate.size();
     }
     plain.append(text.sliced(done));
     if (!plain.isEmpty())
-        runs.append(TarnMailRun {plain, {}, std::nullopt});
+        runs.append(TarnMailRun { plain, {}, std::nullopt });
     return runs;
 }
 
-TarnMailDocument parsePlainText(QStringView text, int characterLimit)
+TarnMailDocument read(QStringView text, int characterLimit)
 {
     TarnMailDocument document;
     characterLimit = qMax(characterLimit, 0);
@@ -132,4 +133,4 @@ TarnMailDocument parsePlainText(QStringView text, int characterLimit)
     return document;
 }
 
-} // namespace TarnMailHTML
+} // namespace TarnMailHTML::detail::PlainTextReader
