@@ -100,23 +100,8 @@ bool isLayoutCell(const MailNode &cell)
             }
             if (child->hidden)
                 continue;
-            if (depth <= layoutSearchDepth) {
-                switch (child->tag) {
-                case Tag::Table:
-                case Tag::Img:
-                case Tag::Ul:
-                case Tag::Ol:
-                case Tag::Blockquote:
-                case Tag::Pre:
-                case Tag::H1:
-                case Tag::H2:
-                case Tag::H3:
-                case Tag::Hr:
-                    return true;
-                default:
-                    break;
-                }
-            }
+            if (depth <= layoutSearchDepth && hasFlag(child->tag, TagFlag::LayoutOnly))
+                return true;
             if (self(self, *child, depth + 1))
                 return true;
         }
@@ -194,10 +179,13 @@ void BlockBuilder::visit(const MailNode &node, const Context &context)
         return;
     }
 
+    const quint16 flags = tagFlags(node.tag);
+    if (flags & TagFlag::Skipped)
+        return;
     Context inner = context;
     inner.style |= TarnMailStyle(tagStyle(node.tag) | node.style);
 
-    switch (node.tag) {
+    switch (node.tag) { // the tags with a reading of their own
     case Tag::A:
         link(node, inner);
         return;
@@ -216,49 +204,6 @@ void BlockBuilder::visit(const MailNode &node, const Context &context)
         flushParagraph();
         emitBlock(TarnMailBlock::rule());
         return;
-    case Tag::Wbr:
-    case Tag::Meta:
-    case Tag::Link:
-    case Tag::Base:
-    case Tag::Colgroup:
-    case Tag::Col:
-    case Tag::Area:
-    case Tag::Source:
-    case Tag::Track:
-    case Tag::Param:
-    case Tag::Button:
-    case Tag::Input:
-    case Tag::Embed:
-    case Tag::Keygen:
-        return;
-    case Tag::H1:
-    case Tag::H2:
-    case Tag::H3:
-    case Tag::H4:
-    case Tag::H5:
-    case Tag::H6:
-        heading(node, inner, int(node.tag) - int(Tag::H1) + 1);
-        return;
-    case Tag::P:
-    case Tag::Dt:
-    case Tag::Dd:
-    case Tag::Figcaption:
-    case Tag::Caption:
-    case Tag::Summary:
-    case Tag::Details:
-    case Tag::Legend:
-    case Tag::Address:
-        flushParagraph();
-        walk(node, inner);
-        flushParagraph();
-        return;
-    case Tag::Ul:
-    case Tag::Ol:
-    case Tag::Menu:
-    case Tag::Dir:
-        flushParagraph();
-        list(node, inner);
-        return;
     case Tag::Blockquote: {
         flushParagraph();
         BlockBuilder quote(m_shared, false);
@@ -269,43 +214,30 @@ void BlockBuilder::visit(const MailNode &node, const Context &context)
             emitBlock(TarnMailBlock::quote(std::move(blocks)));
         return;
     }
-    case Tag::Pre:
-    case Tag::Listing:
-    case Tag::Plaintext:
-        flushParagraph();
-        preformatted(node);
-        return;
     case Tag::Table:
         flushParagraph();
         table(node, inner);
         return;
-    case Tag::Div:
-    case Tag::Center:
-    case Tag::Section:
-    case Tag::Article:
-    case Tag::Header:
-    case Tag::Footer:
-    case Tag::Main:
-    case Tag::Aside:
-    case Tag::Nav:
-    case Tag::Figure:
-    case Tag::Form:
-    case Tag::Fieldset:
-    case Tag::Thead:
-    case Tag::Tbody:
-    case Tag::Tfoot:
-    case Tag::Tr:
-    case Tag::Td:
-    case Tag::Th:
-    case Tag::Dl:
-    case Tag::Li: // outside a list
-        flushParagraph();
-        walk(node, inner);
-        flushParagraph();
-        return;
     default:
+        break;
+    }
+    static_assert(int(Tag::H6) - int(Tag::H1) == 5, "heading levels follow the tag order");
+    if (flags & TagFlag::Heading) {
+        heading(node, inner, int(node.tag) - int(Tag::H1) + 1);
+    } else if (flags & TagFlag::List) {
+        flushParagraph();
+        list(node, inner);
+    } else if (flags & TagFlag::Preformatted) {
+        flushParagraph();
+        preformatted(node);
+    } else if (flags & TagFlag::Breaks) {
+        // Every other block, an li outside a list among them, reads as
+        // paragraphs of its own.
+        flushParagraph();
         walk(node, inner);
-        return;
+        flushParagraph();
+    } else {
+        walk(node, inner);
     }
 }
 

@@ -66,11 +66,6 @@ bool isAnyOf(Tag tag, std::initializer_list<Tag> tags)
     return false;
 }
 
-bool isRaw(Tag tag)
-{
-    return tag == Tag::Pre || tag == Tag::Listing || tag == Tag::Plaintext;
-}
-
 bool isAsciiWhitespaceOnly(QByteArrayView bytes)
 {
     for (const char c : bytes) {
@@ -492,14 +487,14 @@ void TreeBuilder::append(MailNode *child)
 void TreeBuilder::push(MailNode *node)
 {
     m_stack.push_back({ node });
-    if (isRaw(node->tag))
+    if (hasFlag(node->tag, TagFlag::Preformatted))
         ++m_rawDepth;
 }
 
 void TreeBuilder::popTo(qsizetype index)
 {
     while (qsizetype(m_stack.size()) > index) {
-        if (isRaw(m_stack.back().node->tag))
+        if (hasFlag(m_stack.back().node->tag, TagFlag::Preformatted))
             --m_rawDepth;
         m_stack.pop_back();
     }
