@@ -328,17 +328,22 @@ void BlockBuilder::addText(const QString &text, const Context &context)
     QString out = unchanged ? text : collapsed(text, afterSpace);
     if (out.isEmpty())
         return;
-    const qsizetype room = qsizetype(m_shared.characterLimit) - m_shared.characters;
-    if (out.size() > room) {
-        qsizetype cut = qMax<qsizetype>(room, 0);
-        if (cut > 0 && out.at(cut - 1).isHighSurrogate())
-            --cut;
-        out.truncate(cut);
-        m_shared.truncated = true;
-    }
-    m_shared.characters += int(out.size());
+    charge(out);
     if (!out.isEmpty())
         appendRun(out, context);
+}
+
+void BlockBuilder::charge(QString &text)
+{
+    const qsizetype room = qsizetype(m_shared.characterLimit) - m_shared.characters;
+    if (text.size() > room) {
+        qsizetype cut = qMax<qsizetype>(room, 0);
+        if (cut > 0 && text.at(cut - 1).isHighSurrogate())
+            --cut;
+        text.truncate(cut);
+        m_shared.truncated = true;
+    }
+    m_shared.characters += int(text.size());
 }
 
 QString BlockBuilder::collapsed(QStringView text, bool afterSpace)
@@ -367,12 +372,10 @@ void BlockBuilder::lineBreak(const Context &context)
         if (m_runs.last().text.isEmpty())
             m_runs.removeLast();
     }
-    if (m_shared.characters >= m_shared.characterLimit) {
-        m_shared.truncated = true;
-        return;
-    }
-    ++m_shared.characters;
-    appendRun(u"\n"_s, context);
+    QString newline = u"\n"_s;
+    charge(newline);
+    if (!newline.isEmpty())
+        appendRun(newline, context);
 }
 
 void BlockBuilder::appendRun(const QString &text, const Context &context)
@@ -551,15 +554,7 @@ void BlockBuilder::preformatted(const MailNode &node)
         text.remove(0, 1);
     if (text.trimmed().isEmpty())
         return;
-    const qsizetype room = qsizetype(m_shared.characterLimit) - m_shared.characters;
-    if (text.size() > room) {
-        qsizetype cut = qMax<qsizetype>(room, 0);
-        if (cut > 0 && text.at(cut - 1).isHighSurrogate())
-            --cut;
-        text.truncate(cut);
-        m_shared.truncated = true;
-    }
-    m_shared.characters += int(text.size());
+    charge(text);
     if (!text.isEmpty())
         emitBlock(TarnMailBlock::preformatted(std::move(text)));
 }

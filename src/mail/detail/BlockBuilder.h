@@ -39,6 +39,9 @@ private:
     void addText(const QString &text, const Context &context);
     // Whitespace runs as one space (none after `afterSpace`), invisible characters removed.
     [[nodiscard]] static QString collapsed(QStringView text, bool afterSpace);
+    // Counts `text` against the character limit: past it, cuts it (never
+    // inside a surrogate pair) and marks the parse truncated.
+    void charge(QString &text);
     void lineBreak(const Context &context);
     void appendRun(const QString &text, const Context &context);
     void emitBlock(TarnMailBlock block);
