@@ -1,6 +1,7 @@
 #include "mail/detail/LinkRules.h"
 
 #include "mail/detail/MailEntities.h"
+#include "mail/detail/MailRules.h"
 
 #include <QRegularExpression>
 #include <QVarLengthArray>
@@ -17,9 +18,7 @@ namespace {
 
 QRegularExpression compiled(const QString &pattern)
 {
-    QRegularExpression expression(pattern, QRegularExpression::CaseInsensitiveOption);
-    expression.optimize();
-    return expression;
+    return MailRules::compiled(pattern, QRegularExpression::CaseInsensitiveOption);
 }
 
 // The hosts whose pixels and redirects only track: an e-mail campaign content

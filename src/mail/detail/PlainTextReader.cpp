@@ -1,6 +1,7 @@
 #include "mail/detail/PlainTextReader.h"
 
 #include "mail/detail/LinkRules.h"
+#include "mail/detail/MailRules.h"
 
 #include <QRegularExpression>
 
@@ -12,25 +13,19 @@ namespace TarnMailHTML::detail::PlainTextReader {
 
 namespace {
 
-QRegularExpression compiled(const QString &pattern, QRegularExpression::PatternOptions options = {})
-{
-    QRegularExpression expression(pattern, options);
-    expression.optimize();
-    return expression;
-}
-
 bool startsQuote(QStringView line)
 {
     if (line.startsWith(u'>'))
         return true;
     // Both headers need these words; most lines have neither and skip the expressions.
     if (line.contains(u"wrote:")) {
-        static const QRegularExpression wrote = compiled(u"^\\s*On\\b.*wrote:\\s*$"_s);
+        static const QRegularExpression wrote = MailRules::compiled(u"^\\s*On\\b.*wrote:\\s*$"_s);
         if (wrote.match(line).hasMatch())
             return true;
     }
     if (line.contains(u"Original Message")) {
-        static const QRegularExpression original = compiled(u"^\\s*-{2,}\\s*Original Message\\s*-{2,}\\s*$"_s);
+        static const QRegularExpression original
+            = MailRules::compiled(u"^\\s*-{2,}\\s*Original Message\\s*-{2,}\\s*$"_s);
         if (original.match(line).hasMatch())
             return true;
     }
@@ -71,7 +66,7 @@ QList<TarnMailBlock> plainBlocks(const QList<QStringView> &lines)
 QList<TarnMailRun> linkified(QStringView text)
 {
     static const QRegularExpression url
-        = compiled(u"https?://[^\\s<>\"]+"_s, QRegularExpression::CaseInsensitiveOption);
+        = MailRules::compiled(u"https?://[^\\s<>\"]+"_s, QRegularExpression::CaseInsensitiveOption);
     static const QStringView trailing = u".,;:!?)]'\"";
 
     QList<TarnMailRun> runs;
