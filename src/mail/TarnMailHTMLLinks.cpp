@@ -38,12 +38,7 @@ LinkDecision linkDecision(const QUrl &url)
 
 bool isTrackerURL(const QUrl &url)
 {
-    if (!detail::LinkRules::isWebScheme(url.scheme()))
-        return false;
-    const QString path = url.path(QUrl::FullyEncoded);
-    const QString query = url.query(QUrl::FullyEncoded);
-    return detail::LinkRules::isTracker(
-        url.host(QUrl::FullyEncoded).toLower(), path, query.isEmpty() ? path : path + u'?' + query);
+    return detail::LinkRules::isTrackerURL(url);
 }
 
 bool isDeceptive(QStringView text, const QUrl &url)

@@ -1,8 +1,8 @@
 #include "mail/detail/BlockBuilder.h"
 
-#include "mail/TarnMailHTML.h"
 #include "mail/TarnMailImage.h"
 #include "mail/TarnMailTable.h"
+#include "mail/detail/BlockText.h"
 #include "mail/detail/LinkRules.h"
 #include "mail/detail/MailRules.h"
 
@@ -100,23 +100,8 @@ bool isLayoutCell(const MailNode &cell)
             }
             if (child->hidden)
                 continue;
-            if (depth <= layoutSearchDepth) {
-                switch (child->tag) {
-                case Tag::Table:
-                case Tag::Img:
-                case Tag::Ul:
-                case Tag::Ol:
-                case Tag::Blockquote:
-                case Tag::Pre:
-                case Tag::H1:
-                case Tag::H2:
-                case Tag::H3:
-                case Tag::Hr:
-                    return true;
-                default:
-                    break;
-                }
-            }
+            if (depth <= layoutSearchDepth && hasFlag(child->tag, TagFlag::LayoutOnly))
+                return true;
             if (self(self, *child, depth + 1))
                 return true;
         }
@@ -126,6 +111,26 @@ bool isLayoutCell(const MailNode &cell)
 }
 
 } // namespace
+
+TarnMailDocument BlockBuilder::document(const MailNode &root, int characterLimit, int blockLimit)
+{
+    Shared shared;
+    shared.characterLimit = qMax(characterLimit, 0);
+    shared.blockLimit = qMax(blockLimit, 0);
+    BlockBuilder builder(shared, true);
+    builder.walk(root, Context {});
+    builder.flushParagraph();
+
+    TarnMailDocument document;
+    document.blocks = builder.takeBlocks();
+    document.quoted = std::move(shared.quoted);
+    document.blockedTrackers = shared.trackers;
+    document.truncated = shared.truncated;
+    // A message that is only a forward or a quote still shows its content.
+    if (document.blocks.isEmpty())
+        std::swap(document.blocks, document.quoted);
+    return document;
+}
 
 BlockBuilder::BlockBuilder(Shared &shared, bool isRoot)
     : m_shared(shared)
@@ -174,10 +179,13 @@ void BlockBuilder::visit(const MailNode &node, const Context &context)
         return;
     }
 
+    const quint16 flags = tagFlags(node.tag);
+    if (flags & TagFlag::Skipped)
+        return;
     Context inner = context;
     inner.style |= TarnMailStyle(tagStyle(node.tag) | node.style);
 
-    switch (node.tag) {
+    switch (node.tag) { // the tags with a reading of their own
     case Tag::A:
         link(node, inner);
         return;
@@ -196,49 +204,6 @@ void BlockBuilder::visit(const MailNode &node, const Context &context)
         flushParagraph();
         emitBlock(TarnMailBlock::rule());
         return;
-    case Tag::Wbr:
-    case Tag::Meta:
-    case Tag::Link:
-    case Tag::Base:
-    case Tag::Colgroup:
-    case Tag::Col:
-    case Tag::Area:
-    case Tag::Source:
-    case Tag::Track:
-    case Tag::Param:
-    case Tag::Button:
-    case Tag::Input:
-    case Tag::Embed:
-    case Tag::Keygen:
-        return;
-    case Tag::H1:
-    case Tag::H2:
-    case Tag::H3:
-    case Tag::H4:
-    case Tag::H5:
-    case Tag::H6:
-        heading(node, inner, int(node.tag) - int(Tag::H1) + 1);
-        return;
-    case Tag::P:
-    case Tag::Dt:
-    case Tag::Dd:
-    case Tag::Figcaption:
-    case Tag::Caption:
-    case Tag::Summary:
-    case Tag::Details:
-    case Tag::Legend:
-    case Tag::Address:
-        flushParagraph();
-        walk(node, inner);
-        flushParagraph();
-        return;
-    case Tag::Ul:
-    case Tag::Ol:
-    case Tag::Menu:
-    case Tag::Dir:
-        flushParagraph();
-        list(node, inner);
-        return;
     case Tag::Blockquote: {
         flushParagraph();
         BlockBuilder quote(m_shared, false);
@@ -249,43 +214,30 @@ void BlockBuilder::visit(const MailNode &node, const Context &context)
             emitBlock(TarnMailBlock::quote(std::move(blocks)));
         return;
     }
-    case Tag::Pre:
-    case Tag::Listing:
-    case Tag::Plaintext:
-        flushParagraph();
-        preformatted(node);
-        return;
     case Tag::Table:
         flushParagraph();
         table(node, inner);
         return;
-    case Tag::Div:
-    case Tag::Center:
-    case Tag::Section:
-    case Tag::Article:
-    case Tag::Header:
-    case Tag::Footer:
-    case Tag::Main:
-    case Tag::Aside:
-    case Tag::Nav:
-    case Tag::Figure:
-    case Tag::Form:
-    case Tag::Fieldset:
-    case Tag::Thead:
-    case Tag::Tbody:
-    case Tag::Tfoot:
-    case Tag::Tr:
-    case Tag::Td:
-    case Tag::Th:
-    case Tag::Dl:
-    case Tag::Li: // outside a list
-        flushParagraph();
-        walk(node, inner);
-        flushParagraph();
-        return;
     default:
+        break;
+    }
+    static_assert(int(Tag::H6) - int(Tag::H1) == 5, "heading levels follow the tag order");
+    if (flags & TagFlag::Heading) {
+        heading(node, inner, int(node.tag) - int(Tag::H1) + 1);
+    } else if (flags & TagFlag::List) {
+        flushParagraph();
+        list(node, inner);
+    } else if (flags & TagFlag::Preformatted) {
+        flushParagraph();
+        preformatted(node);
+    } else if (flags & TagFlag::Breaks) {
+        // Every other block, an li outside a list among them, reads as
+        // paragraphs of its own.
+        flushParagraph();
         walk(node, inner);
-        return;
+        flushParagraph();
+    } else {
+        walk(node, inner);
     }
 }
 
@@ -369,23 +321,29 @@ void BlockBuilder::addText(const QString &text, const Context &context)
         unchanged = !rewrite;
         if (unchanged && wide) {
             const QStringView view(text);
-            unchanged = std::none_of(view.begin(), view.end(), [](QChar c) { return MailRules::isInvisible(c.unicode()); });
+            unchanged
+                = std::none_of(view.begin(), view.end(), [](QChar c) { return MailRules::isInvisible(c.unicode()); });
         }
     }
     QString out = unchanged ? text : collapsed(text, afterSpace);
     if (out.isEmpty())
         return;
-    const qsizetype room = qsizetype(m_shared.characterLimit) - m_shared.characters;
-    if (out.size() > room) {
-        qsizetype cut = qMax<qsizetype>(room, 0);
-        if (cut > 0 && out.at(cut - 1).isHighSurrogate())
-            --cut;
-        out.truncate(cut);
-        m_shared.truncated = true;
-    }
-    m_shared.characters += int(out.size());
+    charge(out);
     if (!out.isEmpty())
         appendRun(out, context);
+}
+
+void BlockBuilder::charge(QString &text)
+{
+    const qsizetype room = qsizetype(m_shared.characterLimit) - m_shared.characters;
+    if (text.size() > room) {
+        qsizetype cut = qMax<qsizetype>(room, 0);
+        if (cut > 0 && text.at(cut - 1).isHighSurrogate())
+            --cut;
+        text.truncate(cut);
+        m_shared.truncated = true;
+    }
+    m_shared.characters += int(text.size());
 }
 
 QString BlockBuilder::collapsed(QStringView text, bool afterSpace)
@@ -414,12 +372,10 @@ void BlockBuilder::lineBreak(const Context &context)
         if (m_runs.last().text.isEmpty())
             m_runs.removeLast();
     }
-    if (m_shared.characters >= m_shared.characterLimit) {
-        m_shared.truncated = true;
-        return;
-    }
-    ++m_shared.characters;
-    appendRun(u"\n"_s, context);
+    QString newline = u"\n"_s;
+    charge(newline);
+    if (!newline.isEmpty())
+        appendRun(newline, context);
 }
 
 void BlockBuilder::appendRun(const QString &text, const Context &context)
@@ -431,7 +387,7 @@ void BlockBuilder::appendRun(const QString &text, const Context &context)
             return;
         }
     }
-    m_runs.append(TarnMailRun {text, context.style, context.link});
+    m_runs.append(TarnMailRun { text, context.style, context.link });
 }
 
 void BlockBuilder::flushParagraph()
@@ -528,7 +484,7 @@ void BlockBuilder::image(const MailNode &node, const Context &context)
         return;
 
     flushParagraph();
-    emitBlock(TarnMailBlock::image(TarnMailImage {alt, imageSource, width, height, context.link}));
+    emitBlock(TarnMailBlock::image(TarnMailImage { alt, imageSource, width, height, context.link }));
 }
 
 void BlockBuilder::list(const MailNode &node, const Context &context)
@@ -598,15 +554,7 @@ void BlockBuilder::preformatted(const MailNode &node)
         text.remove(0, 1);
     if (text.trimmed().isEmpty())
         return;
-    const qsizetype room = qsizetype(m_shared.characterLimit) - m_shared.characters;
-    if (text.size() > room) {
-        qsizetype cut = qMax<qsizetype>(room, 0);
-        if (cut > 0 && text.at(cut - 1).isHighSurrogate())
-            --cut;
-        text.truncate(cut);
-        m_shared.truncated = true;
-    }
-    m_shared.characters += int(text.size());
+    charge(text);
     if (!text.isEmpty())
         emitBlock(TarnMailBlock::preformatted(std::move(text)));
 }
@@ -618,11 +566,11 @@ std::vector<BlockBuilder::Row> BlockBuilder::rows(const MailNode &table)
         if (child->hidden)
             continue;
         if (child->tag == Tag::Tr) {
-            result.push_back({child, false});
+            result.push_back({ child, false });
         } else if (child->tag == Tag::Thead || child->tag == Tag::Tbody || child->tag == Tag::Tfoot) {
             for (const MailNode *row = child->firstChild; row; row = row->next) {
                 if (row->tag == Tag::Tr && !row->hidden)
-                    result.push_back({row, child->tag == Tag::Thead});
+                    result.push_back({ row, child->tag == Tag::Thead });
             }
         }
     }
@@ -676,9 +624,9 @@ QList<TarnMailRun> BlockBuilder::cellRuns(const MailNode &cell, const Context &c
             runs.appendRun(u"\n"_s, Context {});
         if (block.kind() == TarnMailBlock::Kind::Paragraph || block.kind() == TarnMailBlock::Kind::Heading) {
             for (const TarnMailRun &run : block.runs())
-                runs.appendRun(run.text, Context {run.style, run.link});
+                runs.appendRun(run.text, Context { run.style, run.link });
         } else {
-            runs.appendRun(TarnMailHTML::plainText(block), Context {});
+            runs.appendRun(BlockText::flattened(block), Context {});
         }
     }
     return runs.m_runs;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mail/TarnMailBlock.h"
+#include "mail/TarnMailDocument.h"
 #include "mail/detail/Context.h"
 #include "mail/detail/MailNode.h"
 #include "mail/detail/Shared.h"
@@ -15,9 +16,11 @@ namespace TarnMailHTML::detail {
 // Turns a MailNode tree into blocks. The root builder walks the document;
 // quotes, list items, table cells and signatures get a fresh non-root builder
 // over the same Shared, so that limits and counters span the whole parse.
-class BlockBuilder
-{
+class BlockBuilder {
 public:
+    // The document of the tree under `root`, read within the limits.
+    [[nodiscard]] static TarnMailDocument document(const MailNode &root, int characterLimit, int blockLimit);
+
     BlockBuilder(Shared &shared, bool isRoot);
     BlockBuilder(const BlockBuilder &) = delete;
     BlockBuilder &operator=(const BlockBuilder &) = delete;
@@ -28,8 +31,7 @@ public:
     [[nodiscard]] QList<TarnMailBlock> takeBlocks();
 
 private:
-    struct Row
-    {
+    struct Row {
         const MailNode *row = nullptr;
         bool inHead = false;
     };
@@ -37,6 +39,9 @@ private:
     void addText(const QString &text, const Context &context);
     // Whitespace runs as one space (none after `afterSpace`), invisible characters removed.
     [[nodiscard]] static QString collapsed(QStringView text, bool afterSpace);
+    // Counts `text` against the character limit: past it, cuts it (never
+    // inside a surrogate pair) and marks the parse truncated.
+    void charge(QString &text);
     void lineBreak(const Context &context);
     void appendRun(const QString &text, const Context &context);
     void emitBlock(TarnMailBlock block);

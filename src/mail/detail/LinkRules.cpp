@@ -1,6 +1,7 @@
 #include "mail/detail/LinkRules.h"
 
-#include "mail/TarnMailHTML.h"
+#include "mail/detail/MailEntities.h"
+#include "mail/detail/MailRules.h"
 
 #include <QRegularExpression>
 #include <QVarLengthArray>
@@ -17,9 +18,7 @@ namespace {
 
 QRegularExpression compiled(const QString &pattern)
 {
-    QRegularExpression expression(pattern, QRegularExpression::CaseInsensitiveOption);
-    expression.optimize();
-    return expression;
+    return MailRules::compiled(pattern, QRegularExpression::CaseInsensitiveOption);
 }
 
 // The hosts whose pixels and redirects only track: an e-mail campaign content
@@ -197,7 +196,7 @@ std::optional<WebParts> plainWebParts(QStringView text)
 
 std::optional<TarnMailLink> vetted(const QString &href)
 {
-    QString text = decodeEntities(href).trimmed();
+    QString text = MailEntities::decoded(href).trimmed();
     if (text.isEmpty())
         return std::nullopt;
     if (plainWebParts(text))
@@ -216,8 +215,7 @@ std::optional<QUrl> vettedByParse(const QString &text)
     const QString scheme = url.scheme().toLower();
     if (scheme == "mailto"_L1)
         return url.path().isEmpty() ? std::nullopt : std::optional<QUrl>(url);
-    if (!isWebScheme(scheme) || url.host().isEmpty() || !url.userName().isEmpty()
-        || !url.password().isEmpty())
+    if (!isWebScheme(scheme) || url.host().isEmpty() || !url.userName().isEmpty() || !url.password().isEmpty())
         return std::nullopt;
     return url;
 }
@@ -295,6 +293,15 @@ bool isTracker(QStringView lowerHost, QStringView path, QStringView pathAndQuery
                                                         "|/open(?:\\?|$)"
                                                         "|/m/o/[a-z0-9_.-]+\\.gif$"_s);
     return patterns.match(pathAndQuery).hasMatch();
+}
+
+bool isTrackerURL(const QUrl &url)
+{
+    if (!isWebScheme(url.scheme()))
+        return false;
+    const QString path = url.path(QUrl::FullyEncoded);
+    const QString query = url.query(QUrl::FullyEncoded);
+    return isTracker(url.host(QUrl::FullyEncoded).toLower(), path, query.isEmpty() ? path : path + u'?' + query);
 }
 
 bool isDeceptive(QStringView shown, const QString &linkText)

@@ -48,6 +48,9 @@ struct RemoteImage {
 };
 [[nodiscard]] RemoteImage remoteImage(const QString &source);
 
+// An open-tracking address: a pixel, beacon or open-counting path, or a
+// tracking path on one of the hosts that only track. Web addresses only.
+[[nodiscard]] bool isTrackerURL(const QUrl &url);
 // isTrackerURL over a lower-case host and the path and query as written.
 [[nodiscard]] bool isTracker(QStringView lowerHost, QStringView path, QStringView pathAndQuery);
 // isDeceptive over the text of the link's URL.

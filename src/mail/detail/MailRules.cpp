@@ -12,21 +12,12 @@ namespace TarnMailHTML::detail::MailRules {
 
 namespace {
 
-QRegularExpression compiled(const QString &pattern, QRegularExpression::PatternOptions options = {})
-{
-    // Callers keep the result in a function-local static, so each is compiled
-    // once; copies share the compiled pattern.
-    QRegularExpression expression(pattern, options);
-    expression.optimize();
-    return expression;
-}
-
 bool isEmojiScalar(char32_t c)
 {
     return (c >= 0x1F000 && c <= 0x1FAFF) // pictographs, emoticons, transport, flags, supplemental
-        || (c >= 0x2600 && c <= 0x27BF)   // miscellaneous symbols and dingbats
-        || (c >= 0x2B00 && c <= 0x2BFF)   // arrows and stars such as U+2B50
-        || (c >= 0x2300 && c <= 0x23FF)   // watch, hourglass, keyboard
+        || (c >= 0x2600 && c <= 0x27BF) // miscellaneous symbols and dingbats
+        || (c >= 0x2B00 && c <= 0x2BFF) // arrows and stars such as U+2B50
+        || (c >= 0x2300 && c <= 0x23FF) // watch, hourglass, keyboard
         || c == 0x3030 || c == 0x303D || c == 0x3297 || c == 0x3299;
 }
 
@@ -71,8 +62,7 @@ bool isZeroLength(QByteArrayView value)
     return digits && (i == value.size() || !(value[i] >= '1' && value[i] <= '9'));
 }
 
-template<typename Char>
-std::optional<int> wholePixels(const Char *data, qsizetype size)
+template <typename Char> std::optional<int> wholePixels(const Char *data, qsizetype size)
 {
     const auto space = [](Char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\f' || c == '\r'; };
     qsizetype begin = 0;
@@ -111,19 +101,24 @@ std::optional<int> wholePixels(const Char *data, qsizetype size)
     return value;
 }
 
-template<qsizetype N>
-bool is(QByteArrayView name, const char (&literal)[N])
+template <qsizetype N> bool is(QByteArrayView name, const char (&literal)[N])
 {
     return name.size() == N - 1 && std::memcmp(name.data(), literal, N - 1) == 0;
 }
 
-template<qsizetype N>
-bool startsWith(QByteArrayView value, const char (&literal)[N])
+template <qsizetype N> bool startsWith(QByteArrayView value, const char (&literal)[N])
 {
     return value.size() >= N - 1 && std::memcmp(value.data(), literal, N - 1) == 0;
 }
 
 } // namespace
+
+QRegularExpression compiled(const QString &pattern, QRegularExpression::PatternOptions options)
+{
+    QRegularExpression expression(pattern, options);
+    expression.optimize();
+    return expression;
+}
 
 StyleFacts styleFacts(QByteArrayView style)
 {
@@ -145,8 +140,8 @@ StyleFacts styleFacts(QByteArrayView style)
         // Every property read here starts with one of these letters: the
         // colours, fonts and paddings of a template are passed over unread.
         const char first = property.isEmpty() ? 0 : property[0];
-        if (first != 'd' && first != 'v' && first != 'm' && first != 'o' && first != 'h' && first != 'w'
-            && first != 'f' && first != 't')
+        if (first != 'd' && first != 'v' && first != 'm' && first != 'o' && first != 'h' && first != 'w' && first != 'f'
+            && first != 't')
             continue;
         char valueBuffer[64];
         const QByteArrayView value = squeezed(declaration.sliced(colon + 1), valueBuffer, sizeof valueBuffer);
@@ -168,8 +163,8 @@ StyleFacts styleFacts(QByteArrayView style)
         } else if (is(property, "width")) {
             facts.width = dimension(value);
         } else if (is(property, "font-weight")) {
-            const bool heavy = value.size() >= 3 && value[0] >= '6' && value[0] <= '9' && value[1] == '0'
-                && value[2] == '0';
+            const bool heavy
+                = value.size() >= 3 && value[0] >= '6' && value[0] <= '9' && value[1] == '0' && value[2] == '0';
             if (startsWith(value, "bold") || heavy)
                 facts.style |= TarnMailStyle::Bold;
         } else if (is(property, "font-style")) {
@@ -188,8 +183,7 @@ StyleFacts styleFacts(QByteArrayView style)
 
 namespace {
 
-template<typename Visit>
-void forEachToken(QByteArrayView value, Visit visit)
+template <typename Visit> void forEachToken(QByteArrayView value, Visit visit)
 {
     qsizetype i = 0;
     while (i < value.size()) {
@@ -261,8 +255,7 @@ bool isEmojiText(QStringView alt)
     bool emoji = false;
     for (qsizetype i = 0; i < alt.size(); ++i) {
         char32_t c = alt.at(i).unicode();
-        if (QChar::isHighSurrogate(c) && i + 1 < alt.size() && alt.at(i + 1).isLowSurrogate())
-        {
+        if (QChar::isHighSurrogate(c) && i + 1 < alt.size() && alt.at(i + 1).isLowSurrogate()) {
             c = QChar::surrogateToUcs4(alt.at(i), alt.at(i + 1));
             ++i;
         }
@@ -293,7 +286,7 @@ std::optional<QByteArray> decodeDataImage(QStringView source)
     if (!header.endsWith(";base64"_L1))
         return std::nullopt;
     static const QStringList formats
-        = {u"png"_s, u"jpeg"_s, u"jpg"_s, u"gif"_s, u"webp"_s, u"heic"_s, u"bmp"_s, u"tiff"_s};
+        = { u"png"_s, u"jpeg"_s, u"jpg"_s, u"gif"_s, u"webp"_s, u"heic"_s, u"bmp"_s, u"tiff"_s };
     if (!formats.contains(QStringView(header).left(header.indexOf(u';'))))
         return std::nullopt;
 

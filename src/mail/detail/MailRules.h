@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QList>
+#include <QRegularExpression>
 #include <QString>
 #include <QStringView>
 
@@ -15,10 +16,13 @@
 // tested through the public interface) on its own.
 namespace TarnMailHTML::detail::MailRules {
 
+// A pattern optimized up front. Callers keep it in a function-local static,
+// so each is compiled once; copies share the compiled pattern.
+[[nodiscard]] QRegularExpression compiled(const QString &pattern, QRegularExpression::PatternOptions options = {});
+
 // What a style attribute says, read once per element. Declarations are read
 // with case and whitespace ignored ("FONT-WEIGHT : Bold" is bold).
-struct StyleFacts
-{
+struct StyleFacts {
     bool hidden = false; // display:none, visibility:hidden, mso-hide:all, opacity:0,
                          // or a zero (max-)height with overflow:hidden
     TarnMailStyle style; // font-weight bold|bolder|600-900, font-style italic,

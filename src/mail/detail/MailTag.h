@@ -7,6 +7,7 @@
 // `Other`, compared by its name string and walked transparently.
 namespace TarnMailHTML::detail {
 
+// clang-format off
 enum class Tag : quint8 {
     Other,
     Root,
@@ -33,21 +34,26 @@ enum class Tag : quint8 {
     Wbr,
     Xml,
 };
+// clang-format on
 
 namespace TagFlag {
 enum : quint16 {
-    Void = 1,        // never pushed: has no content
-    Dropped = 2,     // content discarded by the tree builder
-    BlockLevel = 4,  // closes an open paragraph
-    TableInner = 8,  // tr, td, th, thead, tbody, tfoot, caption: closing stops at a table
-    Breaks = 16,     // the block builder ends the open paragraph at it, before and after
-    Inline = 32,     // adds at most a style to its content: an empty one has no effect
+    Void = 1, // never pushed: has no content
+    Dropped = 2, // content discarded by the tree builder
+    BlockLevel = 4, // closes an open paragraph
+    TableInner = 8, // tr, td, th, thead, tbody, tfoot, caption: closing stops at a table
+    Breaks = 16, // the block builder ends the open paragraph at it, before and after
+    Inline = 32, // adds at most a style to its content: an empty one has no effect
     ParagraphBarrier = 64, // td, th, table, li, blockquote, div: a paragraph is not closed across it
+    Skipped = 128, // the block builder shows neither it nor its content: controls, metadata, columns
+    List = 256, // ul, ol, menu, dir: a list block of its li children
+    Preformatted = 512, // pre, listing, plaintext: whitespace as written
+    Heading = 1024, // h1 to h6, in order
+    LayoutOnly = 2048, // near the top of a table cell, makes the table one of layout
 };
 }
 
-struct TagInfo
-{
+struct TagInfo {
     QString name;
     quint16 flags = 0;
     quint32 style = 0; // TarnMailStyle bits an inline style tag adds

@@ -1,6 +1,6 @@
 #include "mail/detail/TreeBuilder.h"
 
-#include "mail/TarnMailHTML.h"
+#include "mail/detail/MailEntities.h"
 #include "mail/detail/MailRules.h"
 
 #include <algorithm>
@@ -17,14 +17,14 @@ namespace {
 
 // Byte classes of the scan, one table lookup each.
 enum : quint8 {
-    Space = 1,         // tab, line feed, form feed, carriage return, space
-    EndsName = 2,      // ends a tag name: a space, '/' or '>'
+    Space = 1, // tab, line feed, form feed, carriage return, space
+    EndsName = 2, // ends a tag name: a space, '/' or '>'
     EndsAttribute = 4, // ends an attribute name: a space, '/', '>' or '='
 };
 
 constexpr std::array<quint8, 256> byteClasses = [] {
     std::array<quint8, 256> classes {};
-    for (const unsigned char c : {' ', '\t', '\n', '\f', '\r'})
+    for (const unsigned char c : { ' ', '\t', '\n', '\f', '\r' })
         classes[c] = Space | EndsName | EndsAttribute;
     classes[unsigned('/')] = EndsName | EndsAttribute;
     classes[unsigned('>')] = EndsName | EndsAttribute;
@@ -66,11 +66,6 @@ bool isAnyOf(Tag tag, std::initializer_list<Tag> tags)
     return false;
 }
 
-bool isRaw(Tag tag)
-{
-    return tag == Tag::Pre || tag == Tag::Listing || tag == Tag::Plaintext;
-}
-
 bool isAsciiWhitespaceOnly(QByteArrayView bytes)
 {
     for (const char c : bytes) {
@@ -83,8 +78,7 @@ bool isAsciiWhitespaceOnly(QByteArrayView bytes)
 // The attributes read, each into its own field of the node.
 enum class Read : quint8 { Class, Id, Type, Style, Hidden, Href, Src, Alt, Title, Width, Height, Start, Colspan, Role };
 
-template<qsizetype N>
-bool is(QByteArrayView name, const char (&literal)[N])
+template <qsizetype N> bool is(QByteArrayView name, const char (&literal)[N])
 {
     return name.size() == N - 1 && std::memcmp(name.data(), literal, N - 1) == 0;
 }
@@ -267,9 +261,9 @@ qsizetype TreeBuilder::scanAttributes(qsizetype from, Tag tag, Opening *out) con
         if (asText) {
             text = QString::fromUtf8(raw);
             if (raw.contains('&'))
-                text = TarnMailHTML::decodeEntities(text);
+                text = MailEntities::decoded(text);
         } else if (raw.contains('&')) {
-            decoded = TarnMailHTML::decodeEntities(QString::fromUtf8(raw)).toUtf8();
+            decoded = MailEntities::decoded(QString::fromUtf8(raw)).toUtf8();
             raw = decoded;
         }
         switch (read) {
@@ -321,7 +315,8 @@ qsizetype TreeBuilder::scanAttributes(qsizetype from, Tag tag, Opening *out) con
             break;
         case Read::Role: {
             const QByteArrayView role = raw.trimmed();
-            if (role.compare("presentation", Qt::CaseInsensitive) == 0 || role.compare("none", Qt::CaseInsensitive) == 0)
+            if (role.compare("presentation", Qt::CaseInsensitive) == 0
+                || role.compare("none", Qt::CaseInsensitive) == 0)
                 out->marks |= NodeMark::Presentation;
             break;
         }
@@ -377,7 +372,7 @@ qsizetype TreeBuilder::droppedContentEnd(qsizetype from, const QString &lowerNam
 MailTree TreeBuilder::build()
 {
     m_stack.clear();
-    m_stack.push_back({m_tree.root()});
+    m_stack.push_back({ m_tree.root() });
     const qsizetype n = m_in.size();
     const char *in = m_in.data();
     qsizetype pos = 0;
@@ -469,7 +464,7 @@ void TreeBuilder::flushText(qsizetype end)
     }
     QString text = QString::fromUtf8(bytes);
     if (bytes.contains('&'))
-        text = TarnMailHTML::decodeEntities(text);
+        text = MailEntities::decoded(text);
     if (last && last->isText()) {
         last->text.append(text);
     } else {
@@ -491,21 +486,21 @@ void TreeBuilder::append(MailNode *child)
 
 void TreeBuilder::push(MailNode *node)
 {
-    m_stack.push_back({node});
-    if (isRaw(node->tag))
+    m_stack.push_back({ node });
+    if (hasFlag(node->tag, TagFlag::Preformatted))
         ++m_rawDepth;
 }
 
 void TreeBuilder::popTo(qsizetype index)
 {
     while (qsizetype(m_stack.size()) > index) {
-        if (isRaw(m_stack.back().node->tag))
+        if (hasFlag(m_stack.back().node->tag, TagFlag::Preformatted))
             --m_rawDepth;
         m_stack.pop_back();
     }
 }
 
-template<typename Target, typename Barrier>
+template <typename Target, typename Barrier>
 bool TreeBuilder::closeImplicitly(Target target, Barrier barrier, bool lowest)
 {
     qsizetype found = -1;
@@ -535,29 +530,33 @@ void TreeBuilder::open(Tag tag, const QString &name, Opening opening, bool selfC
     switch (tag) {
     case Tag::Li:
         closeImplicitly([](Tag t) { return t == Tag::Li; },
-            [](Tag t) { return isAnyOf(t, {Tag::Ul, Tag::Ol, Tag::Menu, Tag::Table}); });
+            [](Tag t) {
+                return isAnyOf(t, { Tag::Ul, Tag::Ol, Tag::Menu, Tag::Table });
+            });
         break;
     case Tag::Dt:
     case Tag::Dd:
-        closeImplicitly([](Tag t) { return t == Tag::Dt || t == Tag::Dd; },
-            [](Tag t) { return t == Tag::Dl || t == Tag::Table; });
+        closeImplicitly(
+            [](Tag t) { return t == Tag::Dt || t == Tag::Dd; }, [](Tag t) { return t == Tag::Dl || t == Tag::Table; });
         break;
     case Tag::Tr:
         // The lowest open row or cell of this table: a new row ends the cell
         // and the row it is in.
-        closeImplicitly([](Tag t) { return isAnyOf(t, {Tag::Tr, Tag::Td, Tag::Th}); }, isTable, true);
+        closeImplicitly([](Tag t) { return isAnyOf(t, { Tag::Tr, Tag::Td, Tag::Th }); }, isTable, true);
         break;
     case Tag::Td:
     case Tag::Th:
-        closeImplicitly([](Tag t) { return t == Tag::Td || t == Tag::Th; },
-            [](Tag t) { return t == Tag::Tr || t == Tag::Table; });
+        closeImplicitly(
+            [](Tag t) { return t == Tag::Td || t == Tag::Th; }, [](Tag t) { return t == Tag::Tr || t == Tag::Table; });
         break;
     case Tag::Thead:
     case Tag::Tbody:
     case Tag::Tfoot:
         // A new section ends the whole previous one, not just its open cell.
         closeImplicitly(
-            [](Tag t) { return isAnyOf(t, {Tag::Thead, Tag::Tbody, Tag::Tfoot, Tag::Tr, Tag::Td, Tag::Th}); },
+            [](Tag t) {
+                return isAnyOf(t, { Tag::Thead, Tag::Tbody, Tag::Tfoot, Tag::Tr, Tag::Td, Tag::Th });
+            },
             isTable, true);
         break;
     default:

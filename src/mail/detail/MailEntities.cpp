@@ -1,20 +1,21 @@
-#include "mail/TarnMailHTML.h"
+#include "mail/detail/MailEntities.h"
 
 #include <QHash>
 
 #include <array>
+#include <optional>
 
-using namespace Qt::StringLiterals;
+namespace TarnMailHTML::detail::MailEntities {
 
 namespace {
 
-struct NamedEntity
-{
+struct NamedEntity {
     const char16_t *name;
     char16_t value;
 };
 
 // The named references mail actually uses, with their standard values.
+// clang-format off
 constexpr NamedEntity namedEntities[] = {
     {u"amp", 0x26}, {u"lt", 0x3C}, {u"gt", 0x3E}, {u"quot", 0x22}, {u"apos", 0x27}, {u"nbsp", 0xA0},
     {u"copy", 0xA9}, {u"reg", 0xAE}, {u"trade", 0x2122}, {u"hellip", 0x2026}, {u"mdash", 0x2014},
@@ -43,6 +44,7 @@ constexpr NamedEntity namedEntities[] = {
     {u"Uuml", 0xDC}, {u"oelig", 0x153}, {u"OElig", 0x152}, {u"scaron", 0x161}, {u"Scaron", 0x160},
     {u"fnof", 0x192}, {u"circ", 0x2C6}, {u"tilde", 0x2DC},
 };
+// clang-format on
 static_assert(std::size(namedEntities) == 131);
 
 const QHash<QStringView, char16_t> &entityTable()
@@ -65,10 +67,9 @@ bool isLegacyName(QStringView name)
 }
 
 // Numeric references 0x80...0x9F name Windows-1252 characters in real mail.
-constexpr std::array<char16_t, 32> windows1252 = {
-    0x20AC, 0x81, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,
-    0x017D, 0x8F, 0x90, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A,
-    0x0153, 0x9D, 0x017E, 0x0178};
+constexpr std::array<char16_t, 32> windows1252 = { 0x20AC, 0x81, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6,
+    0x2030, 0x0160, 0x2039, 0x0152, 0x8D, 0x017D, 0x8F, 0x90, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D, 0x017E, 0x0178 };
 
 bool isEntityStop(QChar c)
 {
@@ -109,7 +110,7 @@ std::optional<char32_t> numericValue(QStringView digits)
 
 } // namespace
 
-QString TarnMailHTML::decodeEntities(const QString &text)
+QString decoded(const QString &text)
 {
     const qsizetype first = text.indexOf(u'&');
     if (first < 0)
@@ -166,3 +167,5 @@ QString TarnMailHTML::decodeEntities(const QString &text)
     }
     return out;
 }
+
+} // namespace TarnMailHTML::detail::MailEntities

@@ -1,6 +1,7 @@
-#include "mail/TarnMailHTML.h"
+#include "mail/detail/PlainTextReader.h"
 
 #include "mail/detail/LinkRules.h"
+#include "mail/detail/MailRules.h"
 
 #include <QRegularExpression>
 
@@ -8,14 +9,9 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
+namespace TarnMailHTML::detail::PlainTextReader {
 
-QRegularExpression compiled(const QString &pattern, QRegularExpression::PatternOptions options = {})
-{
-    QRegularExpression expression(pattern, options);
-    expression.optimize();
-    return expression;
-}
+namespace {
 
 bool startsQuote(QStringView line)
 {
@@ -23,12 +19,13 @@ bool startsQuote(QStringView line)
         return true;
     // Both headers need these words; most lines have neither and skip the expressions.
     if (line.contains(u"wrote:")) {
-        static const QRegularExpression wrote = compiled(u"^\\s*On\\b.*wrote:\\s*$"_s);
+        static const QRegularExpression wrote = MailRules::compiled(u"^\\s*On\\b.*wrote:\\s*$"_s);
         if (wrote.match(line).hasMatch())
             return true;
     }
     if (line.contains(u"Original Message")) {
-        static const QRegularExpression original = compiled(u"^\\s*-{2,}\\s*Original Message\\s*-{2,}\\s*$"_s);
+        static const QRegularExpression original
+            = MailRules::compiled(u"^\\s*-{2,}\\s*Original Message\\s*-{2,}\\s*$"_s);
         if (original.match(line).hasMatch())
             return true;
     }
@@ -56,8 +53,8 @@ QList<TarnMailBlock> plainBlocks(const QList<QStringView> &lines)
             continue;
         }
         if (!runs.isEmpty())
-            append(TarnMailRun {u"\n"_s, {}, std::nullopt});
-        for (const TarnMailRun &run : TarnMailHTML::linkified(line))
+            append(TarnMailRun { u"\n"_s, {}, std::nullopt });
+        for (const TarnMailRun &run : linkified(line))
             append(run);
     }
     flush();
@@ -66,11 +63,10 @@ QList<TarnMailBlock> plainBlocks(const QList<QStringView> &lines)
 
 } // namespace
 
-namespace TarnMailHTML {
-
 QList<TarnMailRun> linkified(QStringView text)
 {
-    static const QRegularExpression url = compiled(u"https?://[^\\s<>\"]+"_s, QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression url
+        = MailRules::compiled(u"https?://[^\\s<>\"]+"_s, QRegularExpression::CaseInsensitiveOption);
     static const QStringView trailing = u".,;:!?)]'\"";
 
     QList<TarnMailRun> runs;
@@ -83,23 +79,23 @@ QList<TarnMailRun> linkified(QStringView text)
         while (!candidate.isEmpty() && trailing.contains(candidate.back()))
             candidate.chop(1);
         const std::optional<TarnMailLink> link
-            = candidate.isEmpty() ? std::nullopt : detail::LinkRules::vetted(candidate.toString());
+            = candidate.isEmpty() ? std::nullopt : LinkRules::vetted(candidate.toString());
         if (!link)
             continue; // stays plain text
         const qsizetype start = match.capturedStart();
         plain.append(text.sliced(done, start - done));
         if (!plain.isEmpty())
-            runs.append(TarnMailRun {std::exchange(plain, {}), {}, std::nullopt});
-        runs.append(TarnMailRun {candidate.toString(), {}, link});
+            runs.append(TarnMailRun { std::exchange(plain, {}), {}, std::nullopt });
+        runs.append(TarnMailRun { candidate.toString(), {}, link });
         done = start + candidate.size();
     }
     plain.append(text.sliced(done));
     if (!plain.isEmpty())
-        runs.append(TarnMailRun {plain, {}, std::nullopt});
+        runs.append(TarnMailRun { plain, {}, std::nullopt });
     return runs;
 }
 
-TarnMailDocument parsePlainText(QStringView text, int characterLimit)
+TarnMailDocument read(QStringView text, int characterLimit)
 {
     TarnMailDocument document;
     characterLimit = qMax(characterLimit, 0);
@@ -132,4 +128,4 @@ TarnMailDocument parsePlainText(QStringView text, int characterLimit)
     return document;
 }
 
-} // namespace TarnMailHTML
+} // namespace TarnMailHTML::detail::PlainTextReader
