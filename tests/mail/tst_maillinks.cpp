@@ -60,6 +60,8 @@ private slots:
     void isTrackerURL();
     void isDeceptive_data();
     void isDeceptive();
+    void linkSummary();
+    void attachmentID();
 };
 
 void TestMailLinks::safeLink_data()
@@ -244,6 +246,38 @@ void TestMailLinks::isDeceptive()
 {
     QFETCH(DeceptionRow, row);
     QCOMPARE(TarnMailHTML::isDeceptive(row.shown, QUrl(row.url)), row.deceptive);
+}
+
+void TestMailLinks::linkSummary()
+{
+    const auto summary = [](const QStringList &links) {
+        QList<TarnMailRun> runs;
+        for (const QString &link : links)
+            runs.append({u"t"_s, {}, link.isEmpty() ? std::nullopt : std::make_optional(TarnMailLink(QUrl(link)))});
+        return TarnMailHTML::linkSummary(runs);
+    };
+    QCOMPARE(summary({QString(), QString()}), std::nullopt);
+    QCOMPARE(summary({u"https://a.example/"_s, QString(), u"mailto:b@example.com"_s, u"https://a.example/"_s}),
+             u"Opens https://a.example/\nmailto:b@example.com"_s);
+    QStringList many;
+    for (int i = 1; i <= 7; ++i)
+        many.append(u"https://a.example/%1"_s.arg(i));
+    QCOMPARE(summary(many)->split(u'\n').size(), 6);
+}
+
+void TestMailLinks::attachmentID()
+{
+    const QList<TarnMailHTML::AttachmentRef> attachments = {
+        {u"<image002@x>"_s, u"b.png"_s},
+        {u"att-3"_s, u"Logo.PNG"_s},
+        {u"att-4"_s, u"shared"_s},
+        {u"shared"_s, u"s.png"_s},
+    };
+    const auto find = [&](const QString &cid) { return TarnMailHTML::attachmentID(cid, attachments); };
+    QCOMPARE(find(u" IMAGE002@X "_s), u"<image002@x>"_s); // trimmed, brackets and case ignored
+    QCOMPARE(find(u"logo.png"_s), u"att-3"_s); // by name when no id matches
+    QCOMPARE(find(u"shared"_s), u"shared"_s); // an id wins over an earlier name
+    QCOMPARE(find(u"missing"_s), std::nullopt);
 }
 
 QTEST_APPLESS_MAIN(TestMailLinks)
