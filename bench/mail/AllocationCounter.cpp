@@ -17,19 +17,18 @@ void __libc_free(void *pointer);
 
 namespace {
 
-std::atomic<std::size_t> held {0};
-std::atomic<std::size_t> highest {0};
-std::atomic<bool> enabled {false};
+std::atomic<std::size_t> held { 0 };
+std::atomic<std::size_t> highest { 0 };
+std::atomic<bool> enabled { false };
 
 void added(void *pointer)
 {
     if (!pointer || !enabled.load(std::memory_order_relaxed))
         return;
-    const std::size_t now = held.fetch_add(malloc_usable_size(pointer), std::memory_order_relaxed)
-        + malloc_usable_size(pointer);
+    const std::size_t now
+        = held.fetch_add(malloc_usable_size(pointer), std::memory_order_relaxed) + malloc_usable_size(pointer);
     std::size_t seen = highest.load(std::memory_order_relaxed);
-    while (now > seen && !highest.compare_exchange_weak(seen, now, std::memory_order_relaxed)) {
-    }
+    while (now > seen && !highest.compare_exchange_weak(seen, now, std::memory_order_relaxed)) { }
 }
 
 void removed(void *pointer)

@@ -21,8 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Mail
-{
+struct Mail {
     QString name;
     QByteArray bytes;
     QString text;
@@ -32,11 +31,11 @@ QList<Mail> readFolder(const QString &folder)
 {
     QList<Mail> mails;
     const QDir dir(folder);
-    for (const QString &file : dir.entryList({u"*.html"_s}, QDir::Files, QDir::Name)) {
+    for (const QString &file : dir.entryList({ u"*.html"_s }, QDir::Files, QDir::Name)) {
         QFile f(dir.filePath(file));
         if (!f.open(QIODevice::ReadOnly))
             continue;
-        Mail mail {file, f.readAll(), {}};
+        Mail mail { file, f.readAll(), {} };
         mail.text = QString::fromUtf8(mail.bytes);
         mails.append(mail);
     }
@@ -61,8 +60,8 @@ void corpusParse(benchmark::State &state)
 {
     for (auto _ : state) {
         for (const Mail &mail : corpus()) {
-            TarnMailDocument document = TarnMailHTML::parse(
-                mail.text, TarnMailHTML::threadCharacterLimit, TarnMailHTML::threadBlockLimit);
+            TarnMailDocument document
+                = TarnMailHTML::parse(mail.text, TarnMailHTML::threadCharacterLimit, TarnMailHTML::threadBlockLimit);
             benchmark::DoNotOptimize(document);
         }
     }
@@ -135,8 +134,7 @@ void linearGrowth(benchmark::State &state)
 }
 
 // Prints how many times faster than the tree-only parser ours runs on the corpus.
-class RatioReporter : public benchmark::ConsoleReporter
-{
+class RatioReporter : public benchmark::ConsoleReporter {
 public:
     void ReportRuns(const std::vector<Run> &runs) override
     {

@@ -58,7 +58,8 @@ void decodeAndParse(benchmark::State &state)
 
 } // namespace
 
-BENCHMARK_CAPTURE(parse, long_descriptions_500rows, "long_descriptions_500rows.csv", false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(parse, long_descriptions_500rows, "long_descriptions_500rows.csv", false)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(parse, rows_500, "rows_500.csv", true)->Unit(benchmark::kMillisecond);
 BENCHMARK(decodeAndParse)->Unit(benchmark::kMillisecond);
 

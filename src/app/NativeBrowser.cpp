@@ -8,6 +8,6 @@ bool NativeBrowser::open(const QUrl &url)
 {
     const QString browser = qEnvironmentVariable("BROWSER");
     if (!browser.isEmpty())
-        return QProcess::startDetached(browser, {url.toString(QUrl::FullyEncoded)});
+        return QProcess::startDetached(browser, { url.toString(QUrl::FullyEncoded) });
     return QDesktopServices::openUrl(url);
 }

@@ -15,7 +15,7 @@ namespace {
 QString execQuoted(const QString &path)
 {
     QString escaped = path;
-    for (const QChar c : {u'\\', u'"', u'$', u'`'})
+    for (const QChar c : { u'\\', u'"', u'$', u'`' })
         escaped.replace(c, u"\\"_s + c);
     return u'"' + escaped + u'"';
 }
@@ -55,7 +55,8 @@ bool NativeDesktopEntry::install(const QString &executable)
         return false;
     // Both tools are optional parts of a desktop; without them the entry
     // still works once the desktop rescans its folder.
-    QProcess::startDetached(u"update-desktop-database"_s, {folder});
-    QProcess::startDetached(u"xdg-mime"_s, {u"default"_s, QLatin1StringView(fileName), u"x-scheme-handler/pilo-tarn"_s});
+    QProcess::startDetached(u"update-desktop-database"_s, { folder });
+    QProcess::startDetached(
+        u"xdg-mime"_s, { u"default"_s, QLatin1StringView(fileName), u"x-scheme-handler/pilo-tarn"_s });
     return true;
 }

@@ -25,8 +25,8 @@ void NativeLauncherBadge::publish() const
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    QDBusMessage update = QDBusMessage::createSignal(
-        QString::fromLatin1(objectPath), QString::fromLatin1(interface), u"Update"_s);
+    QDBusMessage update
+        = QDBusMessage::createSignal(QString::fromLatin1(objectPath), QString::fromLatin1(interface), u"Update"_s);
     const QVariantMap properties {
         { u"count"_s, QVariant::fromValue(m_count) },
         { u"count-visible"_s, m_count > 0 },

@@ -7,8 +7,7 @@
 
 // The C++ state objects QML draws. They are built by main and handed to the
 // window as required properties; QML never creates them.
-struct NativeRootStateForeign
-{
+struct NativeRootStateForeign {
     Q_GADGET
     QML_FOREIGN(NativeRootState)
     QML_NAMED_ELEMENT(NativeRootState)

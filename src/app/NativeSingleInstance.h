@@ -12,8 +12,7 @@ class QLocalServer;
 // runtime folder and listens on a user-only local socket; every later start
 // (the desktop opening a "pilo-tarn:" address, or a second click on the
 // launcher) hands its address to the first and exits.
-class NativeSingleInstance : public QObject
-{
+class NativeSingleInstance : public QObject {
     Q_OBJECT
 
 public:

@@ -6,15 +6,12 @@ class TarnJSONObject;
 
 // The answer of a successful code exchange: the new session token and the
 // name of the person it belongs to.
-struct AuthExchange
-{
-    struct Cookie
-    {
+struct AuthExchange {
+    struct Cookie {
         QString value;
         static Cookie fromJSON(const TarnJSONObject &json);
     };
-    struct User
-    {
+    struct User {
         QString name;
         static User fromJSON(const TarnJSONObject &json);
     };

@@ -4,5 +4,5 @@ using namespace Qt::StringLiterals;
 
 QJsonObject AuthExchangeRequest::toJSON() const
 {
-    return {{u"code"_s, code}, {u"verifier"_s, verifier}};
+    return { { u"code"_s, code }, { u"verifier"_s, verifier } };
 }

@@ -4,8 +4,7 @@
 #include <QString>
 
 // The body of the exchange: the one-time code and the proof key's verifier.
-struct AuthExchangeRequest
-{
+struct AuthExchangeRequest {
     QString code;
     QString verifier;
     [[nodiscard]] QJsonObject toJSON() const;

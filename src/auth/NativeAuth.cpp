@@ -17,8 +17,7 @@
 
 using namespace Qt::StringLiterals;
 
-struct NativeAuth::Wait
-{
+struct NativeAuth::Wait {
     QUrl address;
     bool ended = false;
     std::optional<QUrl> callback;
@@ -128,7 +127,7 @@ QCoro::Task<QString> NativeAuth::exchange(QString code, QString verifier)
     if (!m_config.isServiceURL(request.url))
         throw NativeAuthError::failed(u"Could not start sign-in."_s);
     request.method = TarnMethod::Post;
-    const AuthExchangeRequest body{std::move(code), std::move(verifier)};
+    const AuthExchangeRequest body { std::move(code), std::move(verifier) };
     request.json = TarnJSON::encode(body);
 
     // A connection pool of its own, gone when the exchange ends: no session

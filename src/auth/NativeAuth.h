@@ -17,8 +17,7 @@ class TarnSessionStore;
 // the browser hands a "pilo-tarn:" address back, either through a second
 // start of the app (the URL scheme) or pasted by the person. Whatever the
 // route, a waiting sign-in resumes exactly once; only one waits at a time.
-class NativeAuth : public QObject
-{
+class NativeAuth : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool waiting READ waiting NOTIFY waitingChanged)
     Q_PROPERTY(QString pendingAddress READ pendingAddress NOTIFY waitingChanged)

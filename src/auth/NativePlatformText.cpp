@@ -6,20 +6,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Words
-{
+struct Words {
     NativePlatformText::Id id;
     QStringView mac;
     QStringView freedesktop;
 };
 
-constexpr std::array table{
-    Words{NativePlatformText::Id::keychainSaveFailed,
-          u"This Mac could not save your sign-in. Check Keychain Access and try again.",
-          u"This computer could not save your sign-in. Check that your keyring is unlocked and try again."},
-    Words{NativePlatformText::Id::secureRandomFailed,
-          u"This Mac could not make a secure sign-in key. Try again.",
-          u"This computer could not make a secure sign-in key. Try again."},
+constexpr std::array table {
+    Words { NativePlatformText::Id::keychainSaveFailed,
+        u"This Mac could not save your sign-in. Check Keychain Access and try again.",
+        u"This computer could not save your sign-in. Check that your keyring is unlocked and try again." },
+    Words { NativePlatformText::Id::secureRandomFailed, u"This Mac could not make a secure sign-in key. Try again.",
+        u"This computer could not make a secure sign-in key. Try again." },
 };
 
 } // namespace

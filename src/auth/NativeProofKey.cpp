@@ -38,12 +38,12 @@ bool secureRandom(std::array<char, 48> &bytes)
 
 std::optional<NativeProofKey> NativeProofKey::make()
 {
-    std::array<char, 48> bytes{};
+    std::array<char, 48> bytes {};
     if (!secureRandom(bytes))
         return std::nullopt;
     const QString verifier = QString::fromLatin1(QByteArray(bytes.data(), bytes.size()).toBase64(urlSafe));
     bytes.fill(0);
-    return NativeProofKey{verifier, challengeFor(verifier)};
+    return NativeProofKey { verifier, challengeFor(verifier) };
 }
 
 QString NativeProofKey::challengeFor(const QString &verifier)

@@ -20,8 +20,7 @@ namespace {
 const auto embeddedService = "co.halvard.pilo-tarn.kiln"_L1;
 const auto embeddedAccount = "kiln_session:"_L1;
 
-template<typename Job>
-TarnLaterPointer<Job> makeJob(const QString &service, const QString &key)
+template <typename Job> TarnLaterPointer<Job> makeJob(const QString &service, const QString &key)
 {
     TarnLaterPointer<Job> job(new Job(service));
     job->setAutoDelete(false);
@@ -30,8 +29,7 @@ TarnLaterPointer<Job> makeJob(const QString &service, const QString &key)
     return job;
 }
 
-template<typename Job>
-QCoro::Task<> run(Job &job)
+template <typename Job> QCoro::Task<> run(Job &job)
 {
     // A backend that fails at once reports `finished` from inside start();
     // starting from the event loop guarantees we are listening by then.

@@ -9,12 +9,14 @@
 // "co.halvard.pilo-tarn.session", account "tarn_session", holding the token's
 // UTF-8 bytes. There is deliberately no plaintext fallback: without a
 // working secure store nothing is kept and sign-in says so.
-class NativeSessionStore final : public TarnSessionStore
-{
+class NativeSessionStore final : public TarnSessionStore {
 public:
     NativeSessionStore() = default;
     // A store under another service name, so tests never meet the real item.
-    explicit NativeSessionStore(QString service) : m_service(std::move(service)) {}
+    explicit NativeSessionStore(QString service)
+        : m_service(std::move(service))
+    {
+    }
 
     QCoro::Task<std::optional<QString>> token() override;
     // An empty token is refused as an unreadable answer; a store that cannot

@@ -7,8 +7,7 @@
 
 namespace {
 
-template<typename T>
-const T &emptyValue()
+template <typename T> const T &emptyValue()
 {
     static const T value {};
     return value;
@@ -24,47 +23,47 @@ TarnMailBlock::TarnMailBlock(Kind kind, Payload payload)
 
 TarnMailBlock TarnMailBlock::paragraph(QList<TarnMailRun> runs)
 {
-    return {Kind::Paragraph, Runs {0, std::move(runs)}};
+    return { Kind::Paragraph, Runs { 0, std::move(runs) } };
 }
 
 TarnMailBlock TarnMailBlock::heading(int level, QList<TarnMailRun> runs)
 {
-    return {Kind::Heading, Runs {qBound(1, level, 6), std::move(runs)}};
+    return { Kind::Heading, Runs { qBound(1, level, 6), std::move(runs) } };
 }
 
 TarnMailBlock TarnMailBlock::list(bool ordered, int start, QList<QList<TarnMailBlock>> items)
 {
-    return {Kind::List, Items {ordered, start, std::move(items)}};
+    return { Kind::List, Items { ordered, start, std::move(items) } };
 }
 
 TarnMailBlock TarnMailBlock::quote(QList<TarnMailBlock> blocks)
 {
-    return {Kind::Quote, Children {std::move(blocks)}};
+    return { Kind::Quote, Children { std::move(blocks) } };
 }
 
 TarnMailBlock TarnMailBlock::preformatted(QString text)
 {
-    return {Kind::Preformatted, std::move(text)};
+    return { Kind::Preformatted, std::move(text) };
 }
 
 TarnMailBlock TarnMailBlock::table(TarnMailTable table)
 {
-    return {Kind::Table, std::make_shared<const TarnMailTable>(std::move(table))};
+    return { Kind::Table, std::make_shared<const TarnMailTable>(std::move(table)) };
 }
 
 TarnMailBlock TarnMailBlock::image(TarnMailImage image)
 {
-    return {Kind::Image, std::make_shared<const TarnMailImage>(std::move(image))};
+    return { Kind::Image, std::make_shared<const TarnMailImage>(std::move(image)) };
 }
 
 TarnMailBlock TarnMailBlock::signature(QList<TarnMailBlock> blocks)
 {
-    return {Kind::Signature, Children {std::move(blocks)}};
+    return { Kind::Signature, Children { std::move(blocks) } };
 }
 
 TarnMailBlock TarnMailBlock::rule()
 {
-    return {Kind::Rule, std::monostate {}};
+    return { Kind::Rule, std::monostate {} };
 }
 
 const QList<TarnMailRun> &TarnMailBlock::runs() const

@@ -13,8 +13,7 @@ struct TarnMailTable;
 
 // One block of a mail as the mail views draw it. A tagged value: `kind()` tells
 // which accessors carry meaning; the others return empty values.
-class TarnMailBlock
-{
+class TarnMailBlock {
 public:
     enum class Kind : quint8 {
         Paragraph,
@@ -59,19 +58,16 @@ public:
     friend bool operator==(const TarnMailBlock &a, const TarnMailBlock &b);
 
 private:
-    struct Runs
-    {
+    struct Runs {
         int level = 0;
         QList<TarnMailRun> runs;
     };
-    struct Items
-    {
+    struct Items {
         bool ordered = false;
         int start = 1;
         QList<QList<TarnMailBlock>> items;
     };
-    struct Children
-    {
+    struct Children {
         QList<TarnMailBlock> blocks;
     };
     // Tables and images are the large, rare payloads: boxed so that the common

@@ -6,7 +6,7 @@
 QStringList TarnMailDocument::cidReferences() const
 {
     QStringList ids;
-    for (const QList<TarnMailBlock> *part : {&blocks, &quoted}) {
+    for (const QList<TarnMailBlock> *part : { &blocks, &quoted }) {
         for (const TarnMailImage &image : TarnMailHTML::images(*part)) {
             if (image.source.kind() == TarnMailImageSource::Kind::Cid)
                 ids.append(image.source.contentID());
@@ -18,7 +18,7 @@ QStringList TarnMailDocument::cidReferences() const
 QList<QUrl> TarnMailDocument::remoteImageURLs() const
 {
     QList<QUrl> urls;
-    for (const QList<TarnMailBlock> *part : {&blocks, &quoted}) {
+    for (const QList<TarnMailBlock> *part : { &blocks, &quoted }) {
         for (const TarnMailImage &image : TarnMailHTML::images(*part)) {
             if (image.source.kind() == TarnMailImageSource::Kind::Remote)
                 urls.append(image.source.url());

@@ -7,12 +7,11 @@
 #include <QUrl>
 
 // A mail body as the mail views draw it.
-struct TarnMailDocument
-{
+struct TarnMailDocument {
     QList<TarnMailBlock> blocks; // the new part of the message
     QList<TarnMailBlock> quoted; // earlier history, hidden behind "Show quoted text"
-    int blockedTrackers = 0;     // tracking images dropped
-    bool truncated = false;      // a limit was hit
+    int blockedTrackers = 0; // tracking images dropped
+    bool truncated = false; // a limit was hit
 
     // Content ids of every cid image, blocks then quoted, in document order.
     [[nodiscard]] QStringList cidReferences() const;

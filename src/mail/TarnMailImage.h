@@ -8,11 +8,10 @@
 #include <optional>
 
 // One image of a mail; every image is a block of its own.
-struct TarnMailImage
-{
+struct TarnMailImage {
     QString alt;
     TarnMailImageSource source;
-    std::optional<int> width;  // CSS pixels
+    std::optional<int> width; // CSS pixels
     std::optional<int> height; // CSS pixels
     std::optional<TarnMailLink> link; // the enclosing link, vetted
 

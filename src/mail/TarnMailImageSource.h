@@ -8,13 +8,12 @@
 
 // Where an image of a mail comes from. Remote images are only referenced here;
 // the mail views load them later through the signed image proxy.
-class TarnMailImageSource
-{
+class TarnMailImageSource {
 public:
     enum class Kind : quint8 {
-        Remote,      // http or https only
-        Cid,         // content id of an inline attachment, percent-decoded
-        Embedded,    // the decoded bytes of a data: image
+        Remote, // http or https only
+        Cid, // content id of an inline attachment, percent-decoded
+        Embedded, // the decoded bytes of a data: image
         Unsupported, // anything else; kept only when it has alt text
     };
 

@@ -36,22 +36,22 @@ QJsonObject source(const TarnMailImageSource &source)
 {
     switch (source.kind()) {
     case TarnMailImageSource::Kind::Remote:
-        return {{"kind"_L1, u"remote"_s}, {"url"_L1, source.link().text()}};
+        return { { "kind"_L1, u"remote"_s }, { "url"_L1, source.link().text() } };
     case TarnMailImageSource::Kind::Cid:
-        return {{"kind"_L1, u"cid"_s}, {"id"_L1, source.contentID()}};
+        return { { "kind"_L1, u"cid"_s }, { "id"_L1, source.contentID() } };
     case TarnMailImageSource::Kind::Embedded:
-        return {{"kind"_L1, u"embedded"_s}, {"bytes"_L1, qint64(source.bytes().size())}};
+        return { { "kind"_L1, u"embedded"_s }, { "bytes"_L1, qint64(source.bytes().size()) } };
     case TarnMailImageSource::Kind::Unsupported:
         break;
     }
-    return {{"kind"_L1, u"unsupported"_s}};
+    return { { "kind"_L1, u"unsupported"_s } };
 }
 
 } // namespace
 
 QJsonObject run(const TarnMailRun &run)
 {
-    return {{"text"_L1, run.text}, {"style"_L1, qint64(run.style.rawValue())}, {"link"_L1, url(run.link)}};
+    return { { "text"_L1, run.text }, { "style"_L1, qint64(run.style.rawValue()) }, { "link"_L1, url(run.link) } };
 }
 
 QJsonArray blocks(const QList<TarnMailBlock> &list)
@@ -66,20 +66,20 @@ QJsonObject block(const TarnMailBlock &block)
 {
     switch (block.kind()) {
     case TarnMailBlock::Kind::Paragraph:
-        return {{"type"_L1, u"paragraph"_s}, {"runs"_L1, runs(block.runs())}};
+        return { { "type"_L1, u"paragraph"_s }, { "runs"_L1, runs(block.runs()) } };
     case TarnMailBlock::Kind::Heading:
-        return {{"type"_L1, u"heading"_s}, {"level"_L1, block.level()}, {"runs"_L1, runs(block.runs())}};
+        return { { "type"_L1, u"heading"_s }, { "level"_L1, block.level() }, { "runs"_L1, runs(block.runs()) } };
     case TarnMailBlock::Kind::List: {
         QJsonArray items;
         for (const QList<TarnMailBlock> &item : block.items())
             items.append(blocks(item));
-        return {{"type"_L1, u"list"_s}, {"ordered"_L1, block.ordered()}, {"start"_L1, block.start()},
-            {"items"_L1, items}};
+        return { { "type"_L1, u"list"_s }, { "ordered"_L1, block.ordered() }, { "start"_L1, block.start() },
+            { "items"_L1, items } };
     }
     case TarnMailBlock::Kind::Quote:
-        return {{"type"_L1, u"quote"_s}, {"blocks"_L1, blocks(block.blocks())}};
+        return { { "type"_L1, u"quote"_s }, { "blocks"_L1, blocks(block.blocks()) } };
     case TarnMailBlock::Kind::Preformatted:
-        return {{"type"_L1, u"preformatted"_s}, {"text"_L1, block.text()}};
+        return { { "type"_L1, u"preformatted"_s }, { "text"_L1, block.text() } };
     case TarnMailBlock::Kind::Table: {
         QJsonArray rows;
         for (const TarnMailTable::Row &row : block.table().rows) {
@@ -88,19 +88,20 @@ QJsonObject block(const TarnMailBlock &block)
                 cells.append(runs(cell));
             rows.append(cells);
         }
-        return {{"type"_L1, u"table"_s}, {"rows"_L1, rows}, {"headerRows"_L1, block.table().headerRows}};
+        return { { "type"_L1, u"table"_s }, { "rows"_L1, rows }, { "headerRows"_L1, block.table().headerRows } };
     }
     case TarnMailBlock::Kind::Image: {
         const TarnMailImage &image = block.image();
-        return {{"type"_L1, u"image"_s}, {"alt"_L1, image.alt}, {"source"_L1, source(image.source)},
-            {"width"_L1, number(image.width)}, {"height"_L1, number(image.height)}, {"link"_L1, url(image.link)}};
+        return { { "type"_L1, u"image"_s }, { "alt"_L1, image.alt }, { "source"_L1, source(image.source) },
+            { "width"_L1, number(image.width) }, { "height"_L1, number(image.height) },
+            { "link"_L1, url(image.link) } };
     }
     case TarnMailBlock::Kind::Signature:
-        return {{"type"_L1, u"signature"_s}, {"blocks"_L1, blocks(block.blocks())}};
+        return { { "type"_L1, u"signature"_s }, { "blocks"_L1, blocks(block.blocks()) } };
     case TarnMailBlock::Kind::Rule:
         break;
     }
-    return {{"type"_L1, u"rule"_s}};
+    return { { "type"_L1, u"rule"_s } };
 }
 
 QJsonObject document(const TarnMailDocument &document)
@@ -112,12 +113,12 @@ QJsonObject document(const TarnMailDocument &document)
     for (const QUrl &u : document.remoteImageURLs())
         remotes.append(u.toString(QUrl::FullyEncoded));
     return {
-        {"blocks"_L1, blocks(document.blocks)},
-        {"quoted"_L1, blocks(document.quoted)},
-        {"blockedTrackers"_L1, document.blockedTrackers},
-        {"truncated"_L1, document.truncated},
-        {"cidReferences"_L1, cids},
-        {"remoteImageURLs"_L1, remotes},
+        { "blocks"_L1, blocks(document.blocks) },
+        { "quoted"_L1, blocks(document.quoted) },
+        { "blockedTrackers"_L1, document.blockedTrackers },
+        { "truncated"_L1, document.truncated },
+        { "cidReferences"_L1, cids },
+        { "remoteImageURLs"_L1, remotes },
     };
 }
 

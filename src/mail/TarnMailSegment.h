@@ -7,8 +7,7 @@
 
 // What the mail views lay out one after another: a block, or a run of
 // consecutive images drawn side by side.
-class TarnMailSegment
-{
+class TarnMailSegment {
 public:
     enum class Kind : quint8 { Block, Images };
 

@@ -5,8 +5,7 @@
 
 // The inline emphasis a run of mail text carries. Deliberately no colour, font
 // or size: mail is redrawn in the application's own typography.
-class TarnMailStyle
-{
+class TarnMailStyle {
 public:
     enum Flag : quint32 {
         Bold = 1,

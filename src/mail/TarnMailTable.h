@@ -7,8 +7,7 @@
 // A data table of a mail: rows of cells, a cell being its text as runs. A cell
 // spanning several columns is followed by empty cells for the columns it
 // covers, so that every column lines up in the drawn grid.
-struct TarnMailTable
-{
+struct TarnMailTable {
     using Cell = QList<TarnMailRun>;
     using Row = QList<Cell>;
 

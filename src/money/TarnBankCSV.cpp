@@ -180,10 +180,16 @@ QString wireDate(const QString &cell)
     if (!month || !day || !year || *year < 0 || *year > 9999 || *month < 0 || *month > 99 || *day < 0 || *day > 99)
         return cell;
     const char16_t wire[10] = {
-        char16_t(u'0' + *year / 1000), char16_t(u'0' + *year / 100 % 10), char16_t(u'0' + *year / 10 % 10),
-        char16_t(u'0' + *year % 10),   u'-',
-        char16_t(u'0' + *month / 10),  char16_t(u'0' + *month % 10),      u'-',
-        char16_t(u'0' + *day / 10),    char16_t(u'0' + *day % 10),
+        char16_t(u'0' + *year / 1000),
+        char16_t(u'0' + *year / 100 % 10),
+        char16_t(u'0' + *year / 10 % 10),
+        char16_t(u'0' + *year % 10),
+        u'-',
+        char16_t(u'0' + *month / 10),
+        char16_t(u'0' + *month % 10),
+        u'-',
+        char16_t(u'0' + *day / 10),
+        char16_t(u'0' + *day % 10),
     };
     return QStringView(wire, 10).toString();
 }
@@ -301,9 +307,8 @@ QList<TarnBankCSV::Row> TarnBankCSV::parse(QStringView text)
     for (qsizetype i = 1; i < rows.size(); ++i) {
         const Cells &cells = rows.at(i);
         const qsizetype number = i + 1;
-        const auto cell = [&cells](qsizetype at) {
-            return at >= 0 && at < cells.size() ? cells.at(at).trimmed() : QString();
-        };
+        const auto cell
+            = [&cells](qsizetype at) { return at >= 0 && at < cells.size() ? cells.at(at).trimmed() : QString(); };
 
         Row row;
         row.date = wireDate(cell(dateColumn));
@@ -318,8 +323,9 @@ QList<TarnBankCSV::Row> TarnBankCSV::parse(QStringView text)
 
         const std::variant<qint64, Amount> amount = cents(cell(amountColumn));
         if (const Amount *why = std::get_if<Amount>(&amount)) {
-            failRow(number, *why == Amount::Invalid ? "has an invalid amount."_L1
-                                                    : "needs a nonzero amount within the bank limit."_L1);
+            failRow(number,
+                *why == Amount::Invalid ? "has an invalid amount."_L1
+                                        : "needs a nonzero amount within the bank limit."_L1);
         }
         row.amount = std::get<qint64>(amount);
         out.append(std::move(row));

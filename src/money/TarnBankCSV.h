@@ -21,8 +21,7 @@ inline constexpr qint64 bankLimitCents = 100'000'000'000;
 
 // One statement line ready for import: money in is positive, money out
 // negative, never zero.
-struct Row
-{
+struct Row {
     QString date;
     QString description;
     qint64 amount = 0;
@@ -33,8 +32,7 @@ struct Row
 
 // The reader's only failure. The message is the whole user-facing text, shown
 // as it stands in place of the row count.
-class ParseError : public std::exception
-{
+class ParseError : public std::exception {
 public:
     [[nodiscard]] static ParseError invalid(const QString &message) { return ParseError(message); }
 
@@ -42,7 +40,11 @@ public:
     const char *what() const noexcept override { return m_utf8.constData(); }
 
 private:
-    explicit ParseError(const QString &message) : m_message(message), m_utf8(message.toUtf8()) {}
+    explicit ParseError(const QString &message)
+        : m_message(message)
+        , m_utf8(message.toUtf8())
+    {
+    }
 
     QString m_message;
     QByteArray m_utf8;

@@ -13,8 +13,7 @@ class TarnJSONObject;
 
 // A workspace invoice or payment that may be posted into the books. Only its
 // id and amount are certain; the rest labels it in the review list.
-struct TarnBooksSourceRecord
-{
+struct TarnBooksSourceRecord {
     QString id;
     qint64 amount = 0;
     std::optional<QString> title;
@@ -25,8 +24,7 @@ struct TarnBooksSourceRecord
 };
 
 // The workspace records eligible for posting into the books.
-struct TarnBooksSourceReview
-{
+struct TarnBooksSourceReview {
     QList<TarnBooksSourceRecord> invoices;
     QList<TarnBooksSourceRecord> payments;
 
@@ -35,8 +33,7 @@ struct TarnBooksSourceReview
 };
 
 // The books overview: one legal company's ledger as the pages derive from it.
-struct TarnBooks
-{
+struct TarnBooks {
     QString company;
     bool source_linked = false;
     std::optional<TarnBooksSourceReview> source_review;

@@ -46,7 +46,7 @@ TarnBooksBankMatch TarnBooksBankMatch::fromJSON(const TarnJSONObject &json)
 
 TarnBooksImportResult TarnBooksImportResult::fromJSON(const TarnJSONObject &json)
 {
-    return {.imported = json.integer("imported"_L1), .duplicates = json.integer("duplicates"_L1)};
+    return { .imported = json.integer("imported"_L1), .duplicates = json.integer("duplicates"_L1) };
 }
 
 TarnBooksReconciliation TarnBooksReconciliation::fromJSON(const TarnJSONObject &json)
@@ -66,5 +66,5 @@ TarnBooksReconciliation TarnBooksReconciliation::fromJSON(const TarnJSONObject &
 
 TarnBooksReconciliationClosed TarnBooksReconciliationClosed::fromJSON(const TarnJSONObject &json)
 {
-    return {.id = json.string("id"_L1), .preview = json.get<TarnBooksReconciliation>("preview"_L1)};
+    return { .id = json.string("id"_L1), .preview = json.get<TarnBooksReconciliation>("preview"_L1) };
 }

@@ -11,8 +11,7 @@ class TarnJSONObject;
 
 // A bank row; `source` says where it came from: a statement file import or
 // the Mercury bank feed ("mercury").
-struct TarnBooksBankRow
-{
+struct TarnBooksBankRow {
     QString id;
     QString bank_account_id;
     QString row_date;
@@ -28,8 +27,7 @@ struct TarnBooksBankRow
 };
 
 // A bank row already matched to a ledger entry.
-struct TarnBooksMatchedRow
-{
+struct TarnBooksMatchedRow {
     QString id;
     QString row_date;
     QString description;
@@ -41,8 +39,7 @@ struct TarnBooksMatchedRow
 };
 
 // A ledger entry that a bank row can be matched to.
-struct TarnBooksBankMatch
-{
+struct TarnBooksBankMatch {
     QString id;
     QString entry_date;
     QString memo;
@@ -54,8 +51,7 @@ struct TarnBooksBankMatch
 };
 
 // Rows stored by an import, and rows the server already had and skipped.
-struct TarnBooksImportResult
-{
+struct TarnBooksImportResult {
     qint64 imported = 0;
     qint64 duplicates = 0;
 
@@ -63,8 +59,7 @@ struct TarnBooksImportResult
     friend bool operator==(const TarnBooksImportResult &, const TarnBooksImportResult &) = default;
 };
 
-struct TarnBooksReconciliation
-{
+struct TarnBooksReconciliation {
     QString bank_account_id;
     QString statement_date;
     std::optional<QString> last_closed_date;
@@ -80,8 +75,7 @@ struct TarnBooksReconciliation
 };
 
 // A closed reconciliation and its preview as it stood when closed.
-struct TarnBooksReconciliationClosed
-{
+struct TarnBooksReconciliationClosed {
     QString id;
     TarnBooksReconciliation preview;
 

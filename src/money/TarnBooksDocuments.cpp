@@ -47,7 +47,7 @@ std::optional<TarnBooksLinePosting> TarnBooksLineDraft::posting() const
     qint64 product = 0;
     if (__builtin_mul_overflow(*units, *price, &product) || __builtin_add_overflow(product, qint64(5'000), &product))
         return std::nullopt;
-    return TarnBooksLinePosting{
+    return TarnBooksLinePosting {
         .description = text,
         .quantity = quantityText,
         .unitPriceCents = *price,

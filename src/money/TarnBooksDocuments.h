@@ -9,8 +9,7 @@ class TarnJSONObject;
 // Customer invoices and receipts, vendor bills and bill payments, and the
 // lines they are made of. Amounts are cents.
 
-struct TarnBooksCustomerInvoice
-{
+struct TarnBooksCustomerInvoice {
     QString id;
     QString customer;
     std::optional<QString> invoice_number;
@@ -23,8 +22,7 @@ struct TarnBooksCustomerInvoice
     friend bool operator==(const TarnBooksCustomerInvoice &, const TarnBooksCustomerInvoice &) = default;
 };
 
-struct TarnBooksBill
-{
+struct TarnBooksBill {
     QString id;
     QString vendor;
     std::optional<QString> bill_number;
@@ -39,8 +37,7 @@ struct TarnBooksBill
 
 // Payments and receipts are listed for voiding; only the id and amount are
 // certain, the rest is shown when the service sends it.
-struct TarnBooksBillPayment
-{
+struct TarnBooksBillPayment {
     QString id;
     qint64 amount = 0;
     std::optional<QString> bill_id;
@@ -52,8 +49,7 @@ struct TarnBooksBillPayment
     friend bool operator==(const TarnBooksBillPayment &, const TarnBooksBillPayment &) = default;
 };
 
-struct TarnBooksCustomerReceipt
-{
+struct TarnBooksCustomerReceipt {
     QString id;
     qint64 amount = 0;
     std::optional<QString> invoice_id;
@@ -66,8 +62,7 @@ struct TarnBooksCustomerReceipt
 };
 
 // A line of an invoice or bill; the quantity is kept as it was typed.
-struct TarnBooksDocumentLine
-{
+struct TarnBooksDocumentLine {
     QString id;
     QString document_kind;
     QString document_id;
@@ -83,8 +78,7 @@ struct TarnBooksDocumentLine
 };
 
 // A line ready to send: its amount is quantity times unit price, in cents.
-struct TarnBooksLinePosting
-{
+struct TarnBooksLinePosting {
     QString description;
     QString quantity;
     qint64 unitPriceCents = 0;
@@ -95,8 +89,7 @@ struct TarnBooksLinePosting
 };
 
 // A line as the user edits it, all text.
-struct TarnBooksLineDraft
-{
+struct TarnBooksLineDraft {
     QString id;
     QString description;
     QString quantity;

@@ -9,8 +9,7 @@ class TarnJSONObject;
 // The ledger's standing records: who the books deal with, the chart of
 // accounts and the journal entries of the overview. Amounts are cents.
 
-struct TarnBooksParty
-{
+struct TarnBooksParty {
     QString id;
     QString kind;
     QString name;
@@ -25,8 +24,7 @@ struct TarnBooksParty
 
 // `type` is one of "Asset", "Liability", "Equity", "Income", "Expense";
 // `bank` is nonzero for an account that bank rows belong to.
-struct TarnBooksAccount
-{
+struct TarnBooksAccount {
     QString id;
     QString code;
     QString name;
@@ -41,8 +39,7 @@ struct TarnBooksAccount
 
 // A journal entry; source_type and source_id name the workspace record it
 // was posted from, if any.
-struct TarnBooksEntry
-{
+struct TarnBooksEntry {
     QString id;
     QString entry_date;
     QString memo;

@@ -19,8 +19,7 @@ namespace TarnBooksPages {
 
 namespace {
 
-struct Origin
-{
+struct Origin {
     QLatin1StringView type;
     QLatin1StringView one;
     QLatin1StringView many;
@@ -29,14 +28,14 @@ struct Origin
 
 // Where a books entry was posted from, as its source_type names it.
 constexpr Origin origins[] = {
-    {"invoice"_L1, "Invoice"_L1, "Invoices"_L1, Transaction::Direction::journal},
-    {"payment"_L1, "Payment"_L1, "Payments"_L1, Transaction::Direction::moneyIn},
-    {"customer_receipt"_L1, "Customer receipt"_L1, "Customer receipts"_L1, Transaction::Direction::moneyIn},
-    {"bill"_L1, "Bill"_L1, "Bills"_L1, Transaction::Direction::journal},
-    {"bill_payment"_L1, "Bill payment"_L1, "Bill payments"_L1, Transaction::Direction::moneyOut},
-    {"expense"_L1, "Expense"_L1, "Expenses"_L1, Transaction::Direction::moneyOut},
-    {"bank_row"_L1, "Bank transaction"_L1, "Bank transactions"_L1, Transaction::Direction::journal},
-    {"reversal"_L1, "Reversal"_L1, "Reversals"_L1, Transaction::Direction::journal},
+    { "invoice"_L1, "Invoice"_L1, "Invoices"_L1, Transaction::Direction::journal },
+    { "payment"_L1, "Payment"_L1, "Payments"_L1, Transaction::Direction::moneyIn },
+    { "customer_receipt"_L1, "Customer receipt"_L1, "Customer receipts"_L1, Transaction::Direction::moneyIn },
+    { "bill"_L1, "Bill"_L1, "Bills"_L1, Transaction::Direction::journal },
+    { "bill_payment"_L1, "Bill payment"_L1, "Bill payments"_L1, Transaction::Direction::moneyOut },
+    { "expense"_L1, "Expense"_L1, "Expenses"_L1, Transaction::Direction::moneyOut },
+    { "bank_row"_L1, "Bank transaction"_L1, "Bank transactions"_L1, Transaction::Direction::journal },
+    { "reversal"_L1, "Reversal"_L1, "Reversals"_L1, Transaction::Direction::journal },
 };
 
 const Origin *origin(const std::optional<QString> &type)
@@ -87,23 +86,21 @@ void sortNewestFirst(QList<Transaction> &list)
 }
 
 // Labels in first-seen order with their counts and sums.
-class Grouper
-{
+class Grouper {
 public:
     void add(const QString &label, qint64 cents)
     {
         auto found = m_index.constFind(label);
         if (found == m_index.cend()) {
             found = m_index.insert(label, m_groups.size());
-            m_groups.append({label, 0, 0});
+            m_groups.append({ label, 0, 0 });
         }
         Group &group = m_groups[*found];
         ++group.count;
         group.cents = TarnCents::add(group.cents, cents);
     }
 
-    template<typename Less>
-    QList<Group> sorted(Less less) &&
+    template <typename Less> QList<Group> sorted(Less less) &&
     {
         std::stable_sort(m_groups.begin(), m_groups.end(), less);
         return std::move(m_groups);
@@ -127,9 +124,8 @@ int digitsAt(QStringView text, qsizetype at, qsizetype count)
 
 bool isNumber(const QString &code)
 {
-    return !code.isEmpty() && std::all_of(code.cbegin(), code.cend(), [](QChar c) {
-        return c.unicode() >= u'0' && c.unicode() <= u'9';
-    });
+    return !code.isEmpty()
+        && std::all_of(code.cbegin(), code.cend(), [](QChar c) { return c.unicode() >= u'0' && c.unicode() <= u'9'; });
 }
 
 // Account codes are usually numbers ("200" before "1000"); any other code
@@ -153,8 +149,7 @@ bool codeLess(const QString &a, const QString &b)
     return a < b;
 }
 
-const char *const monthNames[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                  "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+const char *const monthNames[] = { "Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec" };
 
 } // namespace
 
@@ -179,7 +174,7 @@ QString title(Page page)
 
 QList<Page> pages()
 {
-    return {Page::dashboard, Page::transactions, Page::invoices, Page::expenses, Page::reports, Page::banking};
+    return { Page::dashboard, Page::transactions, Page::invoices, Page::expenses, Page::reports, Page::banking };
 }
 
 QList<QString> months(QDate endingAt, int count)
@@ -209,17 +204,16 @@ std::optional<QString> monthEnd(QStringView month)
     return QString::asprintf("%04d-%02d-%02d", year, number, QDate(year, number, 1).daysInMonth());
 }
 
-QList<MonthSummary> summaries(const QList<QString> &months, const QList<TarnBooksReport> &reports,
-                              const QList<TarnPayment> &payments)
+QList<MonthSummary> summaries(
+    const QList<QString> &months, const QList<TarnBooksReport> &reports, const QList<TarnPayment> &payments)
 {
     QList<MonthSummary> out;
     out.reserve(months.size());
     for (const QString &month : months) {
-        const auto report = std::find_if(reports.cbegin(), reports.cend(), [&month](const TarnBooksReport &r) {
-            return QStringView(r.start).left(7) == month;
-        });
+        const auto report = std::find_if(reports.cbegin(), reports.cend(),
+            [&month](const TarnBooksReport &r) { return QStringView(r.start).left(7) == month; });
         const bool booked = report != reports.cend();
-        MonthSummary summary{month, 0, 0, Source::none, Source::none};
+        MonthSummary summary { month, 0, 0, Source::none, Source::none };
         if (booked) {
             summary.expenses = report->expenses;
             summary.expenseSource = Source::books;
@@ -244,7 +238,7 @@ QList<MonthSummary> mercurySummaries(const QList<QString> &months, const QList<T
     QList<MonthSummary> out;
     out.reserve(months.size());
     for (const QString &month : months) {
-        MonthSummary summary{month, 0, 0, Source::none, Source::none};
+        MonthSummary summary { month, 0, 0, Source::none, Source::none };
         for (const TarnBooksBankRow &row : rows) {
             if (!row.isMercury() || QStringView(row.row_date).left(7) != month)
                 continue;
@@ -276,8 +270,8 @@ QList<ChartBar> chartBars(const QList<MonthSummary> &summaries)
     for (const MonthSummary &summary : summaries) {
         const int number = summary.month.size() == 7 ? digitsAt(summary.month, 5, 2) : -1;
         const QString label = number >= 1 && number <= 12 ? QString::fromLatin1(monthNames[number - 1]) : summary.month;
-        bars.append({summary.month, label, u"Money in"_s, summary.income});
-        bars.append({summary.month, label, u"Money out"_s, summary.expenses});
+        bars.append({ summary.month, label, u"Money in"_s, summary.income });
+        bars.append({ summary.month, label, u"Money out"_s, summary.expenses });
     }
     return bars;
 }
@@ -368,7 +362,7 @@ QList<Transaction> filter(const QList<Transaction> &transactions, const QString 
 }
 
 QList<InvoiceRow> invoices(const QList<TarnOpenInvoice> &open, const QList<TarnPayment> &payments,
-                           const QList<TarnBooksCustomerInvoice> &books)
+    const QList<TarnBooksCustomerInvoice> &books)
 {
     const auto titled = [](const std::optional<QString> &number) {
         return number && !number->trimmed().isEmpty() ? u"Invoice "_s + number->trimmed() : u"Invoice"_s;
@@ -419,8 +413,8 @@ QList<InvoiceRow> invoices(const QList<TarnOpenInvoice> &open, const QList<TarnP
         const auto found = paidRow.constFind(*payment.invoice_id);
         if (found == paidRow.cend()) {
             paidRow.insert(*payment.invoice_id, out.size());
-            out.append({*payment.invoice_id, u"Invoice"_s, payment.client, date, payment.amount, 0, false,
-                        u"Paid"_s, Source::payments});
+            out.append({ *payment.invoice_id, u"Invoice"_s, payment.client, date, payment.amount, 0, false, u"Paid"_s,
+                Source::payments });
         } else {
             InvoiceRow &row = out[*found];
             row.amount = TarnCents::add(row.amount, payment.amount);
@@ -476,9 +470,8 @@ QList<Group> expensesByAccount(const QList<ExpenseRow> &rows)
     Grouper grouper;
     for (const ExpenseRow &row : rows)
         grouper.add(row.account, row.cents);
-    return std::move(grouper).sorted([](const Group &a, const Group &b) {
-        return a.cents != b.cents ? a.cents > b.cents : a.label < b.label;
-    });
+    return std::move(grouper).sorted(
+        [](const Group &a, const Group &b) { return a.cents != b.cents ? a.cents > b.cents : a.label < b.label; });
 }
 
 QList<Group> entryGroups(const QList<TarnBooksEntry> &entries)
@@ -486,9 +479,8 @@ QList<Group> entryGroups(const QList<TarnBooksEntry> &entries)
     Grouper grouper;
     for (const TarnBooksEntry &entry : entries)
         grouper.add(originLabel(entry.source_type, true), entry.amount);
-    return std::move(grouper).sorted([](const Group &a, const Group &b) {
-        return a.count != b.count ? a.count > b.count : a.label < b.label;
-    });
+    return std::move(grouper).sorted(
+        [](const Group &a, const Group &b) { return a.count != b.count ? a.count > b.count : a.label < b.label; });
 }
 
 QList<Group> mercuryGroups(const QList<MercuryCategory> &categories)
@@ -522,7 +514,7 @@ QString accountGroupTitle(const QString &type)
 
 QList<AccountGroup> chartOfAccounts(const QList<TarnBooksAccount> &accounts)
 {
-    static const QString standard[] = {u"Asset"_s, u"Liability"_s, u"Equity"_s, u"Income"_s, u"Expense"_s};
+    static const QString standard[] = { u"Asset"_s, u"Liability"_s, u"Equity"_s, u"Income"_s, u"Expense"_s };
     const auto rank = [](const QString &type) {
         const auto at = std::find(std::begin(standard), std::end(standard), type);
         return int(at - std::begin(standard));
@@ -536,13 +528,13 @@ QList<AccountGroup> chartOfAccounts(const QList<TarnBooksAccount> &accounts)
         if (found == index.cend()) {
             found = index.insert(groupTitle, groups.size());
             ranks.insert(groupTitle, rank(account.type));
-            groups.append({groupTitle, {}});
+            groups.append({ groupTitle, {} });
         }
         groups[*found].accounts.append(account);
     }
     for (AccountGroup &group : groups) {
         std::stable_sort(group.accounts.begin(), group.accounts.end(),
-                         [](const TarnBooksAccount &a, const TarnBooksAccount &b) { return codeLess(a.code, b.code); });
+            [](const TarnBooksAccount &a, const TarnBooksAccount &b) { return codeLess(a.code, b.code); });
     }
     std::stable_sort(groups.begin(), groups.end(), [&ranks](const AccountGroup &a, const AccountGroup &b) {
         const int x = ranks.value(a.title);
@@ -555,8 +547,8 @@ QList<AccountGroup> chartOfAccounts(const QList<TarnBooksAccount> &accounts)
 QString mercuryNote(qint64 accounts, qint64 uncategorized)
 {
     const QString linked = QString::number(accounts) + (accounts == 1 ? u" account"_s : u" accounts"_s);
-    const QString review = uncategorized < 1 ? u"All categorized"_s
-                                             : QString::number(uncategorized) + u" to categorize in Mercury"_s;
+    const QString review
+        = uncategorized < 1 ? u"All categorized"_s : QString::number(uncategorized) + u" to categorize in Mercury"_s;
     return linked + u" \u00B7 "_s + review;
 }
 

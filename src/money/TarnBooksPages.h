@@ -36,8 +36,7 @@ enum class Page { dashboard, transactions, invoices, expenses, reports, banking 
 [[nodiscard]] QString title(Page page);
 [[nodiscard]] QList<Page> pages();
 
-struct MonthSummary
-{
+struct MonthSummary {
     QString month; // "YYYY-MM"
     qint64 income = 0;
     qint64 expenses = 0;
@@ -46,8 +45,7 @@ struct MonthSummary
     friend bool operator==(const MonthSummary &, const MonthSummary &) = default;
 };
 
-struct ChartBar
-{
+struct ChartBar {
     QString month;
     QString label;
     QString kind; // "Money in" or "Money out"
@@ -55,8 +53,7 @@ struct ChartBar
     friend bool operator==(const ChartBar &, const ChartBar &) = default;
 };
 
-struct Transaction
-{
+struct Transaction {
     enum class Direction { moneyIn, moneyOut, journal };
 
     QString id;
@@ -70,8 +67,7 @@ struct Transaction
     friend bool operator==(const Transaction &, const Transaction &) = default;
 };
 
-struct InvoiceRow
-{
+struct InvoiceRow {
     QString id;
     QString title;
     QString customer;
@@ -84,8 +80,7 @@ struct InvoiceRow
     friend bool operator==(const InvoiceRow &, const InvoiceRow &) = default;
 };
 
-struct ExpenseRow
-{
+struct ExpenseRow {
     QString id;
     QString date;
     QString title;
@@ -94,38 +89,33 @@ struct ExpenseRow
     friend bool operator==(const ExpenseRow &, const ExpenseRow &) = default;
 };
 
-struct Group
-{
+struct Group {
     QString label;
     qint64 count = 0;
     qint64 cents = 0;
     friend bool operator==(const Group &, const Group &) = default;
 };
 
-struct Totals
-{
+struct Totals {
     qint64 income = 0;
     qint64 expenses = 0;
     friend bool operator==(const Totals &, const Totals &) = default;
 };
 
-struct UnpaidBills
-{
+struct UnpaidBills {
     qint64 count = 0;
     qint64 cents = 0;
     friend bool operator==(const UnpaidBills &, const UnpaidBills &) = default;
 };
 
-struct AccountGroup
-{
+struct AccountGroup {
     QString title;
     QList<TarnBooksAccount> accounts;
 };
 
 // One categorized feed transaction as the Mercury summary lists it: its
 // category ("" while uncategorized) and signed cents.
-struct MercuryCategory
-{
+struct MercuryCategory {
     QString category;
     qint64 cents = 0;
 };
@@ -142,8 +132,8 @@ struct MercuryCategory
 // show no income, the month's "Paid" payments stand in (source payments).
 // Payments never add to books figures, so a payment posted into the books is
 // not counted twice.
-[[nodiscard]] QList<MonthSummary> summaries(const QList<QString> &months, const QList<TarnBooksReport> &reports,
-                                            const QList<TarnPayment> &payments);
+[[nodiscard]] QList<MonthSummary> summaries(
+    const QList<QString> &months, const QList<TarnBooksReport> &reports, const QList<TarnPayment> &payments);
 
 // Per month from the Mercury feed rows among `rows`: money in and money out
 // (as a positive figure), source mercury where the month has rows.
@@ -168,15 +158,15 @@ struct MercuryCategory
 
 // Keeps the transactions of `source` (all when none) that contain the
 // trimmed, lower-cased query in their title, detail, date or status.
-[[nodiscard]] QList<Transaction> filter(const QList<Transaction> &transactions, const QString &query,
-                                        std::optional<Source> source = std::nullopt);
+[[nodiscard]] QList<Transaction> filter(
+    const QList<Transaction> &transactions, const QString &query, std::optional<Source> source = std::nullopt);
 
 // Books invoices, then the workspace's open invoices that the books do not
 // hold (same invoice number), then workspace invoices paid through the
 // terminal that are neither open nor in the books. Open ones first, soonest
 // due first; then the rest, newest first.
 [[nodiscard]] QList<InvoiceRow> invoices(const QList<TarnOpenInvoice> &open, const QList<TarnPayment> &payments,
-                                         const QList<TarnBooksCustomerInvoice> &books);
+    const QList<TarnBooksCustomerInvoice> &books);
 
 // Bills not "Voided" with money still owed: how many and how much.
 [[nodiscard]] UnpaidBills unpaidBills(const QList<TarnBooksBill> &bills);

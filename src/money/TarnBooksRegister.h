@@ -11,8 +11,7 @@ class TarnJSONObject;
 // period: what the register and report endpoints answer.
 
 // One line of an entry, carrying its account's code, name and type.
-struct TarnBooksRegisterLine
-{
+struct TarnBooksRegisterLine {
     QString entry_id;
     QString code;
     QString name;
@@ -24,8 +23,7 @@ struct TarnBooksRegisterLine
     friend bool operator==(const TarnBooksRegisterLine &, const TarnBooksRegisterLine &) = default;
 };
 
-struct TarnBooksRegisterEntry
-{
+struct TarnBooksRegisterEntry {
     QString id;
     QString entry_date;
     QString memo;
@@ -39,8 +37,7 @@ struct TarnBooksRegisterEntry
 };
 
 // One page (limit entries from offset) of the `total` entries of a period.
-struct TarnBooksRegister
-{
+struct TarnBooksRegister {
     QString start;
     QString end;
     QString account_id;
@@ -53,8 +50,7 @@ struct TarnBooksRegister
     friend bool operator==(const TarnBooksRegister &, const TarnBooksRegister &) = default;
 };
 
-struct TarnBooksReport
-{
+struct TarnBooksReport {
     QString start;
     QString end;
     qint64 revenue = 0;

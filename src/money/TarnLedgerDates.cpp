@@ -56,8 +56,8 @@ std::optional<TarnLedgerDates::Instant> TarnLedgerDates::parseDateTime(QStringVi
     const int hour = digits(text, 11, 2);
     const int minute = digits(text, 14, 2);
     const int second = digits(text, 17, 2);
-    if (text[13] != u':' || text[16] != u':' || hour < 0 || hour > 23 || minute < 0 || minute > 59
-        || second < 0 || second > 59)
+    if (text[13] != u':' || text[16] != u':' || hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0
+        || second > 59)
         return std::nullopt;
 
     qsizetype at = 19;
@@ -109,7 +109,7 @@ std::optional<TarnLedgerDates::Instant> TarnLedgerDates::parseDateTime(QStringVi
 
     const qint64 days = date->toJulianDay() - QDate(1970, 1, 1).toJulianDay();
     const qint64 seconds = days * 86'400 + hour * 3'600 + minute * 60 + second - offsetSeconds;
-    return Instant{seconds, nanoseconds};
+    return Instant { seconds, nanoseconds };
 }
 
 bool TarnLedgerDates::isStale(const std::optional<QString> &checkedAt, const QDateTime &now)

@@ -19,8 +19,7 @@ inline constexpr qint64 staleSeconds = 129'600;
 [[nodiscard]] bool isDay(QStringView text);
 
 // Seconds since 1970-01-01T00:00:00Z plus nanoseconds, exact to the digits given.
-struct Instant
-{
+struct Instant {
     qint64 seconds = 0;
     qint32 nanoseconds = 0;
     friend bool operator==(const Instant &, const Instant &) = default;

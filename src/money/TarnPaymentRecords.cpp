@@ -56,7 +56,7 @@ TarnPaymentRefundRequest TarnPaymentRefundRequest::fromJSON(const TarnJSONObject
 
 TarnRefundAction TarnRefundAction::fromJSON(const TarnJSONObject &json)
 {
-    return {.status = json.string("status"_L1)};
+    return { .status = json.string("status"_L1) };
 }
 
 TarnChargeReceipt TarnChargeReceipt::fromJSON(const TarnJSONObject &json)

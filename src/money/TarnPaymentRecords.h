@@ -14,8 +14,7 @@ class TarnJSONObject;
 // a payment of its own whose id begins with "refund-". `date` is the day it
 // was received, "YYYY-MM-DD" (a date-time is tolerated: only its first seven
 // characters, the month, are ever compared).
-struct TarnPayment
-{
+struct TarnPayment {
     QString id;
     QString client;
     qint64 amount = 0;
@@ -32,8 +31,7 @@ struct TarnPayment
 
 // An invoice of the workspace that still has money owed: what a card is
 // charged against or an offline payment is recorded for.
-struct TarnOpenInvoice
-{
+struct TarnOpenInvoice {
     QString id;
     QString client_id;
     QString client;
@@ -47,8 +45,7 @@ struct TarnOpenInvoice
 };
 
 // A saved card of a client; the charge request names it by payment_profile_id.
-struct TarnPaymentCard
-{
+struct TarnPaymentCard {
     QString payment_profile_id;
     QString card_type;
     QString last4;
@@ -61,8 +58,7 @@ struct TarnPaymentCard
 
 // A refund request as the service lists it; its status is "Requested" until
 // someone decides it, then "Refunded" or another closing status.
-struct TarnPaymentRefundRequest
-{
+struct TarnPaymentRefundRequest {
     QString id;
     QString payment_id;
     qint64 amount = 0;
@@ -74,8 +70,7 @@ struct TarnPaymentRefundRequest
 };
 
 // The state of a refund request after a decision.
-struct TarnRefundAction
-{
+struct TarnRefundAction {
     QString status;
 
     static TarnRefundAction fromJSON(const TarnJSONObject &json);
@@ -83,8 +78,7 @@ struct TarnRefundAction
 };
 
 // The answer to a card charge: the payment it created.
-struct TarnChargeReceipt
-{
+struct TarnChargeReceipt {
     QString id;
     QString status;
     qint64 amount = 0;
@@ -94,8 +88,7 @@ struct TarnChargeReceipt
 };
 
 // The offline payment form as the user fills it; never decoded, only sent.
-struct TarnPaymentRecordDraft
-{
+struct TarnPaymentRecordDraft {
     QString clientID;
     qint64 amount = 0;
     QString status;

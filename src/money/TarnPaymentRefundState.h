@@ -11,11 +11,9 @@ struct TarnPaymentRefundRequest;
 // The refunds of the listed payments, summed per payment: what is asked for
 // and waiting ("Requested"), and what has gone back ("Refunded"). It decides
 // what may still be refunded and the pill each payment shows.
-class TarnPaymentRefundState
-{
+class TarnPaymentRefundState {
 public:
-    struct Request
-    {
+    struct Request {
         QString paymentID;
         qint64 amount = 0;
         QString status;

@@ -8,8 +8,7 @@ struct TarnPayment;
 // The figures above the payments list.
 namespace TarnPaymentTotals {
 
-struct Received
-{
+struct Received {
     qint64 total = 0;
     qint64 count = 0;
     friend bool operator==(const Received &, const Received &) = default;

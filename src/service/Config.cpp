@@ -52,9 +52,8 @@ std::optional<Config> Config::fromOptions(const QString &workspaceURL, const QSt
 
 bool Config::isServiceURL(const QUrl &url) const
 {
-    return url.isValid() && url.scheme() == "https"_L1
-        && url.host().compare(m_homeURL.host(), Qt::CaseInsensitive) == 0 && url.port(443) == m_homeURL.port(443)
-        && url.userInfo().isEmpty();
+    return url.isValid() && url.scheme() == "https"_L1 && url.host().compare(m_homeURL.host(), Qt::CaseInsensitive) == 0
+        && url.port(443) == m_homeURL.port(443) && url.userInfo().isEmpty();
 }
 
 QUrl Config::resolve(const QString &path) const

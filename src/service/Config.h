@@ -12,15 +12,14 @@
 // tests) replaces it with `--workspace URL` or TARN_WORKSPACE_URL, plus one
 // extra trusted certificate from `--workspace-ca FILE` or TARN_WORKSPACE_CA.
 // Either way there is exactly one host, over https only.
-class Config
-{
+class Config {
 public:
     Config();
 
     // Option values win over the environment; an empty option means "not given".
     // On a bad URL or certificate file, answers nothing and says why in `error`.
-    [[nodiscard]] static std::optional<Config> fromOptions(const QString &workspaceURL, const QString &workspaceCA,
-                                                           QString *error);
+    [[nodiscard]] static std::optional<Config> fromOptions(
+        const QString &workspaceURL, const QString &workspaceCA, QString *error);
 
     // The service's base URL: absolute https with a path ending in "/".
     [[nodiscard]] const QUrl &homeURL() const { return m_homeURL; }

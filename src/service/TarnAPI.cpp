@@ -45,15 +45,15 @@ QCoro::Task<TarnReply> TarnAPI::sendChecked(TarnPath path, TarnMethod method, st
         throw TarnAPIError::signedOut();
     }
 
-    TarnTransport::Request request{m_config.resolve(path.toString()), method, {}, std::move(json)};
+    TarnTransport::Request request { m_config.resolve(path.toString()), method, {}, std::move(json) };
     if (!m_config.isServiceURL(request.url))
         throw TarnAPIError::invalidResponse(); // never sent anywhere else
-    request.headers = {{"Accept", "application/json"}, {"Cookie", "tarn_session=" + token->toUtf8()}};
+    request.headers = { { "Accept", "application/json" }, { "Cookie", "tarn_session=" + token->toUtf8() } };
     if (method != TarnMethod::Get) {
         const QByteArray csrf = m_session ? m_session->csrf.toUtf8() : QByteArray();
         if (csrf.isEmpty())
             throw TarnAPIError::signedOut();
-        request.headers.append({"X-CSRF-Token", csrf});
+        request.headers.append({ "X-CSRF-Token", csrf });
     }
 
     const QString requestedPath = request.url.path();
@@ -72,14 +72,14 @@ QCoro::Task<TarnReply> TarnAPI::sendChecked(TarnPath path, TarnMethod method, st
     co_return TarnReply(reply);
 }
 
-QCoro::Task<TarnReply> TarnAPI::send(TarnPath path, TarnMethod method, std::optional<QByteArray> json,
-                                     bool errorFieldIsData)
+QCoro::Task<TarnReply> TarnAPI::send(
+    TarnPath path, TarnMethod method, std::optional<QByteArray> json, bool errorFieldIsData)
 {
     const TarnReply reply = co_await sendChecked(std::move(path), method, std::move(json));
     if (!reply.succeeded()) {
         const std::optional<QString> message = TarnErrorBody::messageIn(reply.body);
-        throw TarnAPIError::server(message.value_or(u"Pilo Tarn returned HTTP "_s + QString::number(reply.status)
-                                                    + u'.'));
+        throw TarnAPIError::server(
+            message.value_or(u"Pilo Tarn returned HTTP "_s + QString::number(reply.status) + u'.'));
     }
     if (const std::optional<QString> message = okResponseError(reply.body, errorFieldIsData))
         throw TarnAPIError::server(*message);

@@ -23,8 +23,10 @@ class TarnTransport;
 // its record: `static constexpr bool errorFieldIsData = true;`. No record of
 // the service needs it today; the rule lives with the answer's shape, never
 // with a call.
-template<typename T>
-constexpr bool tarnErrorFieldIsData = requires { requires T::errorFieldIsData; };
+template <typename T> constexpr bool tarnErrorFieldIsData = requires
+{
+    requires T::errorFieldIsData;
+};
 
 // The one client of the workspace service, shared by every screen. Each
 // endpoint method (in its feature's folder) builds a TarnPath, a method and
@@ -33,8 +35,7 @@ constexpr bool tarnErrorFieldIsData = requires { requires T::errorFieldIsData; }
 // onto TarnAPIError and decodes the answer into the record the caller names.
 // It also publishes the signed-in session; a request that finds the session
 // dead clears it, which sends the window back to sign-in.
-class TarnAPI : public QObject
-{
+class TarnAPI : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool signedIn READ signedIn NOTIFY sessionChanged)
 
@@ -51,8 +52,7 @@ public:
     // One service call without a body, decoded as T. Arguments are taken by
     // value and read before the first suspension, so endpoint methods may
     // pass temporaries and return the task without awaiting it.
-    template<typename T>
-    QCoro::Task<T> request(TarnPath path, TarnMethod method = TarnMethod::Get)
+    template <typename T> QCoro::Task<T> request(TarnPath path, TarnMethod method = TarnMethod::Get)
     {
         std::optional<QByteArray> noBody;
         const TarnReply reply = co_await send(std::move(path), method, std::move(noBody), tarnErrorFieldIsData<T>);
@@ -60,8 +60,7 @@ public:
     }
 
     // One service call with a JSON body, decoded as T.
-    template<typename T, TarnRequestBody Body>
-    QCoro::Task<T> request(TarnPath path, TarnMethod method, Body body)
+    template <typename T, TarnRequestBody Body> QCoro::Task<T> request(TarnPath path, TarnMethod method, Body body)
     {
         std::optional<QByteArray> json = TarnJSON::encode(body);
         const TarnReply reply = co_await send(std::move(path), method, std::move(json), tarnErrorFieldIsData<T>);
@@ -87,8 +86,8 @@ Q_SIGNALS:
     void signedOut();
 
 private:
-    QCoro::Task<TarnReply> send(TarnPath path, TarnMethod method, std::optional<QByteArray> json,
-                                bool errorFieldIsData);
+    QCoro::Task<TarnReply> send(
+        TarnPath path, TarnMethod method, std::optional<QByteArray> json, bool errorFieldIsData);
     QCoro::Task<TarnReply> sendChecked(TarnPath path, TarnMethod method, std::optional<QByteArray> json);
     QCoro::Task<> signOutLocally();
     void setSession(std::optional<TarnSession> session);

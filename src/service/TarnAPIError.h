@@ -5,8 +5,7 @@
 #include <exception>
 
 // The one error of every service call. Its text() is what screens show.
-class TarnAPIError : public std::exception
-{
+class TarnAPIError : public std::exception {
 public:
     enum class Kind {
         server, // the service refused, with its own message (or one built from the status)
@@ -15,10 +14,10 @@ public:
         transport, // the network itself failed (offline, timeout, TLS); the platform's text
     };
 
-    [[nodiscard]] static TarnAPIError server(QString message) { return {Kind::server, std::move(message)}; }
-    [[nodiscard]] static TarnAPIError signedOut() { return {Kind::signedOut, {}}; }
-    [[nodiscard]] static TarnAPIError invalidResponse() { return {Kind::invalidResponse, {}}; }
-    [[nodiscard]] static TarnAPIError transport(QString message) { return {Kind::transport, std::move(message)}; }
+    [[nodiscard]] static TarnAPIError server(QString message) { return { Kind::server, std::move(message) }; }
+    [[nodiscard]] static TarnAPIError signedOut() { return { Kind::signedOut, {} }; }
+    [[nodiscard]] static TarnAPIError invalidResponse() { return { Kind::invalidResponse, {} }; }
+    [[nodiscard]] static TarnAPIError transport(QString message) { return { Kind::transport, std::move(message) }; }
 
     [[nodiscard]] Kind kind() const { return m_kind; }
     [[nodiscard]] QString text() const;

@@ -6,5 +6,5 @@ using namespace Qt::StringLiterals;
 
 TarnCreatedID TarnCreatedID::fromJSON(const TarnJSONObject &json)
 {
-    return {json.string("id"_L1)};
+    return { json.string("id"_L1) };
 }

@@ -5,8 +5,7 @@
 class TarnJSONObject;
 
 // The answer of endpoints that create one thing.
-struct TarnCreatedID
-{
+struct TarnCreatedID {
     QString id;
     static TarnCreatedID fromJSON(const TarnJSONObject &json);
 };

@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 TarnErrorBody TarnErrorBody::fromJSON(const TarnJSONObject &json)
 {
-    return {json.optionalString("error"_L1)};
+    return { json.optionalString("error"_L1) };
 }
 
 std::optional<QString> TarnErrorBody::messageIn(const QByteArray &body)

@@ -9,8 +9,7 @@ class TarnJSONObject;
 
 // The service's error envelope, read from failed answers and from successful
 // ones alike (a 200 whose body says "error" is a failure).
-struct TarnErrorBody
-{
+struct TarnErrorBody {
     std::optional<QString> error;
     static TarnErrorBody fromJSON(const TarnJSONObject &json);
 

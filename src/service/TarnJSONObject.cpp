@@ -65,7 +65,7 @@ double TarnJSONDecoder<double>::decode(const QJsonValue &v)
 
 QJsonValue TarnJSON::parse(const QByteArray &bytes)
 {
-    QJsonParseError error{};
+    QJsonParseError error {};
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError)
         throw TarnDecodeError(u"not JSON: "_s + error.errorString());

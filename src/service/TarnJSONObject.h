@@ -12,8 +12,7 @@
 #include <optional>
 #include <type_traits>
 
-template<typename T>
-struct TarnJSONDecoder;
+template <typename T> struct TarnJSONDecoder;
 
 // A view over one JSON object while a record is decoded from it. Keys are the
 // record's field names exactly. Required readers throw TarnDecodeError when the
@@ -21,8 +20,7 @@ struct TarnJSONDecoder;
 // null, but still refuse a wrong type.
 //
 //   TarnOK TarnOK::fromJSON(const TarnJSONObject &json) { return {json.boolean("ok"_L1)}; }
-class TarnJSONObject
-{
+class TarnJSONObject {
 public:
     explicit TarnJSONObject(const QJsonValue &value);
 
@@ -38,22 +36,21 @@ public:
     [[nodiscard]] std::optional<qint64> optionalInteger(QLatin1StringView key) const { return optional<qint64>(key); }
     [[nodiscard]] double number(QLatin1StringView key) const { return get<double>(key); }
 
-    template<typename T>
-    [[nodiscard]] QList<T> list(QLatin1StringView key) const { return get<QList<T>>(key); }
-    template<typename T>
-    [[nodiscard]] std::optional<QList<T>> optionalList(QLatin1StringView key) const { return optional<QList<T>>(key); }
+    template <typename T> [[nodiscard]] QList<T> list(QLatin1StringView key) const { return get<QList<T>>(key); }
+    template <typename T> [[nodiscard]] std::optional<QList<T>> optionalList(QLatin1StringView key) const
+    {
+        return optional<QList<T>>(key);
+    }
 
     // Any decodable type: a record with fromJSON, a scalar, or a QList of them.
-    template<typename T>
-    [[nodiscard]] T get(QLatin1StringView key) const
+    template <typename T> [[nodiscard]] T get(QLatin1StringView key) const
     {
         if (!m_object.contains(key))
             throw TarnDecodeError(QLatin1StringView("missing key ") + key);
         return decodeField<T>(key, m_object.value(key));
     }
 
-    template<typename T>
-    [[nodiscard]] std::optional<T> optional(QLatin1StringView key) const
+    template <typename T> [[nodiscard]] std::optional<T> optional(QLatin1StringView key) const
     {
         const QJsonValue v = m_object.value(key);
         if (v.isUndefined() || v.isNull())
@@ -62,8 +59,7 @@ public:
     }
 
 private:
-    template<typename T>
-    static T decodeField(QLatin1StringView key, const QJsonValue &v)
+    template <typename T> static T decodeField(QLatin1StringView key, const QJsonValue &v)
     {
         try {
             return TarnJSONDecoder<T>::decode(v);
@@ -76,53 +72,37 @@ private:
 };
 
 // Records decode through their own `static T fromJSON(const TarnJSONObject &)`.
-template<typename T>
-struct TarnJSONDecoder
-{
+template <typename T> struct TarnJSONDecoder {
     static T decode(const QJsonValue &v) { return T::fromJSON(TarnJSONObject(v)); }
 };
 
-template<>
-struct TarnJSONDecoder<QString>
-{
+template <> struct TarnJSONDecoder<QString> {
     static QString decode(const QJsonValue &v);
 };
 
-template<>
-struct TarnJSONDecoder<bool>
-{
+template <> struct TarnJSONDecoder<bool> {
     static bool decode(const QJsonValue &v);
 };
 
 // Whole numbers only: 3.5 or 1e300 is refused rather than rounded.
-template<>
-struct TarnJSONDecoder<qint64>
-{
+template <> struct TarnJSONDecoder<qint64> {
     static qint64 decode(const QJsonValue &v);
 };
 
-template<>
-struct TarnJSONDecoder<int>
-{
+template <> struct TarnJSONDecoder<int> {
     static int decode(const QJsonValue &v);
 };
 
-template<>
-struct TarnJSONDecoder<double>
-{
+template <> struct TarnJSONDecoder<double> {
     static double decode(const QJsonValue &v);
 };
 
 // Kept as it is, for the few fields whose shape the client does not interpret.
-template<>
-struct TarnJSONDecoder<QJsonValue>
-{
+template <> struct TarnJSONDecoder<QJsonValue> {
     static QJsonValue decode(const QJsonValue &v) { return v; }
 };
 
-template<typename T>
-struct TarnJSONDecoder<QList<T>>
-{
+template <typename T> struct TarnJSONDecoder<QList<T>> {
     static QList<T> decode(const QJsonValue &v)
     {
         if (!v.isArray())
@@ -146,8 +126,7 @@ namespace TarnJSON {
 // The whole answer: bytes to a record (or a list of them). Throws TarnDecodeError.
 [[nodiscard]] QJsonValue parse(const QByteArray &bytes);
 
-template<typename T>
-[[nodiscard]] T decode(const QByteArray &bytes)
+template <typename T> [[nodiscard]] T decode(const QByteArray &bytes)
 {
     return TarnJSONDecoder<T>::decode(parse(bytes));
 }

@@ -5,12 +5,12 @@
 
 namespace {
 
-constexpr std::array<std::pair<TarnMethod, const char *>, 4> verbs{{
-    {TarnMethod::Get, "GET"},
-    {TarnMethod::Post, "POST"},
-    {TarnMethod::Patch, "PATCH"},
-    {TarnMethod::Delete, "DELETE"},
-}};
+constexpr std::array<std::pair<TarnMethod, const char *>, 4> verbs { {
+    { TarnMethod::Get, "GET" },
+    { TarnMethod::Post, "POST" },
+    { TarnMethod::Patch, "PATCH" },
+    { TarnMethod::Delete, "DELETE" },
+} };
 
 } // namespace
 

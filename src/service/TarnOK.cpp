@@ -6,5 +6,5 @@ using namespace Qt::StringLiterals;
 
 TarnOK TarnOK::fromJSON(const TarnJSONObject &json)
 {
-    return {json.boolean("ok"_L1)};
+    return { json.boolean("ok"_L1) };
 }

@@ -5,8 +5,7 @@
 class TarnJSONObject;
 
 // The answer of endpoints that return nothing else.
-struct TarnOK
-{
+struct TarnOK {
     bool ok = false;
     static TarnOK fromJSON(const TarnJSONObject &json);
 };

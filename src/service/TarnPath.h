@@ -12,12 +12,14 @@
 //
 //   TarnPath(u"/api/rooms"_s).id(roomID).segment("messages"_L1).query("before"_L1, cursor)
 //     -> "/api/rooms/r%2F1/messages?before=12"
-class TarnPath
-{
+class TarnPath {
 public:
     // A path of the code's own: "/api/session", or "api/mobile/exchange"
     // (below the service's base path).
-    explicit TarnPath(QString fixed) : m_text(std::move(fixed)) {}
+    explicit TarnPath(QString fixed)
+        : m_text(std::move(fixed))
+    {
+    }
 
     // "/" and a literal segment of the code's own.
     [[nodiscard]] TarnPath segment(QLatin1StringView literal) const;

@@ -9,8 +9,7 @@
 
 // One answer of the service as the transport received it: read in full, the
 // network objects already gone.
-struct TarnReply
-{
+struct TarnReply {
     int status = 0; // 0 when the answer was not HTTP
     QUrl url; // where the answer came from, after any followed redirect
     QByteArray body;
@@ -19,8 +18,7 @@ struct TarnReply
     [[nodiscard]] bool succeeded() const { return status >= 200 && status <= 299; }
 
     // The body as the record T; a body of another shape is an unreadable answer.
-    template<typename T>
-    [[nodiscard]] T decode() const
+    template <typename T> [[nodiscard]] T decode() const
     {
         try {
             return TarnJSON::decode<T>(body);
@@ -31,7 +29,4 @@ struct TarnReply
 };
 
 // Answers with no body worth reading.
-template<>
-inline void TarnReply::decode<void>() const
-{
-}
+template <> inline void TarnReply::decode<void>() const { }

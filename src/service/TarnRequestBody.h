@@ -14,16 +14,18 @@
 //       QString accent;
 //       QJsonObject toJSON() const { return {{u"accent"_s, accent}}; }
 //   };
-template<typename T>
-concept TarnRequestBody = requires(const T &body) {
-    { body.toJSON() } -> std::same_as<QJsonObject>;
+template <typename T>
+concept TarnRequestBody = requires(const T &body)
+{
+    {
+        body.toJSON()
+        } -> std::same_as<QJsonObject>;
 };
 
 namespace TarnJSON {
 
 // The body as it is sent: compact JSON.
-template<TarnRequestBody T>
-[[nodiscard]] QByteArray encode(const T &body)
+template <TarnRequestBody T> [[nodiscard]] QByteArray encode(const T &body)
 {
     return QJsonDocument(body.toJSON()).toJson(QJsonDocument::Compact);
 }

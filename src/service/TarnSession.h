@@ -8,8 +8,7 @@
 class TarnJSONObject;
 
 // The signed-in person and their saved settings, as "/api/session" answers it.
-struct TarnSession
-{
+struct TarnSession {
     QString id;
     QString name;
     QString email;

@@ -8,8 +8,7 @@
 // Where the session token lives between runs. The service client reads it for
 // every request and clears it when the service says the session is over; the
 // keychain-backed implementation is NativeSessionStore.
-class TarnSessionStore
-{
+class TarnSessionStore {
 public:
     virtual ~TarnSessionStore() = default;
 

@@ -6,5 +6,5 @@ using namespace Qt::StringLiterals;
 
 TarnSessionsEnded TarnSessionsEnded::fromJSON(const TarnJSONObject &json)
 {
-    return {.ok = json.boolean("ok"_L1), .signed_out = json.integer("signed_out"_L1)};
+    return { .ok = json.boolean("ok"_L1), .signed_out = json.integer("signed_out"_L1) };
 }

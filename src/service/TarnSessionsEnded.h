@@ -5,8 +5,7 @@
 class TarnJSONObject;
 
 // The answer of ending the person's other sessions.
-struct TarnSessionsEnded
-{
+struct TarnSessionsEnded {
     bool ok = false;
     // How many sessions were ended.
     qint64 signed_out = 0;

@@ -79,6 +79,7 @@ QCoro::Task<TarnReply> TarnTransport::send(Request request)
                 continue;
             }
         }
-        co_return TarnReply{status.isValid() ? status.toInt() : 0, reply->url(), reply->readAll(), mediaTypeOf(*reply)};
+        co_return TarnReply { status.isValid() ? status.toInt() : 0, reply->url(), reply->readAll(),
+            mediaTypeOf(*reply) };
     }
 }

@@ -22,8 +22,7 @@ class QNetworkAccessManager;
 // certificates, a 60-second timeout, and a redirect rule chosen by its owner.
 // Every reply is awaited here and read in full, so no network object leaves
 // this class.
-class TarnTransport : public QObject
-{
+class TarnTransport : public QObject {
     Q_OBJECT
 
 public:
@@ -32,8 +31,7 @@ public:
         never, // answer every 3xx as it stands
     };
 
-    struct Request
-    {
+    struct Request {
         QUrl url;
         TarnMethod method = TarnMethod::Get;
         QList<std::pair<QByteArray, QByteArray>> headers;

@@ -17,7 +17,7 @@ namespace TarnAppearance {
 [[nodiscard]] const QList<TarnAppearanceChoice> &accents();
 [[nodiscard]] const QList<TarnAppearanceChoice> &backgrounds();
 
-[[nodiscard]] TarnAppearanceChoice choice(const QList<TarnAppearanceChoice> &choices,
-    const std::optional<QString> &value);
+[[nodiscard]] TarnAppearanceChoice choice(
+    const QList<TarnAppearanceChoice> &choices, const std::optional<QString> &value);
 
 } // namespace TarnAppearance

@@ -9,20 +9,20 @@ namespace TarnSettingsCalls {
 
 QCoro::Task<TarnOK> setAccent(TarnAPI &api, const QString &accent)
 {
-    return api.request<TarnOK>(TarnPath(u"/api/team/me/accent"_s), TarnMethod::Patch,
-                               TarnAppearanceUpdate{.accent = accent});
+    return api.request<TarnOK>(
+        TarnPath(u"/api/team/me/accent"_s), TarnMethod::Patch, TarnAppearanceUpdate { .accent = accent });
 }
 
 QCoro::Task<TarnOK> setTextSize(TarnAPI &api, const QString &textSize)
 {
-    return api.request<TarnOK>(TarnPath(u"/api/team/me/text-size"_s), TarnMethod::Patch,
-                               TarnAppearanceUpdate{.text_size = textSize});
+    return api.request<TarnOK>(
+        TarnPath(u"/api/team/me/text-size"_s), TarnMethod::Patch, TarnAppearanceUpdate { .text_size = textSize });
 }
 
 QCoro::Task<TarnOK> setAppearance(TarnAPI &api, const QString &background)
 {
-    return api.request<TarnOK>(TarnPath(u"/api/team/me/appearance"_s), TarnMethod::Patch,
-                               TarnAppearanceUpdate{.background = background});
+    return api.request<TarnOK>(
+        TarnPath(u"/api/team/me/appearance"_s), TarnMethod::Patch, TarnAppearanceUpdate { .background = background });
 }
 
 QCoro::Task<TarnSessionsEnded> endOtherSessions(TarnAPI &api)

@@ -1,10 +1,10 @@
+#include "TarnWaitFor.h"
 #include "app/NativeBrowser.h"
 #include "app/NativeRootState.h"
 #include "app/NativeSingleInstance.h"
 #include "auth/NativeAuth.h"
 #include "auth/NativeSessionStore.h"
 #include "service/TarnAPI.h"
-#include "TarnWaitFor.h"
 #include "shell/TarnNavigation.h"
 #include "support/TestWorkspace.h"
 
@@ -22,8 +22,7 @@ using Phase = NativeRootState::Phase;
 // that loads the real sign-in page) hands the pilo-tarn: address to a second
 // start of the real app, and that start passes it over the single-instance
 // socket to this process, which plays the running app.
-class TestSignIn : public QObject
-{
+class TestSignIn : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -37,8 +36,7 @@ private Q_SLOTS:
     void exchangeAnswers();
 
 private:
-    struct App
-    {
+    struct App {
         App(const Config &config, NativeSessionStore &store)
             : api(config, store, nullptr)
             , auth(config, store, &NativeBrowser::open)
@@ -48,8 +46,8 @@ private:
         TarnAPI api;
         NativeAuth auth;
         QTemporaryDir folder;
-        QSettings preferences{folder.filePath(u"prefs.ini"_s), QSettings::IniFormat};
-        TarnNavigation navigation{&preferences};
+        QSettings preferences { folder.filePath(u"prefs.ini"_s), QSettings::IniFormat };
+        TarnNavigation navigation { &preferences };
         NativeRootState root;
     };
     static bool reach(App &running, Phase phase)
@@ -61,7 +59,7 @@ private:
     std::unique_ptr<TestWorkspace> workspace;
     std::optional<Config> config;
     NativeSessionStore store;
-    NativeSingleInstance instance{u"pilo-tarn"_s};
+    NativeSingleInstance instance { u"pilo-tarn"_s };
     std::unique_ptr<App> app;
 };
 
@@ -75,7 +73,7 @@ void TestSignIn::initTestCase()
 
 void TestSignIn::startAs(const QString &who)
 {
-    workspace = std::make_unique<TestWorkspace>(QStringList{u"--auto-sign-in"_s, who});
+    workspace = std::make_unique<TestWorkspace>(QStringList { u"--auto-sign-in"_s, who });
     QVERIFY2(workspace->isRunning(), qPrintable(workspace->error()));
     qputenv("TARN_WORKSPACE_CA", workspace->certificatePath().toUtf8());
     QString error;
@@ -108,12 +106,13 @@ void TestSignIn::signInThroughSecondStart()
 
     // The command-line companion uses the same stored session.
     QProcess tarn;
-    tarn.start(QStringLiteral(TARN_CLI), {u"api"_s, u"--workspace"_s, workspace->url().toString(), u"--workspace-ca"_s,
-                                          workspace->certificatePath(), u"GET"_s, u"/api/session"_s});
+    tarn.start(QStringLiteral(TARN_CLI),
+        { u"api"_s, u"--workspace"_s, workspace->url().toString(), u"--workspace-ca"_s, workspace->certificatePath(),
+            u"GET"_s, u"/api/session"_s });
     QVERIFY(tarn.waitForFinished(20000));
     QCOMPARE(tarn.exitCode(), 0);
-    QCOMPARE(QJsonDocument::fromJson(tarn.readAllStandardOutput()).object().value("name"_L1).toString(),
-             u"Maren Holt"_s);
+    QCOMPARE(
+        QJsonDocument::fromJson(tarn.readAllStandardOutput()).object().value("name"_L1).toString(), u"Maren Holt"_s);
 
     // A new start restores the session without signing in.
     app = std::make_unique<App>(*config, store);
@@ -139,10 +138,10 @@ void TestSignIn::restoreMessages_data()
     QTest::addColumn<QString>("detail");
 
     const QJsonObject none;
-    const QJsonObject ended{{u"method"_s, u"GET"_s}, {u"path"_s, u"/api/session"_s}, {u"status"_s, 401},
-                            {u"content_type"_s, u"application/json"_s}, {u"body"_s, u"{}"_s}};
-    const QJsonObject broken{{u"method"_s, u"GET"_s}, {u"path"_s, u"/api/session"_s}, {u"status"_s, 502},
-                             {u"content_type"_s, u"text/plain"_s}, {u"body"_s, QString()}};
+    const QJsonObject ended { { u"method"_s, u"GET"_s }, { u"path"_s, u"/api/session"_s }, { u"status"_s, 401 },
+        { u"content_type"_s, u"application/json"_s }, { u"body"_s, u"{}"_s } };
+    const QJsonObject broken { { u"method"_s, u"GET"_s }, { u"path"_s, u"/api/session"_s }, { u"status"_s, 502 },
+        { u"content_type"_s, u"text/plain"_s }, { u"body"_s, QString() } };
     QTest::addRow("no Home app") << u"ada@halvard.example"_s << none << int(Phase::SignedOut)
                                  << u"This account cannot open Tarn Home."_s << QString();
     QTest::addRow("session ended") << u"owner"_s << ended << int(Phase::SignedOut) << u"Sign in to continue."_s
@@ -217,8 +216,8 @@ void TestSignIn::exchangeAnswers_data()
 
     const QString granted = uR"({"cookie":{"value":"tok-123"},"user":{"name":"Maren Holt"}})"_s;
     QTest::addRow("201 is not success") << 201 << granted << u"Sign-in expired. Start again."_s;
-    QTest::addRow("refused with message") << 400 << uR"({"error":"This code was already used."})"_s
-                                          << u"This code was already used."_s;
+    QTest::addRow("refused with message")
+        << 400 << uR"({"error":"This code was already used."})"_s << u"This code was already used."_s;
     QTest::addRow("refused without message") << 500 << QString() << u"Sign-in expired. Start again."_s;
     QTest::addRow("200 unreadable") << 200 << uR"({"cookie":{}})"_s
                                     << u"Pilo Tarn returned an unreadable response. Try again."_s;
@@ -232,8 +231,8 @@ void TestSignIn::exchangeAnswers()
     QFETCH(QString, body);
     QFETCH(QString, message);
 
-    workspace->setFault({{u"method"_s, u"POST"_s}, {u"path"_s, u"/api/mobile/exchange"_s}, {u"status"_s, status},
-                         {u"content_type"_s, u"application/json"_s}, {u"body"_s, body}});
+    workspace->setFault({ { u"method"_s, u"POST"_s }, { u"path"_s, u"/api/mobile/exchange"_s }, { u"status"_s, status },
+        { u"content_type"_s, u"application/json"_s }, { u"body"_s, body } });
     app->root.signIn();
     QVERIFY(QTest::qWaitFor([&] { return app->root.phase() == Phase::SignedOut && !app->root.busy(); }, 20000));
     QCOMPARE(app->root.message(), message);

@@ -8,8 +8,7 @@ using namespace Qt::StringLiterals;
 
 // Without any Secret Service the store must refuse to keep the token (never
 // a plaintext fallback) and say so in the platform's own words.
-class TestNoKeyring : public QObject
-{
+class TestNoKeyring : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -26,7 +25,7 @@ void TestNoKeyring::refusesToStore()
     } catch (const NativeAuthError &error) {
         QCOMPARE(error.kind(), NativeAuthError::Kind::keychain);
         QCOMPARE(error.text(),
-                 u"This computer could not save your sign-in. Check that your keyring is unlocked and try again."_s);
+            u"This computer could not save your sign-in. Check that your keyring is unlocked and try again."_s);
     }
     QCOMPARE(tarnWaitFor(store.token()), std::nullopt);
 }

@@ -5,8 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-class TestProofKey : public QObject
-{
+class TestProofKey : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:

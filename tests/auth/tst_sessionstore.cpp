@@ -11,8 +11,7 @@ using namespace Qt::StringLiterals;
 
 // Runs inside a private D-Bus session with its own gnome-keyring, so these
 // are the real Secret Service calls the app makes.
-class TestSessionStore : public QObject
-{
+class TestSessionStore : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -23,7 +22,7 @@ private Q_SLOTS:
     void secretNeverOnDisk();
 
 private:
-    NativeSessionStore store{u"co.halvard.pilo-tarn.session.test"_s};
+    NativeSessionStore store { u"co.halvard.pilo-tarn.session.test"_s };
 };
 
 void TestSessionStore::addUpdateClear()

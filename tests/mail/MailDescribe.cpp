@@ -17,7 +17,7 @@ QString runs(const QList<TarnMailRun> &list)
         text.replace(u'\n', "\\n"_L1);
         QString marks;
         const quint32 raw = run.style.rawValue();
-        const char letters[] = {'b', 'i', 'u', 's', 'c'};
+        const char letters[] = { 'b', 'i', 'u', 's', 'c' };
         for (int bit = 0; bit < 5; ++bit) {
             if (raw & (1u << bit))
                 marks.append(QLatin1Char(letters[bit]));

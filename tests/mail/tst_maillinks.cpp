@@ -253,12 +253,12 @@ void TestMailLinks::linkSummary()
     const auto summary = [](const QStringList &links) {
         QList<TarnMailRun> runs;
         for (const QString &link : links)
-            runs.append({u"t"_s, {}, link.isEmpty() ? std::nullopt : std::make_optional(TarnMailLink(QUrl(link)))});
+            runs.append({ u"t"_s, {}, link.isEmpty() ? std::nullopt : std::make_optional(TarnMailLink(QUrl(link))) });
         return TarnMailHTML::linkSummary(runs);
     };
-    QCOMPARE(summary({QString(), QString()}), std::nullopt);
-    QCOMPARE(summary({u"https://a.example/"_s, QString(), u"mailto:b@example.com"_s, u"https://a.example/"_s}),
-             u"Opens https://a.example/\nmailto:b@example.com"_s);
+    QCOMPARE(summary({ QString(), QString() }), std::nullopt);
+    QCOMPARE(summary({ u"https://a.example/"_s, QString(), u"mailto:b@example.com"_s, u"https://a.example/"_s }),
+        u"Opens https://a.example/\nmailto:b@example.com"_s);
     QStringList many;
     for (int i = 1; i <= 7; ++i)
         many.append(u"https://a.example/%1"_s.arg(i));
@@ -268,10 +268,10 @@ void TestMailLinks::linkSummary()
 void TestMailLinks::attachmentID()
 {
     const QList<TarnMailHTML::AttachmentRef> attachments = {
-        {u"<image002@x>"_s, u"b.png"_s},
-        {u"att-3"_s, u"Logo.PNG"_s},
-        {u"att-4"_s, u"shared"_s},
-        {u"shared"_s, u"s.png"_s},
+        { u"<image002@x>"_s, u"b.png"_s },
+        { u"att-3"_s, u"Logo.PNG"_s },
+        { u"att-4"_s, u"shared"_s },
+        { u"shared"_s, u"s.png"_s },
     };
     const auto find = [&](const QString &cid) { return TarnMailHTML::attachmentID(cid, attachments); };
     QCOMPARE(find(u" IMAGE002@X "_s), u"<image002@x>"_s); // trimmed, brackets and case ignored

@@ -17,47 +17,39 @@ namespace {
 using Kind = TarnAPIError::Kind;
 
 // What a call ended in: the error's kind and text, or nothing on success.
-struct Outcome
-{
+struct Outcome {
     std::optional<Kind> kind;
     QString text;
 };
 
-template<typename T>
-Outcome outcomeOf(QCoro::Task<T> task)
+template <typename T> Outcome outcomeOf(QCoro::Task<T> task)
 {
     try {
         tarnWaitFor(std::move(task));
         return {};
     } catch (const TarnAPIError &error) {
-        return {error.kind(), error.text()};
+        return { error.kind(), error.text() };
     }
 }
 
 QJsonObject fault(const QByteArray &method, const QString &path, int status, const QString &contentType,
-                  const QString &body, const QString &location = {})
+    const QString &body, const QString &location = {})
 {
-    QJsonObject f{{u"method"_s, QString::fromLatin1(method)},
-                  {u"path"_s, path},
-                  {u"status"_s, status},
-                  {u"content_type"_s, contentType},
-                  {u"body"_s, body},
-                  {u"times"_s, 1}};
+    QJsonObject f { { u"method"_s, QString::fromLatin1(method) }, { u"path"_s, path }, { u"status"_s, status },
+        { u"content_type"_s, contentType }, { u"body"_s, body }, { u"times"_s, 1 } };
     if (!location.isEmpty())
         f.insert(u"location"_s, location);
     return f;
 }
 
 // An answer whose "error" is part of its data.
-struct ErrorAsData
-{
+struct ErrorAsData {
     static constexpr bool errorFieldIsData = true;
     QString error;
-    static ErrorAsData fromJSON(const TarnJSONObject &json) { return {json.string("error"_L1)}; }
+    static ErrorAsData fromJSON(const TarnJSONObject &json) { return { json.string("error"_L1) }; }
 };
 
-template<typename T>
-QCoro::Task<T> getSession(TarnAPI &api)
+template <typename T> QCoro::Task<T> getSession(TarnAPI &api)
 {
     return api.request<T>(TarnPath(u"/api/session"_s));
 }
@@ -66,8 +58,7 @@ QCoro::Task<T> getSession(TarnAPI &api)
 
 // The service client against a real local workspace over HTTPS, with the
 // token in a real (private) keyring. Faults make chosen calls misbehave.
-class TestAPI : public QObject
-{
+class TestAPI : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -90,7 +81,7 @@ private:
 
     std::unique_ptr<TestWorkspace> workspace;
     std::optional<Config> config;
-    NativeSessionStore store{u"co.halvard.pilo-tarn.session.test"_s};
+    NativeSessionStore store { u"co.halvard.pilo-tarn.session.test"_s };
     QTemporaryDir settingsFolder;
     std::unique_ptr<QSettings> settings;
     std::unique_ptr<TarnAPI> api;
@@ -171,9 +162,8 @@ void TestAPI::failures_data()
                                << std::optional(Kind::signedOut) << QString() << true;
     QTest::addRow("html with charset") << fault(get, path, 200, u"text/html; charset=utf-8"_s, session) << false
                                        << std::optional(Kind::signedOut) << QString() << true;
-    QTest::addRow("redirect to the sign-in page")
-        << fault(get, path, 302, u"text/plain"_s, QString(), u"/login"_s) << false << std::optional(Kind::signedOut)
-        << QString() << true;
+    QTest::addRow("redirect to the sign-in page") << fault(get, path, 302, u"text/plain"_s, QString(), u"/login"_s)
+                                                  << false << std::optional(Kind::signedOut) << QString() << true;
     QTest::addRow("redirect to another host")
         << fault(get, path, 302, u"text/plain"_s, u"moved"_s, u"https://elsewhere.invalid/api/session"_s) << false
         << std::optional(Kind::server) << u"Pilo Tarn returned HTTP 302."_s << false;
@@ -188,19 +178,21 @@ void TestAPI::failures_data()
                                       << std::optional(Kind::server) << u"Down for upkeep."_s << false;
     QTest::addRow("400 empty message") << fault(get, path, 400, json, uR"({"error":""})"_s) << false
                                        << std::optional(Kind::server) << QString() << false;
-    QTest::addRow("404 error not a string") << fault(get, path, 404, json, uR"({"error":7})"_s) << false
-                                            << std::optional(Kind::server) << u"Pilo Tarn returned HTTP 404."_s << false;
+    QTest::addRow("404 error not a string")
+        << fault(get, path, 404, json, uR"({"error":7})"_s) << false << std::optional(Kind::server)
+        << u"Pilo Tarn returned HTTP 404."_s << false;
     QTest::addRow("200 carrying error") << fault(get, path, 200, json, uR"({"error":"Room is archived."})"_s) << false
                                         << std::optional(Kind::server) << u"Room is archived."_s << false;
-    QTest::addRow("200 with empty error") << fault(get, path, 200, json,
-                                                   uR"({"error":"","id":"p","name":"N","email":"e","csrf":"c","apps":[]})"_s)
-                                          << false << ok << QString() << false;
+    QTest::addRow("200 with empty error")
+        << fault(get, path, 200, json, uR"({"error":"","id":"p","name":"N","email":"e","csrf":"c","apps":[]})"_s)
+        << false << ok << QString() << false;
     QTest::addRow("200 error is data") << fault(get, path, 200, json, uR"({"error":"x"})"_s) << true << ok << QString()
                                        << false;
     QTest::addRow("200 not json") << fault(get, path, 200, json, u"{\"id\":"_s) << false
                                   << std::optional(Kind::invalidResponse)
                                   << u"Pilo Tarn returned an unreadable response. Try again."_s << false;
-    QTest::addRow("200 wrong type") << fault(get, path, 200, json, uR"({"id":"p","name":"N","email":"e","csrf":"c","apps":"Home"})"_s)
+    QTest::addRow("200 wrong type") << fault(
+        get, path, 200, json, uR"({"id":"p","name":"N","email":"e","csrf":"c","apps":"Home"})"_s)
                                     << false << std::optional(Kind::invalidResponse) << QString() << false;
     QTest::addRow("200 missing key") << fault(get, path, 200, json, uR"({"id":"p","name":"N","email":"e","apps":[]})"_s)
                                      << false << std::optional(Kind::invalidResponse) << QString() << false;
@@ -219,8 +211,8 @@ void TestAPI::failures()
     workspace->setFault(fault);
     workspace->clearRequests();
 
-    const Outcome outcome = errorFieldIsData ? outcomeOf(getSession<ErrorAsData>(*api))
-                                             : outcomeOf(getSession<TarnSession>(*api));
+    const Outcome outcome
+        = errorFieldIsData ? outcomeOf(getSession<ErrorAsData>(*api)) : outcomeOf(getSession<TarnSession>(*api));
     QVERIFY2(outcome.kind == kind, qPrintable(outcome.text));
     if (!text.isNull())
         QCOMPARE(outcome.text, text);
@@ -277,8 +269,9 @@ void TestAPI::downloads_data()
                                << std::optional(Kind::server) << u"This file is too large to open here."_s;
     QTest::addRow("missing") << fault("GET", path, 404, u"text/plain"_s, QString()) << qint64(100)
                              << std::optional(Kind::server) << u"Could not download this file."_s;
-    QTest::addRow("refused with message") << fault("GET", path, 403, u"application/json"_s, uR"({"error":"Not yours."})"_s)
-                                          << qint64(100) << std::optional(Kind::server) << u"Not yours."_s;
+    QTest::addRow("refused with message")
+        << fault("GET", path, 403, u"application/json"_s, uR"({"error":"Not yours."})"_s) << qint64(100)
+        << std::optional(Kind::server) << u"Not yours."_s;
     QTest::addRow("html means signed out") << fault("GET", path, 200, u"text/html"_s, u"<p>"_s) << qint64(100)
                                            << std::optional(Kind::signedOut) << QString();
 }

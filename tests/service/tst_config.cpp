@@ -5,8 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-class TestConfig : public QObject
-{
+class TestConfig : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -24,16 +23,18 @@ void TestConfig::resolve_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("resolved");
 
-    QTest::addRow("absolute path") << u"https://w.example/"_s << u"/api/session"_s << u"https://w.example/api/session"_s;
+    QTest::addRow("absolute path") << u"https://w.example/"_s << u"/api/session"_s
+                                   << u"https://w.example/api/session"_s;
     QTest::addRow("relative below base") << u"https://w.example/tarn/"_s << u"api/mobile/exchange"_s
                                          << u"https://w.example/tarn/api/mobile/exchange"_s;
-    QTest::addRow("absolute replaces base") << u"https://w.example/tarn/"_s << u"/api/session"_s
-                                            << u"https://w.example/api/session"_s;
+    QTest::addRow("absolute replaces base")
+        << u"https://w.example/tarn/"_s << u"/api/session"_s << u"https://w.example/api/session"_s;
     QTest::addRow("query kept") << u"https://w.example:8443/"_s << u"/api/gifs?q=cat%20hat"_s
                                 << u"https://w.example:8443/api/gifs?q=cat%20hat"_s;
     QTest::addRow("other host") << u"https://w.example/"_s << u"https://evil.example/api"_s
                                 << u"https://evil.example/api"_s;
-    QTest::addRow("network path") << u"https://w.example/"_s << u"//evil.example/api"_s << u"https://evil.example/api"_s;
+    QTest::addRow("network path") << u"https://w.example/"_s << u"//evil.example/api"_s
+                                  << u"https://evil.example/api"_s;
 }
 
 void TestConfig::resolve()
@@ -79,7 +80,8 @@ void TestConfig::options_data()
 
     const QString pem = QFINDTESTDATA("testdata/loopback.pem");
     QTest::addRow("built in") << QString() << QString() << true << u"https://tarn.halvard.co/"_s;
-    QTest::addRow("path gains slash") << u"https://10.0.0.1:9/base"_s << QString() << true << u"https://10.0.0.1:9/base/"_s;
+    QTest::addRow("path gains slash") << u"https://10.0.0.1:9/base"_s << QString() << true
+                                      << u"https://10.0.0.1:9/base/"_s;
     QTest::addRow("http refused") << u"http://127.0.0.1/"_s << QString() << false << QString();
     QTest::addRow("no host") << u"https:///x"_s << QString() << false << QString();
     QTest::addRow("query refused") << u"https://h/?a=1"_s << QString() << false << QString();

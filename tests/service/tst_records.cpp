@@ -10,8 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-class TestRecords : public QObject
-{
+class TestRecords : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -33,12 +32,17 @@ void TestRecords::sessionDecodes_data()
     const QByteArray base = R"("id":"p1","name":"Maren","email":"m@x","csrf":"c","apps":["Home"])";
     QTest::addRow("required only") << "{" + base + "}" << true;
     QTest::addRow("optional null") << "{" + base + R"(,"role":null,"owner":null,"text_size":null})" << true;
-    QTest::addRow("all fields") << "{" + base + R"(,"role":"admin","owner":true,"books_owner":false,"background":"sand","accent":"teal","text_size":"large"})"
+    QTest::addRow("all fields") << "{" + base
+            + R"(,"role":"admin","owner":true,"books_owner":false,"background":"sand","accent":"teal","text_size":"large"})"
                                 << true;
     QTest::addRow("missing csrf") << QByteArray(R"({"id":"p1","name":"M","email":"m","apps":[]})") << false;
-    QTest::addRow("apps not an array") << QByteArray(R"({"id":"p1","name":"M","email":"m","csrf":"c","apps":"Home"})") << false;
-    QTest::addRow("app not a string") << QByteArray(R"({"id":"p1","name":"M","email":"m","csrf":"c","apps":[1]})") << false;
-    QTest::addRow("owner as string") << QByteArray(R"({"id":"p1","name":"M","email":"m","csrf":"c","apps":[],"owner":"yes"})") << false;
+    QTest::addRow("apps not an array") << QByteArray(R"({"id":"p1","name":"M","email":"m","csrf":"c","apps":"Home"})")
+                                       << false;
+    QTest::addRow("app not a string") << QByteArray(R"({"id":"p1","name":"M","email":"m","csrf":"c","apps":[1]})")
+                                      << false;
+    QTest::addRow("owner as string") << QByteArray(
+        R"({"id":"p1","name":"M","email":"m","csrf":"c","apps":[],"owner":"yes"})")
+                                     << false;
     QTest::addRow("id as number") << QByteArray(R"({"id":1,"name":"M","email":"m","csrf":"c","apps":[]})") << false;
     QTest::addRow("array at top") << QByteArray("[]") << false;
     QTest::addRow("not JSON") << QByteArray("<html>") << false;

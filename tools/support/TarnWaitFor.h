@@ -10,13 +10,12 @@
 // Runs a task to its end from code that is not a coroutine (a command-line
 // main, a test) and returns its result or rethrows its error. QCoro's own
 // waitFor never returns when the task throws, so it must not be used here.
-template<typename T>
-T tarnWaitFor(QCoro::Task<T> task)
+template <typename T> T tarnWaitFor(QCoro::Task<T> task)
 {
     QEventLoop loop;
     bool done = false;
     std::exception_ptr failure;
-    std::conditional_t<std::is_void_v<T>, bool, std::optional<T>> result{};
+    std::conditional_t<std::is_void_v<T>, bool, std::optional<T>> result {};
 
     auto run = [&]() -> QCoro::Task<> {
         try {

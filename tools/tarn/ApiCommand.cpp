@@ -1,9 +1,9 @@
 #include "ApiCommand.h"
 
 #include "MemorySessionStore.h"
+#include "TarnWaitFor.h"
 #include "WorkspaceOptions.h"
 #include "auth/NativeSessionStore.h"
-#include "TarnWaitFor.h"
 #include "service/TarnAPI.h"
 
 #include <QJsonDocument>
@@ -17,8 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The body exactly as typed on the command line.
-struct TypedBody
-{
+struct TypedBody {
     QJsonObject json;
     [[nodiscard]] QJsonObject toJSON() const { return json; }
 };
@@ -43,7 +42,7 @@ int runApi(const QStringList &args)
     parser.addPositionalArgument(u"METHOD"_s, u"GET, POST, PATCH or DELETE"_s);
     parser.addPositionalArgument(u"PATH"_s, u"For example /api/session"_s);
     parser.addPositionalArgument(u"JSON-BODY"_s, u"A JSON object (optional)"_s);
-    parser.process(QStringList{u"tarn api"_s} + args);
+    parser.process(QStringList { u"tarn api"_s } + args);
 
     QTextStream err(stderr);
     const QStringList positional = parser.positionalArguments();
@@ -63,7 +62,7 @@ int runApi(const QStringList &args)
             err << "The body must be a JSON object.\n";
             return 2;
         }
-        body = TypedBody{document.object()};
+        body = TypedBody { document.object() };
     }
 
     std::unique_ptr<TarnSessionStore> store;

@@ -16,7 +16,7 @@ namespace {
 // A JSON string literal, escaped by Qt's own writer.
 QByteArray jsonString(const QString &text)
 {
-    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    const QByteArray array = QJsonDocument(QJsonArray { text }).toJson(QJsonDocument::Compact);
     return array.sliced(1, array.size() - 2);
 }
 

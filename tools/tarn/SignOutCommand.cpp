@@ -29,7 +29,7 @@ int runSignOut(const QStringList &args)
     QCommandLineParser parser;
     parser.setApplicationDescription(u"Signs this computer out of Pilo Tarn."_s);
     const WorkspaceOptions workspace(parser);
-    parser.process(QStringList{u"tarn sign-out"_s} + args);
+    parser.process(QStringList { u"tarn sign-out"_s } + args);
     const std::optional<Config> config = workspace.config(parser);
     if (!config)
         return 2;

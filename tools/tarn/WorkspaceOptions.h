@@ -9,8 +9,7 @@
 
 // The options every service-talking subcommand shares: `--workspace URL` and
 // `--workspace-ca FILE` (else TARN_WORKSPACE_URL and TARN_WORKSPACE_CA).
-class WorkspaceOptions
-{
+class WorkspaceOptions {
 public:
     explicit WorkspaceOptions(QCommandLineParser &parser);
 

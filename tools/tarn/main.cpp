@@ -14,8 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Command
-{
+struct Command {
     QString name;
     QString usage;
     std::function<int(const QStringList &)> run;
@@ -25,10 +24,10 @@ QList<Command> commands()
 {
     return {
         // Each subcommand adds one line here: {u"name"_s, u"usage"_s, runName}.
-        {u"api"_s, u"api [--workspace URL] [--workspace-ca FILE] [--token-stdin] METHOD PATH [JSON-BODY]"_s, runApi},
-        {u"sign-out"_s, u"sign-out [--workspace URL] [--workspace-ca FILE]"_s, runSignOut},
-        {u"mail-blocks"_s, u"mail-blocks [--plain] [--full] FILE"_s, runMailBlocks},
-        {u"bank-csv"_s, u"bank-csv FILE"_s, runBankCSV},
+        { u"api"_s, u"api [--workspace URL] [--workspace-ca FILE] [--token-stdin] METHOD PATH [JSON-BODY]"_s, runApi },
+        { u"sign-out"_s, u"sign-out [--workspace URL] [--workspace-ca FILE]"_s, runSignOut },
+        { u"mail-blocks"_s, u"mail-blocks [--plain] [--full] FILE"_s, runMailBlocks },
+        { u"bank-csv"_s, u"bank-csv FILE"_s, runBankCSV },
     };
 }
 

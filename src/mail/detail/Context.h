@@ -9,8 +9,7 @@ namespace TarnMailHTML::detail {
 
 // Inline state inherited down the tree; passed by value so that a child's
 // additions never leak to its siblings.
-struct Context
-{
+struct Context {
     TarnMailStyle style;
     std::optional<TarnMailLink> link;
 };

@@ -11,13 +11,13 @@ namespace TarnMailHTML::detail {
 // reads them on; the rest are skipped undecoded, however large.
 namespace NodeMark {
 enum : quint8 {
-    HistoryClass = 1,   // gmail_quote, moz-cite-prefix, yahoo_quoted, ...
-    Signature = 2,      // class gmail_signature or signature, or id signature
-    EmojiClass = 4,     // a class containing "emoji"
+    HistoryClass = 1, // gmail_quote, moz-cite-prefix, yahoo_quoted, ...
+    Signature = 2, // class gmail_signature or signature, or id signature
+    EmojiClass = 4, // a class containing "emoji"
     ReplySeparator = 8, // id divRplyFwdMsg, appendonsend, ...
-    CiteType = 16,      // type="cite"
-    HasHref = 32,       // a link with an href (possibly empty)
-    Presentation = 64,  // role="presentation" or "none"
+    CiteType = 16, // type="cite"
+    HasHref = 32, // a link with an href (possibly empty)
+    Presentation = 64, // role="presentation" or "none"
 };
 }
 
@@ -25,14 +25,13 @@ enum : quint8 {
 // children form a singly linked list so that a node costs no allocation of its
 // own. Only links and images carry a value (see Valued), so the other nodes,
 // most of any mail, stay small.
-struct MailNode
-{
+struct MailNode {
     struct Valued;
 
     Tag tag = Tag::Other;
     bool hidden = false; // decided once, when the node is opened
-    quint8 marks = 0;    // NodeMark bits
-    quint8 style = 0;    // TarnMailStyle bits its style attribute adds
+    quint8 marks = 0; // NodeMark bits
+    quint8 style = 0; // TarnMailStyle bits its style attribute adds
     // img: the width and height attributes in CSS pixels, else those of the
     // style attribute; -1 when neither gives one.
     int width = -1;
@@ -55,8 +54,7 @@ struct MailNode
 };
 
 // The node of a link or an image; MailTree makes one for those tags.
-struct MailNode::Valued : MailNode
-{
+struct MailNode::Valued : MailNode {
     QString value;
 };
 

@@ -14,8 +14,7 @@ namespace TarnMailHTML::detail {
 // unterminated comments and quotes never fail, and nesting stops growing at
 // `maxDepth` open elements (deeper elements are kept, their content flows into
 // the deepest open one).
-class TreeBuilder
-{
+class TreeBuilder {
 public:
     static constexpr int maxDepth = 220;
 
@@ -25,8 +24,7 @@ public:
 
 private:
     // What a start tag's attributes say.
-    struct Opening
-    {
+    struct Opening {
         QString value;
         QString alt;
         int width = -1;
@@ -39,12 +37,11 @@ private:
         int styleHeight = -1;
     };
 
-    struct Name
-    {
+    struct Name {
         qsizetype end = 0; // first byte after the name
         Tag tag = Tag::Other;
-        QString name;       // the local name, lower-cased (kept for Tag::Other only)
-        bool isOP = false;  // the Office paragraph o:p, ignored
+        QString name; // the local name, lower-cased (kept for Tag::Other only)
+        bool isOP = false; // the Office paragraph o:p, ignored
     };
 
     [[nodiscard]] Name readName(qsizetype from) const;
@@ -65,15 +62,14 @@ private:
     void popTo(qsizetype index);
     // Pops the matching entry (searched from the top, stopping at a barrier)
     // and all above it; `lowest` takes the deepest match instead of the first.
-    template<typename Target, typename Barrier>
+    template <typename Target, typename Barrier>
     bool closeImplicitly(Target target, Barrier barrier, bool lowest = false);
     [[nodiscard]] MailNode *top() const { return m_stack.back().node; }
     [[nodiscard]] MailNode *lastChild() const { return m_stack.back().lastChild; }
 
     // An open element and its last child so far: only open elements gain
     // children, so the nodes themselves need not remember their last.
-    struct Open
-    {
+    struct Open {
         MailNode *node = nullptr;
         MailNode *lastChild = nullptr;
     };
