@@ -6,7 +6,6 @@
 #include <QList>
 #include <QPair>
 #include <QProcess>
-#include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -26,8 +25,6 @@ public:
         int status = 0;
         QByteArray body;
         QList<QPair<QByteArray, QByteArray>> headers;
-        // Set when the request failed below HTTP (TLS, connection).
-        QString transportError;
 
         [[nodiscard]] QByteArray header(QByteArrayView name) const;
         [[nodiscard]] QJsonObject json() const;
@@ -50,15 +47,10 @@ public:
     [[nodiscard]] QUrl url() const { return m_url; }
     [[nodiscard]] QString certificatePath() const { return m_certificatePath; }
     [[nodiscard]] QString dataPath() const { return m_data.path(); }
-    [[nodiscard]] QSslCertificate certificate() const;
     // Everything the server wrote to standard output and error so far.
     [[nodiscard]] QByteArray output();
     // Trusts exactly this workspace's certificate and nothing else.
     [[nodiscard]] QSslConfiguration sslConfiguration() const;
-
-    // Stops the server and starts it again on the same data folder (and the
-    // same arguments); the port may change.
-    [[nodiscard]] bool restart();
 
     void setFault(const QJsonObject &fault);
     void clearFaults();
