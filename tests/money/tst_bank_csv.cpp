@@ -40,20 +40,11 @@ Outcome readRow(const QString &date, const QString &amount)
     return read(header + date + u",Coffee,"_s + amount + u",R1\n"_s);
 }
 
+// A statement of `count` rows that each read as `item`.
+const Row item { u"2024-01-02"_s, u"Item"_s, 100, {} };
 QString statementOf(int count)
 {
-    QString text = header;
-    for (int i = 0; i < count; ++i)
-        text += u"2024-01-02,Item "_s + QString::number(i) + u",1.00,\n"_s;
-    return text;
-}
-
-QList<Row> itemsOf(int count)
-{
-    QList<Row> rows;
-    for (int i = 0; i < count; ++i)
-        rows.append({ u"2024-01-02"_s, u"Item "_s + QString::number(i), 100, {} });
-    return rows;
+    return header + u"2024-01-02,Item,1.00,\n"_s.repeated(count);
 }
 
 struct StatementRow {
@@ -103,8 +94,6 @@ private slots:
     {
         QTest::addColumn<StatementRow>("row");
         const StatementRow rows[] = {
-            { "accounting parentheses, US date", u"date,description,amount\n01/05/2024,Coffee,(4.50)\n"_s,
-                { { { u"2024-01-05"_s, u"Coffee"_s, -450, {} } }, {} } },
             { "byte-order mark and CRLF",
                 u"\uFEFFDate,Description,Amount,Reference\r\n2024-03-01,Rent,-1500.00,R1\r\n"_s,
                 { { { u"2024-03-01"_s, u"Rent"_s, -150000, u"R1"_s } }, {} } },
@@ -120,21 +109,16 @@ private slots:
                 { { { u"2024-03-04"_s, u"Bus fare"_s, -1200, u"X1"_s } }, {} } },
             { "blank and comma-only lines vanish", u"\n \nDate,Description,Amount\n\n , ,\t\n2024-01-02,A,1\n,,\n"_s,
                 { { { u"2024-01-02"_s, u"A"_s, 100, {} } }, {} } },
-            { "short row reads missing cells as empty", header + u"2024-01-02,A,1\n"_s,
-                { { { u"2024-01-02"_s, u"A"_s, 100, {} } }, {} } },
-            { "cells trimmed, inner spaces kept", header + u" 2024-01-02 ,\"  Two  words \", 7.25 , R 9 \n"_s,
-                { { { u"2024-01-02"_s, u"Two  words"_s, 725, u"R 9"_s } }, {} } },
-            { "500 rows", statementOf(500), { itemsOf(500), {} } },
+            { "cells trimmed, inner spaces kept, a missing cell empty",
+                header + u" 2024-01-02 ,\"  Two  words \", 7.25 \n"_s,
+                { { { u"2024-01-02"_s, u"Two  words"_s, 725, {} } }, {} } },
             { "500 rows with blank lines between", statementOf(500).replace(u"\n"_s, u"\n , ,\n\n"_s),
-                { itemsOf(500), {} } },
+                { QList<Row>(500, item), {} } },
             { "501 rows", statementOf(501), { {}, badCount } },
             { "header alone", u"Date,Description,Amount\n"_s, { {}, badCount } },
             { "nothing", {}, { {}, u"The CSV is empty."_s } },
-            { "only a byte-order mark", u"\uFEFF"_s, { {}, badHeader } },
             { "other date title", u"Transaction Date,Description,Amount\n2024-01-02,A,1\n"_s, { {}, badHeader } },
             { "header checked before the count", u"Date,Amount\n"_s, { {}, badHeader } },
-            { "unclosed quote", u"Date,Description,Amount\n1/11/2024,\"UNTERMINATED,9.99,A14\n"_s,
-                { {}, u"The CSV has an unclosed quoted field."_s } },
             { "unclosed quote wins over a bad earlier row", u"Date,Description,Amount\nbad,A,1\n\"x"_s,
                 { {}, u"The CSV has an unclosed quoted field."_s } },
             { "date checked before description and amount", u"Date,Description,Amount\n2024-13-01,,zero\n"_s,
@@ -166,16 +150,12 @@ private slots:
         const DateRow rows[] = {
             { "ISO day", u"2024-01-05"_s, u"2024-01-05"_s },
             { "month/day/year", u"1/5/2024"_s, u"2024-01-05"_s },
-            { "leading zeros read as numbers", u"0001/0005/2024"_s, u"2024-01-05"_s },
             { "two-digit year stays year 24", u"1/5/24"_s, u"0024-01-05"_s },
             { "not a leap year", u"2/29/2023"_s, {} },
             { "day/month/year with day above 12", u"21/11/2015"_s, {} },
-            { "year first with slashes", u"2012/3/22"_s, {} },
             { "dashes in US order", u"01-05-2024"_s, {} },
-            { "empty number", u"1//5/2024"_s, {} },
             { "four numbers", u"1/5/2024/1"_s, {} },
             { "negative month", u"-1/5/2024"_s, {} },
-            { "five-digit year", u"1/5/20240"_s, {} },
             { "huge number", u"1/5/99999999999999999999"_s, {} },
             { "Arabic-Indic digits", u"\u0661/\u0665/\u0662\u0660\u0662\u0664"_s, {} },
         };
@@ -196,8 +176,6 @@ private slots:
         QTest::addColumn<AmountRow>("row");
         const AmountRow rows[] = {
             { "whole", u"12"_s, 1200, {} },
-            { "one decimal", u"1.5"_s, 150, {} },
-            { "a cent out", u"-0.01"_s, -1, {} },
             { "minus before dollar", u"\"-$1,234.56\""_s, -123456, {} },
             { "dollar around parentheses", u"\"$(1,000.00)\""_s, -100000, {} },
             { "parentheses with minus inside stay negative", u"(-5)"_s, -500, {} },
@@ -237,10 +215,8 @@ private slots:
         QTest::addColumn<TextRow>("row");
         const QString accented = u"e\u0301"_s;
         const TextRow rows[] = {
-            { "500 letters", QString(500, u'a'), {}, true },
             { "501 letters", QString(501, u'a'), {}, false },
             { "500 accented letters in 1000 units", accented.repeated(500), {}, true },
-            { "501 accented letters", accented.repeated(501), {}, false },
             { "padding does not count", u"  "_s + QString(500, u'a') + u"  "_s, {}, true },
             { "only spaces", u"   "_s, {}, false },
             { "reference of 120", u"A"_s, QString(120, u'r'), true },
@@ -267,15 +243,8 @@ private slots:
         QTest::addColumn<ExportRow>("row");
         const ExportRow rows[] = {
             { "budget export", "actual__test.csv", {}, badHeader, {}, 0 },
-            { "card export", "reckon__73-sample.csv", {}, badHeader, {}, 0 },
             { "Latin-1 export", "reckon__extratofake.csv", {}, badFile, {}, 0 },
-            { "wallet export", "reckon__integration_bom_utf8_file_input.csv", {}, badHeader, {}, 0 },
-            { "two money columns", "reckon__integration_two_money_columns_manual_input.csv", {}, badHeader, {}, 0 },
-            { "invalid header", "reckon__invalid_header_example.csv", {}, badHeader, {}, 0 },
             { "multi-line field", "reckon__multi-line-field.csv", {}, badHeader, {}, 0 },
-            { "some other", "reckon__some_other.csv", {}, badHeader, {}, 0 },
-            { "money column", "reckon__test_money_column.csv", {}, badHeader, {}, 0 },
-            { "two money columns, headed", "reckon__two_money_columns.csv", {}, badHeader, {}, 0 },
             { "budget export, Payee as Description", "actual__test.csv", { { u"Payee"_s, u"Description"_s } }, {},
                 { { u"2024-08-02"_s, u"Deposit"_s, 178776, {} },
                     { u"2024-01-02"_s, u"Starting Balance"_s, -33000000, {} } },

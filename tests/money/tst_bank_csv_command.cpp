@@ -46,8 +46,6 @@ private slots:
                 "\"amount\":123456,\"reference\":\"R-1\"},"
                 "{\"date\":\"2024-01-03\",\"description\":\"Fee\",\"amount\":-1,\"reference\":\"\"}]}\n",
                 {} },
-            { "bad row", "Date,Description,Amount\n2024-01-02,A,1\n2024-02-30,B,1\n", 1, {},
-                "Row 3 has an invalid date.\n" },
             { "count, with the en dash", "Date,Description,Amount\n", 1, {},
                 "Choose a CSV with 1\xe2\x80\x93"
                 "500 transactions.\n" },

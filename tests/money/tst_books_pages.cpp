@@ -16,25 +16,7 @@ namespace {
 TarnPayment payment(const QString &id, const QString &status, qint64 amount, const QString &date,
     std::optional<QString> invoice = std::nullopt)
 {
-    TarnPayment p;
-    p.id = id;
-    p.client = u"Client "_s + id;
-    p.amount = amount;
-    p.status = status;
-    p.date = date;
-    p.invoice_id = std::move(invoice);
-    return p;
-}
-
-TarnBooksReport report(const QString &month, qint64 revenue, qint64 expenses)
-{
-    return { month + u"-01"_s, *monthEnd(month), revenue, expenses, revenue - expenses };
-}
-
-TarnBooksEntry entry(const QString &id, const QString &date, const QString &memo, std::optional<QString> type,
-    std::optional<QString> sourceID, qint64 amount)
-{
-    return { id, date, memo, std::move(type), std::move(sourceID), amount };
+    return { id, u"Client "_s + id, amount, status, date, {}, std::move(invoice), {}, {} };
 }
 
 TarnBooksBankRow bankRow(const QString &id, const QString &date, qint64 amount, const QString &source)
@@ -54,19 +36,6 @@ QStringList ids(const QList<Transaction> &list)
         out.append(t.id);
     return out;
 }
-
-struct MonthsRow {
-    const char *name;
-    QDate endingAt;
-    int count;
-    QStringList keys;
-};
-
-struct MonthEndRow {
-    const char *name;
-    QString month;
-    std::optional<QString> end;
-};
 
 struct SummaryRow {
     const char *name;
@@ -94,43 +63,16 @@ class TestBooksPages : public QObject {
     Q_OBJECT
 
 private slots:
-    void months_data()
+    // Keys oldest first, across a year end; the last day of "YYYY-MM" and of
+    // nothing else.
+    void monthKeys()
     {
-        QTest::addColumn<MonthsRow>("row");
-        const MonthsRow rows[] = {
-            { "within a year", QDate(2024, 3, 15), 3, { u"2024-01"_s, u"2024-02"_s, u"2024-03"_s } },
-            { "across a year end", QDate(2024, 2, 29), 4, { u"2023-11"_s, u"2023-12"_s, u"2024-01"_s, u"2024-02"_s } },
-            { "negative", QDate(2024, 3, 1), -2, {} },
-            { "invalid date", QDate(), 3, {} },
-        };
-        for (const MonthsRow &row : rows)
-            QTest::addRow("%s", row.name) << row;
-    }
-    void months()
-    {
-        QFETCH(MonthsRow, row);
-        QCOMPARE(TarnBooksPages::months(row.endingAt, row.count), row.keys);
-    }
-
-    void monthEnd_data()
-    {
-        QTest::addColumn<MonthEndRow>("row");
-        const MonthEndRow rows[] = {
-            { "leap February", u"2024-02"_s, u"2024-02-29"_s },
-            { "month 13", u"2024-13"_s, std::nullopt },
-            { "month 0", u"2024-00"_s, std::nullopt },
-            { "unpadded", u"2024-1"_s, std::nullopt },
-            { "a day", u"2024-02-01"_s, std::nullopt },
-            { "year zero", u"0000-01"_s, std::nullopt },
-            { "letters", u"abcd-01"_s, std::nullopt },
-        };
-        for (const MonthEndRow &row : rows)
-            QTest::addRow("%s", row.name) << row;
-    }
-    void monthEnd()
-    {
-        QFETCH(MonthEndRow, row);
-        QCOMPARE(TarnBooksPages::monthEnd(row.month), row.end);
+        QCOMPARE(
+            months(QDate(2024, 2, 29), 4), (QStringList { u"2023-11"_s, u"2023-12"_s, u"2024-01"_s, u"2024-02"_s }));
+        QVERIFY(months(QDate(), 3).isEmpty());
+        QCOMPARE(monthEnd(u"2024-02"_s), std::optional(u"2024-02-29"_s));
+        for (const QString &bad : { u"2024-13"_s, u"2024-00"_s, u"2024-1"_s, u"0000-01"_s, u"abcd-01"_s })
+            QVERIFY2(!monthEnd(bad), qPrintable(bad));
     }
 
     // Where a month's figures come from when the books, the payments, both or
@@ -142,16 +84,16 @@ private slots:
         const QList<TarnPayment> paidInMarch { payment(u"a"_s, u"Paid"_s, 700, u"2024-03-04"_s),
             payment(u"b"_s, u"Paid"_s, 300, u"2024-03-30"_s), payment(u"c"_s, u"Pending"_s, 5000, u"2024-03-05"_s) };
         const SummaryRow rows[] = {
-            { "books win over payments", { report(m, 9000, 4000) }, paidInMarch,
+            { "books win over payments", { { u"2024-03-01"_s, {}, 9000, 4000 } }, paidInMarch,
                 { m, 9000, 4000, Source::books, Source::books } },
-            { "payments stand in for missing books income", { report(m, 0, 4000) }, paidInMarch,
+            { "payments stand in for missing books income", { { u"2024-03-01"_s, {}, 0, 4000 } }, paidInMarch,
                 { m, 1000, 4000, Source::payments, Source::books } },
             { "payments alone", {}, paidInMarch, { m, 1000, 0, Source::payments, Source::none } },
-            { "books with nothing booked", { report(m, 0, 0) }, {}, { m, 0, 0, Source::books, Source::books } },
-            { "nothing at all", {}, {}, { m, 0, 0, Source::none, Source::none } },
-            { "another month's report and payments", { report(u"2024-02"_s, 9000, 4000) },
+            { "books with nothing booked", { { u"2024-03-01"_s, {}, 0, 0 } }, {},
+                { m, 0, 0, Source::books, Source::books } },
+            { "another month's report and payments", { { u"2024-02-01"_s, {}, 9000, 4000 } },
                 { payment(u"a"_s, u"Paid"_s, 700, u"2024-02-04"_s) }, { m, 0, 0, Source::none, Source::none } },
-            { "negative books income is still books", { report(m, -500, 0) }, paidInMarch,
+            { "negative books income is still books", { { u"2024-03-01"_s, {}, -500, 0 } }, paidInMarch,
                 { m, -500, 0, Source::books, Source::books } },
         };
         for (const SummaryRow &row : rows)
@@ -203,9 +145,9 @@ private slots:
     void transactionsMergeSources()
     {
         const QList<TarnBooksEntry> entries {
-            entry(u"e1"_s, u"2024-03-02"_s, u"Card payment from Acme"_s, u"payment"_s, u"p1"_s, 5000),
-            entry(u"e2"_s, u"2024-03-05"_s, u"Rent"_s, u"bill_payment"_s, u"bp1"_s, 120000),
-            entry(u"e3"_s, u"2024-03-05"_s, QString(), std::nullopt, std::nullopt, 300),
+            { u"e1"_s, u"2024-03-02"_s, u"Card payment from Acme"_s, u"payment"_s, u"p1"_s, 5000 },
+            { u"e2"_s, u"2024-03-05"_s, u"Rent"_s, u"bill_payment"_s, u"bp1"_s, 120000 },
+            { u"e3"_s, u"2024-03-05"_s, QString(), std::nullopt, std::nullopt, 300 },
         };
         TarnPayment refund = payment(u"refund-p2"_s, u"Paid"_s, -700, u"2024-03-06T10:00:00Z"_s);
         refund.method = u"card"_s;
@@ -238,12 +180,10 @@ private slots:
         QTest::addColumn<FilterRow>("row");
         const std::optional<Source> any;
         const FilterRow rows[] = {
-            { "blank query keeps all", u"  \t"_s, any, { u"t1"_s, u"t2"_s, u"t3"_s } },
             { "title, any case, trimmed", u"  OFFICE "_s, any, { u"t1"_s } },
             { "detail", u"bill pay"_s, any, { u"t2"_s } },
             { "date", u"2024-02"_s, any, { u"t3"_s } },
             { "status", u"pending"_s, any, { u"t3"_s } },
-            { "source alone", {}, Source::payments, { u"t3"_s } },
             { "source and query", u"office"_s, Source::payments, {} },
         };
         for (const FilterRow &row : rows)
@@ -309,19 +249,19 @@ private slots:
     // newest first; by account, largest spend first.
     void expensesAndAccounts()
     {
-        const auto line = [](const QString &id, const QString &name, const QString &type, qint64 debit, qint64 credit) {
-            return TarnBooksRegisterLine { id, u"5000"_s, name, type, debit, credit };
+        const auto line = [](const QString &name, const QString &type, qint64 debit, qint64 credit) {
+            return TarnBooksRegisterLine { {}, u"5000"_s, name, type, debit, credit };
         };
         const QList<TarnBooksRegisterEntry> entries {
             { u"r1"_s, u"2024-03-01"_s, u"Paper"_s, std::nullopt, std::nullopt, 1500,
-                { line(u"r1"_s, u"Cash"_s, u"Asset"_s, 0, 1500), line(u"r1"_s, u"Office"_s, u"Expense"_s, 1500, 0) } },
+                { line(u"Cash"_s, u"Asset"_s, 0, 1500), line(u"Office"_s, u"Expense"_s, 1500, 0) } },
             { u"r2"_s, u"2024-03-04"_s, u"Team lunch"_s, std::nullopt, std::nullopt, 9000,
-                { line(u"r2"_s, u"Meals"_s, u"Expense"_s, 6000, 0), line(u"r2"_s, u"Office"_s, u"Expense"_s, 3000, 0),
-                    line(u"r2"_s, u"Cash"_s, u"Asset"_s, 0, 9000) } },
+                { line(u"Meals"_s, u"Expense"_s, 6000, 0), line(u"Office"_s, u"Expense"_s, 3000, 0),
+                    line(u"Cash"_s, u"Asset"_s, 0, 9000) } },
             { u"r3"_s, u"2024-03-06"_s, u"Reverse paper"_s, std::nullopt, u"r1"_s, 1500,
-                { line(u"r3"_s, u"Office"_s, u"Expense"_s, 0, 1500), line(u"r3"_s, u"Cash"_s, u"Asset"_s, 1500, 0) } },
+                { line(u"Office"_s, u"Expense"_s, 0, 1500), line(u"Cash"_s, u"Asset"_s, 1500, 0) } },
             { u"r4"_s, u"2024-03-07"_s, u"Zero line"_s, std::nullopt, std::nullopt, 0,
-                { line(u"r4"_s, u"Office"_s, u"Expense"_s, 100, 100) } },
+                { line(u"Office"_s, u"Expense"_s, 100, 100) } },
         };
         const QList<ExpenseRow> rows = expenses(entries);
         const QList<ExpenseRow> expectedRows {
@@ -336,14 +276,11 @@ private slots:
 
     void groups()
     {
-        const QList<TarnBooksEntry> entries {
-            entry(u"1"_s, u"2024-03-01"_s, u"a"_s, u"payment"_s, u"p1"_s, 100),
-            entry(u"2"_s, u"2024-03-01"_s, u"b"_s, std::nullopt, std::nullopt, 50),
-            entry(u"3"_s, u"2024-03-01"_s, u"c"_s, u"payment"_s, u"p2"_s, 200),
-            entry(u"4"_s, u"2024-03-01"_s, u"d"_s, u"payroll_run"_s, std::nullopt, 7),
-            entry(u"5"_s, u"2024-03-01"_s, u"e"_s, u""_s, std::nullopt, 5),
+        const auto posted = [](std::optional<QString> type, qint64 amount) {
+            return TarnBooksEntry { {}, {}, {}, std::move(type), {}, amount };
         };
-        QCOMPARE(entryGroups(entries),
+        QCOMPARE(entryGroups({ posted(u"payment"_s, 100), posted(std::nullopt, 50), posted(u"payment"_s, 200),
+                     posted(u"payroll_run"_s, 7), posted(u""_s, 5) }),
             (QList<Group> { { u"Manual entries"_s, 2, 55 }, { u"Payments"_s, 2, 300 }, { u"Payroll run"_s, 1, 7 } }));
         QCOMPARE(mercuryGroups({ { u"Software"_s, -3000 }, { u""_s, 100 }, { u" Software "_s, -1000 },
                      { u"Sales"_s, 3500 }, { u"Rent"_s, -3500 }, { u"  "_s, -50 } }),
@@ -395,7 +332,7 @@ private slots:
             { "half a cent rounds up", draft(u"0.5"_s, u"0.01"_s), posted(u"0.5"_s, 1, 1) },
             { "below half a cent rounds down", draft(u"0.4999"_s, u"0.01"_s), posted(u"0.4999"_s, 1, 0) },
             { "free item", draft(u"2"_s, u"0"_s), posted(u"2"_s, 0, 0) },
-            { "large line", draft(u"100"_s, u"9999999999.99"_s), posted(u"100"_s, 999999999999, 99999999999900) },
+            { "six whole digits", draft(u"999999"_s, u"9999.99"_s), posted(u"999999"_s, 999999, 999998000001) },
             { "line beyond 64-bit cents", draft(u"999999.9999"_s, u"9999999999.99"_s), std::nullopt },
             { "zero quantity", draft(u"0"_s, u"10"_s), std::nullopt },
             { "negative quantity", draft(u"-1"_s, u"10"_s), std::nullopt },
