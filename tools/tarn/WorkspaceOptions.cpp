@@ -1,7 +1,5 @@
 #include "WorkspaceOptions.h"
 
-#include <QTextStream>
-
 using namespace Qt::StringLiterals;
 
 WorkspaceOptions::WorkspaceOptions(QCommandLineParser &parser)
@@ -12,11 +10,7 @@ WorkspaceOptions::WorkspaceOptions(QCommandLineParser &parser)
     parser.addOption(m_ca);
 }
 
-std::optional<Config> WorkspaceOptions::config(const QCommandLineParser &parser) const
+std::optional<Config> WorkspaceOptions::config(const QCommandLineParser &parser, QString *error) const
 {
-    QString error;
-    std::optional<Config> config = Config::fromOptions(parser.value(m_url), parser.value(m_ca), &error);
-    if (!config)
-        QTextStream(stderr) << error << '\n';
-    return config;
+    return Config::fromOptions(parser.value(m_url), parser.value(m_ca), error);
 }

@@ -13,9 +13,9 @@ class WorkspaceOptions {
 public:
     explicit WorkspaceOptions(QCommandLineParser &parser);
 
-    // The configuration the options name; prints the reason and answers
-    // nothing when they are unusable.
-    [[nodiscard]] std::optional<Config> config(const QCommandLineParser &parser) const;
+    // The configuration the options name; nothing, with the reason in
+    // `error`, when they are unusable.
+    [[nodiscard]] std::optional<Config> config(const QCommandLineParser &parser, QString *error) const;
 
 private:
     QCommandLineOption m_url;
