@@ -30,37 +30,34 @@ int runSignIn(CommandLine &line)
     if (!config)
         return line.usageError(error);
 
-    QTextStream out(stdout);
-    // The terminal is the browser of last resort: the address is always
-    // shown, so the sign-in can go on in any browser when none starts here.
-    const NativeAuth::Browser browser = [&out](const QUrl &address) {
-        out << "Opening the sign-in page in your browser:\n  " << address.toString(QUrl::FullyEncoded) << '\n';
-        if (!NativeBrowser::open(address))
-            out << "No browser could be started here: open the address above in one.\n";
-        out.flush();
-        return true;
-    };
-    NativeSessionStore store;
-    NativeAuth auth(*config, store, browser);
-
     // The browser hands its address to "pilo-tarn ADDRESS", which passes it
     // to whoever holds the app's single-instance name: this command, unless
     // the app already runs.
     NativeSingleInstance receiver(u"pilo-tarn"_s);
     const bool receiving = receiver.claim();
+    const QString waiting = receiving
+        ? u"Waiting for the browser to hand the address back (or paste the pilo-tarn:// address here).\n"_s
+        : u"Pilo Tarn is running, so it, not tarn, receives the address the browser hands back.\n"
+          "Paste the pilo-tarn:// address here, or quit Pilo Tarn and run tarn sign-in again.\n"_s;
+
+    QTextStream out(stdout);
+    // The terminal is the browser of last resort: the address is always
+    // shown, so the sign-in can go on in any browser when none starts here.
+    const NativeAuth::Browser browser = [&out, &waiting](const QUrl &address) {
+        out << "Opening the sign-in page in your browser:\n  " << address.toString(QUrl::FullyEncoded) << '\n';
+        if (!NativeBrowser::open(address))
+            out << "No browser could be started here: open the address above in one.\n";
+        out << waiting << Qt::flush;
+        return true;
+    };
+    NativeSessionStore store;
+    NativeAuth auth(*config, store, browser);
     QObject::connect(&receiver, &NativeSingleInstance::activated, &auth, [&out, &auth](const QUrl &url) {
         if (url.isEmpty())
             out << "Pilo Tarn was opened while tarn waits for sign-in: open it again once this ends.\n" << Qt::flush;
         else
             auth.deliver(url);
     });
-    if (receiving) {
-        out << "Waiting for the browser to hand the address back (or paste the pilo-tarn:// address here).\n";
-    } else {
-        out << "Pilo Tarn is running, so it, not tarn, receives the address the browser hands back.\n"
-               "Paste the pilo-tarn:// address here, or quit Pilo Tarn and run tarn sign-in again.\n";
-    }
-    out.flush();
 
     TerminalInput input;
     QObject::connect(&input, &TerminalInput::lineRead, &auth, [&line, &auth](const QString &text) {
