@@ -60,8 +60,7 @@ QString CommandLine::continuing(const QString &sentence)
     while (end < sentence.size() && sentence.at(end).isLetter())
         ++end;
     const QStringView word = QStringView(sentence).first(end);
-    if (word.isEmpty() || !word.front().isUpper() || (word.size() > 1 && word.at(1).isUpper())
-        || names.contains(word))
+    if (word.isEmpty() || !word.front().isUpper() || (word.size() > 1 && word.at(1).isUpper()) || names.contains(word))
         return sentence;
     return sentence.front().toLower() + sentence.mid(1);
 }

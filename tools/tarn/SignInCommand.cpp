@@ -20,15 +20,10 @@ int runSignIn(CommandLine &line)
         u"the keyring, where the app and the other commands find it. The browser opens the workspace's sign-in "
         u"page; the pilo-tarn:// address it ends on comes back here through the desktop (unless Pilo Tarn is "
         u"running, which then receives it), or paste it into the terminal."_s);
-    const WorkspaceOptions workspace(line.parser());
-    if (const std::optional<int> done = line.parse())
+    const std::variant<Config, int> parsed = WorkspaceOptions::parseAlone(line);
+    if (const int *done = std::get_if<int>(&parsed))
         return *done;
-    if (!line.positional().isEmpty())
-        return line.usageError(u"takes no arguments"_s);
-    QString error;
-    const std::optional<Config> config = workspace.config(line.parser(), &error);
-    if (!config)
-        return line.usageError(error);
+    const Config &config = std::get<Config>(parsed);
 
     // The browser hands its address to "pilo-tarn ADDRESS", which passes it
     // to whoever holds the app's single-instance name: this command, unless
@@ -51,7 +46,7 @@ int runSignIn(CommandLine &line)
         return true;
     };
     NativeSessionStore store;
-    NativeAuth auth(*config, store, browser);
+    NativeAuth auth(config, store, browser);
     QObject::connect(&receiver, &NativeSingleInstance::activated, &auth, [&out, &auth](const QUrl &url) {
         if (url.isEmpty())
             out << "Pilo Tarn was opened while tarn waits for sign-in: open it again once this ends.\n" << Qt::flush;

@@ -40,18 +40,13 @@ int runSignOut(CommandLine &line)
     line.parser().setApplicationDescription(u"Signs this computer out of Pilo Tarn, as the app's Sign Out does: "
                                             u"the workspace ends the session and the keyring forgets it, even "
                                             u"when the workspace cannot be reached."_s);
-    const WorkspaceOptions workspace(line.parser());
-    if (const std::optional<int> done = line.parse())
+    const std::variant<Config, int> parsed = WorkspaceOptions::parseAlone(line);
+    if (const int *done = std::get_if<int>(&parsed))
         return *done;
-    if (!line.positional().isEmpty())
-        return line.usageError(u"takes no arguments"_s);
-    QString error;
-    const std::optional<Config> config = workspace.config(line.parser(), &error);
-    if (!config)
-        return line.usageError(error);
+    const Config &config = std::get<Config>(parsed);
 
     NativeSessionStore store;
-    TarnAPI api(*config, store, nullptr);
+    TarnAPI api(config, store, nullptr);
     QTextStream out(stdout);
     try {
         switch (tarnWaitFor(signOut(api))) {

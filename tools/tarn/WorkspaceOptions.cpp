@@ -1,5 +1,7 @@
 #include "WorkspaceOptions.h"
 
+#include "CommandLine.h"
+
 using namespace Qt::StringLiterals;
 
 WorkspaceOptions::WorkspaceOptions(QCommandLineParser &parser)
@@ -13,4 +15,18 @@ WorkspaceOptions::WorkspaceOptions(QCommandLineParser &parser)
 std::optional<Config> WorkspaceOptions::config(const QCommandLineParser &parser, QString *error) const
 {
     return Config::fromOptions(parser.value(m_url), parser.value(m_ca), error);
+}
+
+std::variant<Config, int> WorkspaceOptions::parseAlone(CommandLine &line)
+{
+    const WorkspaceOptions workspace(line.parser());
+    if (const std::optional<int> done = line.parse())
+        return *done;
+    if (!line.positional().isEmpty())
+        return line.usageError(u"takes no arguments"_s);
+    QString error;
+    std::optional<Config> config = workspace.config(line.parser(), &error);
+    if (!config)
+        return line.usageError(error);
+    return std::move(*config);
 }
