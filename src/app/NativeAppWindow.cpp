@@ -1,6 +1,6 @@
 #include "app/NativeAppWindow.h"
 
-#include "app/NativeBrowser.h"
+#include "auth/NativeBrowser.h"
 #include "service/Config.h"
 
 #include <QQuickStyle>

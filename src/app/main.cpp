@@ -3,9 +3,9 @@
 #include "app/NativeLauncherBadge.h"
 #include "app/NativeRootState.h"
 #include "app/NativeScreenshot.h"
-#include "app/NativeSingleInstance.h"
 #include "app/NativeWindowMemory.h"
 #include "auth/NativeSessionStore.h"
+#include "auth/NativeSingleInstance.h"
 #include "service/Config.h"
 
 #include <QCommandLineParser>
@@ -37,10 +37,18 @@ int main(int argc, char **argv)
         u"FILE.png"_s);
     parser.addOption(workspaceURL);
     parser.addOption(workspaceCA);
+    const QCommandLineOption registerEntry(u"register-desktop-entry"_s,
+        u"Make this executable the handler of pilo-tarn:// addresses, unless Pilo Tarn is installed, then quit."_s);
+    parser.addOption(registerEntry);
     parser.addOption(screenshot);
     parser.addPositionalArgument(u"address"_s, u"A pilo-tarn:// address handed over by the desktop."_s);
     parser.process(application);
     const QUrl address(parser.positionalArguments().value(0), QUrl::StrictMode);
+    if (parser.isSet(registerEntry))
+        return NativeDesktopEntry::registerBuildTree(QGuiApplication::applicationFilePath())
+                == NativeDesktopEntry::Outcome::failed
+            ? 1
+            : 0;
 
     // A screenshot run stays out of the way of the running app.
     const bool capturing = parser.isSet(screenshot);
@@ -55,7 +63,6 @@ int main(int argc, char **argv)
         qCritical("%s", qPrintable(error));
         return 2;
     }
-    NativeDesktopEntry::install(QGuiApplication::applicationFilePath());
 
     QSettings preferences;
     NativeSessionStore store;

@@ -1,9 +1,9 @@
 #include "TarnWaitFor.h"
-#include "app/NativeBrowser.h"
 #include "app/NativeRootState.h"
-#include "app/NativeSingleInstance.h"
 #include "auth/NativeAuth.h"
+#include "auth/NativeBrowser.h"
 #include "auth/NativeSessionStore.h"
+#include "auth/NativeSingleInstance.h"
 #include "service/TarnAPI.h"
 #include "shell/TarnNavigation.h"
 #include "support/TestWorkspace.h"
@@ -67,7 +67,7 @@ void TestSignIn::initTestCase()
 {
     qputenv("QT_QPA_PLATFORM", "offscreen"); // for the second start of the app
     QVERIFY(instance.claim());
-    qputenv("BROWSER", TARN_SOURCE_DIR "/tests/app/fake-browser");
+    qputenv("BROWSER", TARN_SOURCE_DIR "/scripts/demo-browser");
     qputenv("PILO_TARN_APP", PILO_TARN_APP);
 }
 
@@ -205,7 +205,7 @@ void TestSignIn::cancelAndPastedAddresses()
     QVERIFY(reach(*app, Phase::SignedOut));
     QCOMPARE(app->root.message(), u"Sign-in expired. Start again."_s);
     QCOMPARE(tarnWaitFor(store.token()), std::nullopt); // nothing stored unless the exchange succeeded
-    qputenv("BROWSER", TARN_SOURCE_DIR "/tests/app/fake-browser");
+    qputenv("BROWSER", TARN_SOURCE_DIR "/scripts/demo-browser");
 }
 
 void TestSignIn::exchangeAnswers_data()

@@ -1,5 +1,6 @@
 #include "ApiCommand.h"
 
+#include "CommandLine.h"
 #include "MemorySessionStore.h"
 #include "TarnWaitFor.h"
 #include "WorkspaceOptions.h"
@@ -32,46 +33,45 @@ QCoro::Task<QJsonValue> call(TarnAPI &api, TarnPath path, TarnMethod method, std
 
 } // namespace
 
-int runApi(const QStringList &args)
+int runApi(CommandLine &line)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(u"Sends one request to the workspace service and prints the answer."_s);
+    QCommandLineParser &parser = line.parser();
+    parser.setApplicationDescription(u"Sends one request to the workspace service with the session stored in the "
+                                     u"keyring (the app's, or the one `tarn sign-in` stored) and prints the JSON "
+                                     u"answer."_s);
     const WorkspaceOptions workspace(parser);
-    const QCommandLineOption tokenStdin(u"token-stdin"_s, u"Read the session token from standard input."_s);
+    const QCommandLineOption tokenStdin(u"token-stdin"_s, u"Read the session token from standard input instead."_s);
     parser.addOption(tokenStdin);
-    parser.addPositionalArgument(u"METHOD"_s, u"GET, POST, PATCH or DELETE"_s);
-    parser.addPositionalArgument(u"PATH"_s, u"For example /api/session"_s);
-    parser.addPositionalArgument(u"JSON-BODY"_s, u"A JSON object (optional)"_s);
-    parser.process(QStringList { u"tarn api"_s } + args);
+    parser.addPositionalArgument(u"METHOD"_s, u"GET, POST, PATCH or DELETE."_s);
+    parser.addPositionalArgument(u"PATH"_s, u"For example /api/session."_s);
+    parser.addPositionalArgument(u"JSON-BODY"_s, u"A JSON object to send (optional)."_s, u"[JSON-BODY]"_s);
+    if (const std::optional<int> done = line.parse())
+        return *done;
 
-    QTextStream err(stderr);
-    const QStringList positional = parser.positionalArguments();
-    const std::optional<TarnMethod> method = TarnMethods::fromVerb(positional.value(0));
-    if (positional.size() < 2 || positional.size() > 3 || !method) {
-        err << parser.helpText();
-        return 2;
-    }
-    const std::optional<Config> config = workspace.config(parser);
+    const QStringList positional = line.positional();
+    if (positional.size() < 2 || positional.size() > 3)
+        return line.usageError(u"give a METHOD and a PATH, and perhaps a JSON body"_s);
+    const std::optional<TarnMethod> method = TarnMethods::fromVerb(positional.at(0));
+    if (!method)
+        return line.usageError(u"unknown method "_s + positional.at(0) + u"; use GET, POST, PATCH or DELETE"_s);
+    QString error;
+    const std::optional<Config> config = workspace.config(parser, &error);
     if (!config)
-        return 2;
+        return line.usageError(error);
 
     std::optional<TypedBody> body;
     if (positional.size() == 3) {
         const QJsonDocument document = QJsonDocument::fromJson(positional.at(2).toUtf8());
-        if (!document.isObject()) {
-            err << "The body must be a JSON object.\n";
-            return 2;
-        }
+        if (!document.isObject())
+            return line.usageError(u"the body must be a JSON object"_s);
         body = TypedBody { document.object() };
     }
 
     std::unique_ptr<TarnSessionStore> store;
     if (parser.isSet(tokenStdin)) {
         const QString token = QTextStream(stdin).readLine().trimmed();
-        if (token.isEmpty()) {
-            err << "No token on standard input.\n";
-            return 2;
-        }
+        if (token.isEmpty())
+            return line.refused(u"no token on standard input"_s);
         store = std::make_unique<MemorySessionStore>(token);
     } else {
         store = std::make_unique<NativeSessionStore>();
@@ -88,8 +88,7 @@ int runApi(const QStringList &args)
         else if (answer.isArray())
             out << QJsonDocument(answer.toArray()).toJson(QJsonDocument::Indented);
         return 0;
-    } catch (const std::exception &error) {
-        err << QString::fromUtf8(error.what()) << '\n';
-        return 1;
+    } catch (const std::exception &failure) {
+        return line.refused(QString::fromUtf8(failure.what()));
     }
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QStringList>
+class CommandLine;
 
 // tarn api [--workspace URL] [--workspace-ca FILE] [--token-stdin] METHOD PATH [JSON-BODY]
 // Sends one request through the service client, with the stored session
 // (loaded first, as the app does, so that changes carry the CSRF token), and
 // prints the JSON answer; on failure prints the error's text and exits 1.
-int runApi(const QStringList &args);
+[[nodiscard]] int runApi(CommandLine &line);

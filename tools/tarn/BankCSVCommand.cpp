@@ -1,11 +1,11 @@
 #include "BankCSVCommand.h"
 
+#include "CommandLine.h"
 #include "money/TarnBankCSV.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QTextStream>
 
 #include <cstdio>
 
@@ -20,22 +20,22 @@ QByteArray jsonString(const QString &text)
     return array.sliced(1, array.size() - 2);
 }
 
-int failWith(const QString &message)
-{
-    QTextStream(stderr) << message << '\n';
-    return 1;
-}
-
 } // namespace
 
-int runBankCSV(const QStringList &args)
+int runBankCSV(CommandLine &line)
 {
-    if (args.size() != 1)
-        return failWith(u"usage: tarn bank-csv FILE"_s);
+    line.parser().setApplicationDescription(u"Checks a bank statement exactly as the import does and prints its "
+                                            u"rows as JSON, or the message the import would show."_s);
+    line.parser().addPositionalArgument(u"FILE"_s, u"The statement, a CSV file."_s);
+    if (const std::optional<int> done = line.parse())
+        return *done;
+    if (line.positional().size() != 1)
+        return line.usageError(u"give one statement file"_s);
 
-    QFile file(args.first());
+    const QString path = line.positional().first();
+    QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return failWith(u"Cannot open "_s + args.first() + u": "_s + file.errorString());
+        return line.refused(u"cannot open it: "_s + file.errorString(), path);
     // One byte past the limit is enough to refuse an oversized file without
     // reading all of it.
     const QByteArray bytes = file.read(TarnBankCSV::maxFileBytes + 1);
@@ -44,7 +44,7 @@ int runBankCSV(const QStringList &args)
     try {
         rows = TarnBankCSV::parse(TarnBankCSV::decodeFile(bytes));
     } catch (const TarnBankCSV::ParseError &error) {
-        return failWith(error.message());
+        return line.refused(error.message(), path);
     }
 
     // Written by hand so that the keys keep the import's order (QJsonObject

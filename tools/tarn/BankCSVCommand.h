@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QStringList>
+class CommandLine;
 
 // `tarn bank-csv FILE`: checks a bank statement the way the import does and
 // prints its rows as JSON, or the message the user would see.
-int runBankCSV(const QStringList &args);
+[[nodiscard]] int runBankCSV(CommandLine &line);

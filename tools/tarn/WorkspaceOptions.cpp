@@ -1,6 +1,6 @@
 #include "WorkspaceOptions.h"
 
-#include <QTextStream>
+#include "CommandLine.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,11 +12,21 @@ WorkspaceOptions::WorkspaceOptions(QCommandLineParser &parser)
     parser.addOption(m_ca);
 }
 
-std::optional<Config> WorkspaceOptions::config(const QCommandLineParser &parser) const
+std::optional<Config> WorkspaceOptions::config(const QCommandLineParser &parser, QString *error) const
 {
+    return Config::fromOptions(parser.value(m_url), parser.value(m_ca), error);
+}
+
+std::variant<Config, int> WorkspaceOptions::parseAlone(CommandLine &line)
+{
+    const WorkspaceOptions workspace(line.parser());
+    if (const std::optional<int> done = line.parse())
+        return *done;
+    if (!line.positional().isEmpty())
+        return line.usageError(u"takes no arguments"_s);
     QString error;
-    std::optional<Config> config = Config::fromOptions(parser.value(m_url), parser.value(m_ca), &error);
+    std::optional<Config> config = workspace.config(line.parser(), &error);
     if (!config)
-        QTextStream(stderr) << error << '\n';
-    return config;
+        return line.usageError(error);
+    return std::move(*config);
 }

@@ -8,10 +8,12 @@
 
 class QLocalServer;
 
-// One running app per person. The first start holds a lock file in the
-// runtime folder and listens on a user-only local socket; every later start
-// (the desktop opening a "pilo-tarn:" address, or a second click on the
-// launcher) hands its address to the first and exits.
+// One receiver of "pilo-tarn:" addresses per person. The first start of the
+// app holds a lock file in the runtime folder and listens on a user-only
+// local socket; every later start (the desktop opening a "pilo-tarn:"
+// address, or a second click on the launcher) hands its address to the first
+// and exits. `tarn sign-in` holds the same name while it waits, so the
+// browser's callback reaches it through the same route.
 class NativeSingleInstance : public QObject {
     Q_OBJECT
 

@@ -1,4 +1,4 @@
-#include "app/NativeSingleInstance.h"
+#include "auth/NativeSingleInstance.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
