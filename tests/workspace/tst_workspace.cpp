@@ -254,12 +254,14 @@ private slots:
         QVERIFY(!m_ws->session(colleague).isEmpty());
     }
 
-    // Tokens are 256 random bits, kept only hashed: in neither the data
-    // folder nor the output.
+    // Tokens are 256 random bits, kept only hashed (session and CSRF
+    // tokens alike): in neither the data folder nor the output.
     void tokensAreNeverKept()
     {
         const QString token = m_ws->signIn(u"tomas@halvard.example"_s);
         QCOMPARE(QByteArray::fromBase64(token.toLatin1(), QByteArray::Base64UrlEncoding).size(), 32);
+        const QString csrf = m_ws->session(token).value("csrf"_L1).toString();
+        QVERIFY(csrf.size() >= 32);
         QByteArrayList kept { m_ws->output() };
         for (QDirIterator files(m_ws->dataPath(), QDir::Files); files.hasNext();) {
             QFile file(files.next());
@@ -267,7 +269,42 @@ private slots:
             kept.append(file.readAll());
         }
         for (const QByteArray &bytes : std::as_const(kept))
-            QVERIFY(!bytes.contains(token.toLatin1()));
+            QVERIFY(!bytes.contains(token.toLatin1()) && !bytes.contains(csrf.toLatin1()));
+    }
+
+    // The settings store only what the app offers (its own lists).
+    void appearanceChoices_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QString>("error");
+        const QString notOffered = u"That %1 is not one Pilo Tarn offers."_s;
+        QTest::addRow("offered accent") << u"api/team/me/accent"_s << R"({"accent":"graphite"})"_ba << QString();
+        QTest::addRow("unknown accent") << u"api/team/me/accent"_s << R"({"accent":"gold"})"_ba
+                                        << notOffered.arg("accent"_L1);
+        QTest::addRow("accent in another case")
+            << u"api/team/me/accent"_s << R"({"accent":"Teal"})"_ba << notOffered.arg("accent"_L1);
+        QTest::addRow("no accent") << u"api/team/me/accent"_s << R"({"accent":7})"_ba << u"Choose an accent."_s;
+        QTest::addRow("offered size") << u"api/team/me/text-size"_s << R"({"text_size":"larger"})"_ba << QString();
+        QTest::addRow("a background's value as a size")
+            << u"api/team/me/text-size"_s << R"({"text_size":"paper"})"_ba << notOffered.arg("text size"_L1);
+        QTest::addRow("no size") << u"api/team/me/text-size"_s << "{}"_ba << u"Choose a text size."_s;
+        QTest::addRow("offered background")
+            << u"api/team/me/appearance"_s << R"({"background":"sage"})"_ba << QString();
+        QTest::addRow("no background") << u"api/team/me/appearance"_s << R"({"background":""})"_ba
+                                       << u"Choose a background."_s;
+    }
+    void appearanceChoices()
+    {
+        QFETCH(QString, path);
+        QFETCH(QByteArray, body);
+        QFETCH(QString, error);
+        const Signed who = signIn(*m_ws, u"maren@halvard.example"_s);
+        const TestWorkspace::Answer answer = m_ws->send("PATCH", path, body,
+            { { "Cookie", "tarn_session=" + who.token.toLatin1() }, { "X-CSRF-Token", who.csrf.toLatin1() },
+                { "Content-Type", "application/json" } });
+        QCOMPARE(answer.status, error.isEmpty() ? 200 : 400);
+        QCOMPARE(answer.json().value("error"_L1).toString(), error);
     }
 
     // A canned answer comes back exactly as set, for the next request of its
