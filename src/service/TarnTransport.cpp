@@ -27,10 +27,11 @@ bool redirectDropsBody(int status, TarnMethod method)
 
 } // namespace
 
-TarnTransport::TarnTransport(Config config, Redirects redirects, QObject *parent)
+TarnTransport::TarnTransport(Config config, Redirects redirects, int timeoutMs, QObject *parent)
     : QObject(parent)
     , m_config(std::move(config))
     , m_redirects(redirects)
+    , m_timeoutMs(timeoutMs)
     , m_policy(m_config)
     , m_network(std::make_unique<QNetworkAccessManager>())
 {
@@ -41,9 +42,9 @@ TarnTransport::TarnTransport(Config config, Redirects redirects, QObject *parent
 
 TarnTransport::~TarnTransport() = default;
 
-QString TarnTransport::timeoutText()
+QString TarnTransport::timeoutText() const
 {
-    return u"The workspace did not answer within %1 s."_s.arg(timeoutMs / 1000);
+    return u"The workspace did not answer within %1 s."_s.arg(m_timeoutMs / 1000);
 }
 
 QCoro::Task<TarnReply> TarnTransport::send(Request request)
@@ -51,7 +52,7 @@ QCoro::Task<TarnReply> TarnTransport::send(Request request)
     const QPointer<TarnTransport> self(this);
     for (int hop = 0;; ++hop) {
         QNetworkRequest wire(request.url);
-        wire.setTransferTimeout(timeoutMs);
+        wire.setTransferTimeout(m_timeoutMs);
         wire.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::PreferNetwork);
         wire.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
         wire.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);

@@ -38,21 +38,24 @@ public:
         std::optional<QByteArray> json; // sent as "application/json" when present
     };
 
-    TarnTransport(Config config, Redirects redirects, QObject *parent = nullptr);
+    static constexpr int defaultTimeoutMs = 60'000;
+
+    // A timeout other than the default is for tests that must see one.
+    TarnTransport(Config config, Redirects redirects, int timeoutMs = defaultTimeoutMs, QObject *parent = nullptr);
     ~TarnTransport() override;
 
     // Sends and reads the whole answer. A network failure (offline, TLS)
     // throws TarnAPIError::transport with the platform's text; no answer
-    // within timeoutMs throws it with timeoutText().
+    // within the timeout throws it with timeoutText().
     QCoro::Task<TarnReply> send(Request request);
 
-    static constexpr int timeoutMs = 60'000;
     // "The workspace did not answer within 60 s."
-    [[nodiscard]] static QString timeoutText();
+    [[nodiscard]] QString timeoutText() const;
 
 private:
     Config m_config;
     Redirects m_redirects;
+    int m_timeoutMs = defaultTimeoutMs;
     TarnRedirectPolicy m_policy;
     std::unique_ptr<QNetworkAccessManager> m_network;
 };

@@ -29,11 +29,11 @@ constexpr qsizetype loggedBodyBytes = 4 * 1024;
 // The short timeouts the tests start the service with.
 constexpr int shortTimeoutMs = 300;
 
-QByteArray request(QByteArrayView method, QByteArrayView path, QByteArrayView headers = {},
-    QByteArrayView version = "HTTP/1.1")
+QByteArray request(
+    QByteArrayView method, QByteArrayView path, QByteArrayView headers = {}, QByteArrayView version = "HTTP/1.1")
 {
-    return method.toByteArray() + ' ' + path.toByteArray() + ' ' + version.toByteArray()
-        + "\r\nHost: 127.0.0.1\r\n" + headers.toByteArray() + "\r\n";
+    return method.toByteArray() + ' ' + path.toByteArray() + ' ' + version.toByteArray() + "\r\nHost: 127.0.0.1\r\n"
+        + headers.toByteArray() + "\r\n";
 }
 
 // A GET whose head (up to and with its blank line) is `size` bytes in
@@ -172,7 +172,8 @@ private slots:
             { "idle connection", {}, 0 },
             { "idle after an answer", request("GET", "/api/test/requests"), 0 },
             { "unfinished head", "GET /api/test/requests HTTP/1.1\r\nHost: 127.0.0.1\r\n", 408 },
-            { "body short of its length", request("POST", "/api/mobile/exchange", "Content-Length: 10\r\n") + "{}", 408 },
+            { "body short of its length", request("POST", "/api/mobile/exchange", "Content-Length: 10\r\n") + "{}",
+                408 },
         };
         for (const TimeoutRow &row : rows)
             QTest::addRow("%s", row.name) << row;
@@ -242,8 +243,8 @@ private slots:
         TestWorkspace ws({ u"--max-connections"_s, u"3"_s });
         QVERIFY2(ws.isRunning(), qPrintable(ws.error()));
         if (busy)
-            ws.setFault(QJsonObject { { u"method"_s, u"GET"_s }, { u"path"_s, u"/api/held"_s },
-                { u"delay_ms"_s, 1000 }, { u"times"_s, 0 } });
+            ws.setFault(QJsonObject {
+                { u"method"_s, u"GET"_s }, { u"path"_s, u"/api/held"_s }, { u"delay_ms"_s, 1000 }, { u"times"_s, 0 } });
 
         std::vector<std::unique_ptr<WorkspaceRawClient>> clients;
         for (int i = 0; i < 3; ++i) {
@@ -318,7 +319,7 @@ private slots:
         QVERIFY(!ws.signIn(u"maren@halvard.example"_s).isEmpty());
 
         const auto modeOf = [](const QString &path) {
-            struct stat info {};
+            struct stat info { };
             return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_mode & 0777 : 0777;
         };
         QCOMPARE(modeOf(ws.dataPath()), 0700u);
