@@ -47,6 +47,13 @@ QByteArray headOf(qsizetype size, int count)
     return head + QByteArray(size - head.size() - 4, 'a') + "\r\n\r\n";
 }
 
+template <typename Row, std::size_t count> void addRows(const Row (&rows)[count])
+{
+    QTest::addColumn<Row>("row");
+    for (const Row &row : rows)
+        QTest::addRow("%s", row.name) << row;
+}
+
 QStringList shortTimeouts()
 {
     const QString ms = QString::number(shortTimeoutMs);
@@ -110,15 +117,13 @@ private slots:
 
     void heads_data()
     {
-        QTest::addColumn<HeadRow>("row");
         const HeadRow rows[] = {
             { "head at its size", headBytes, 3, 200 },
             { "head a byte over", headBytes + 1, 3, 431 },
             { "100 headers", 4096, 100, 200 },
             { "101 headers", 4096, 101, 431 },
         };
-        for (const HeadRow &row : rows)
-            QTest::addRow("%s", row.name) << row;
+        addRows(rows);
     }
     void heads()
     {
@@ -136,7 +141,6 @@ private slots:
     // alone: the refusal comes before a byte of it is sent.
     void bodies_data()
     {
-        QTest::addColumn<BodyRow>("row");
         const BodyRow rows[] = {
             { "JSON route at its limit", "/api/mobile/exchange", jsonBodyBytes, 400 },
             { "JSON route a byte over", "/api/mobile/exchange", jsonBodyBytes + 1, 413 },
@@ -144,8 +148,7 @@ private slots:
             { "mail-sized route at its limit", "/api/test/upload", mailBodyBytes, 200 },
             { "mail-sized route a byte over", "/api/test/upload", mailBodyBytes + 1, 413 },
         };
-        for (const BodyRow &row : rows)
-            QTest::addRow("%s", row.name) << row;
+        addRows(rows);
     }
     void bodies()
     {
@@ -167,7 +170,6 @@ private slots:
 
     void timeouts_data()
     {
-        QTest::addColumn<TimeoutRow>("row");
         const TimeoutRow rows[] = {
             { "idle connection", {}, 0 },
             { "idle after an answer", request("GET", "/api/test/requests"), 0 },
@@ -175,8 +177,7 @@ private slots:
             { "body short of its length", request("POST", "/api/mobile/exchange", "Content-Length: 10\r\n") + "{}",
                 408 },
         };
-        for (const TimeoutRow &row : rows)
-            QTest::addRow("%s", row.name) << row;
+        addRows(rows);
     }
     void timeouts()
     {
@@ -202,15 +203,13 @@ private slots:
 
     void connectionEnds_data()
     {
-        QTest::addColumn<CloseRow>("row");
         const CloseRow rows[] = {
             { "keep-alive", "GET", "HTTP/1.1", {}, false },
             { "Connection: close", "GET", "HTTP/1.1", "Connection: close\r\n", true },
             { "HTTP/1.0", "GET", "HTTP/1.0", {}, true },
             { "HEAD", "HEAD", "HTTP/1.1", {}, false },
         };
-        for (const CloseRow &row : rows)
-            QTest::addRow("%s", row.name) << row;
+        addRows(rows);
     }
     void connectionEnds()
     {
