@@ -5,6 +5,8 @@
 
 #include <QTcpSocket>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -23,6 +25,23 @@ QByteArray reasonOf(int status)
     default:
         return "Bad Request"_ba;
     }
+}
+
+// Just past the blank line that ends a head, or -1. Lines may end in a bare
+// LF, as the HTTP library allows; the two must agree on where a body starts.
+qsizetype headEnd(const QByteArray &head, qsizetype from)
+{
+    const qsizetype lf = head.indexOf("\n\n", from);
+    const qsizetype crlf = head.indexOf("\n\r\n", from);
+    if (crlf >= 0 && (lf < 0 || crlf < lf))
+        return crlf + 3;
+    return lf < 0 ? -1 : lf + 2;
+}
+
+bool isLength(const QByteArray &value)
+{
+    return !value.isEmpty() && value.size() <= 18
+        && std::all_of(value.begin(), value.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 bool hasToken(const QByteArray &list, QByteArrayView token)
@@ -85,8 +104,8 @@ bool WorkspaceConnection::takeHead(const QByteArray &data, qsizetype &pos)
     }
     const qsizetype before = m_head.size();
     m_head.append(data.constData() + pos, qMin(data.size() - pos, WorkspaceLimits::headBytes + 1 - before));
-    const qsizetype end = m_head.indexOf("\r\n\r\n", qMax<qsizetype>(0, before - 3));
-    if (end < 0 || end + 4 > WorkspaceLimits::headBytes) {
+    const qsizetype end = headEnd(m_head, qMax<qsizetype>(0, before - 2));
+    if (end < 0 || end > WorkspaceLimits::headBytes) {
         if (end < 0 && m_head.size() <= WorkspaceLimits::headBytes) {
             pos = data.size();
             return true;
@@ -94,8 +113,8 @@ bool WorkspaceConnection::takeHead(const QByteArray &data, qsizetype &pos)
         refuse(431, u"The request's headers are too large."_s);
         return false;
     }
-    pos += end + 4 - before;
-    const QByteArray head = m_head.left(end);
+    pos += end - before;
+    const QByteArray head = m_head.left(end).trimmed();
     m_head.clear();
     return readHead(head);
 }
@@ -122,9 +141,8 @@ bool WorkspaceConnection::readHead(const QByteArray &head)
         const QByteArray name = line.left(colon).trimmed();
         const QByteArray value = line.mid(colon + 1).trimmed();
         if (name.compare("Content-Length", Qt::CaseInsensitive) == 0) {
-            bool ok = false;
-            const qint64 given = value.toLongLong(&ok);
-            if (!ok || given < 0 || (lengthSeen && given != length)) {
+            const qint64 given = isLength(value) ? value.toLongLong() : -1;
+            if (given < 0 || (lengthSeen && given != length)) {
                 refuse(400, u"The request's Content-Length is not a length."_s);
                 return false;
             }
@@ -207,8 +225,8 @@ void WorkspaceConnection::refuse(int status, const QString &message)
     m_head.clear();
     m_bodyLeft = 0;
     const WorkspaceReply reply = WorkspaceReply::error(status, message);
-    m_socket.write("HTTP/1.1 " + QByteArray::number(status) + ' ' + reasonOf(status) + "\r\nContent-Type: "
-        + reply.contentType + "\r\nContent-Length: " + QByteArray::number(reply.body.size())
+    m_socket.write("HTTP/1.1 " + QByteArray::number(status) + ' ' + reasonOf(status)
+        + "\r\nContent-Type: " + reply.contentType + "\r\nContent-Length: " + QByteArray::number(reply.body.size())
         + "\r\nConnection: close\r\n\r\n" + reply.body);
     // Closing with unread input would reset the connection before the
     // client reads the refusal; what it still sends is dropped until it

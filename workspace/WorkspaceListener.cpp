@@ -98,8 +98,9 @@ void WorkspaceListener::acceptFailed(int error)
 {
     if (!m_failureLogged.isValid() || m_failureLogged.hasExpired(WorkspaceLimits::acceptLogIntervalMs)) {
         m_failureLogged.start();
-        QTextStream(stderr) << "tarn-workspace: cannot accept connections (" << QString::fromLocal8Bit(std::strerror(error))
-                            << "); retrying every " << WorkspaceLimits::acceptRetryMs << " ms" << Qt::endl;
+        QTextStream(stderr) << "tarn-workspace: cannot accept connections ("
+                            << QString::fromLocal8Bit(std::strerror(error)) << "); retrying every "
+                            << WorkspaceLimits::acceptRetryMs << " ms" << Qt::endl;
     }
     // The waiting connection stays queued; a descriptor is freed if any
     // connection is idle, and accepting resumes shortly.
