@@ -27,11 +27,10 @@ bool redirectDropsBody(int status, TarnMethod method)
 
 } // namespace
 
-TarnTransport::TarnTransport(Config config, Redirects redirects, int timeoutMs, QObject *parent)
+TarnTransport::TarnTransport(Config config, Redirects redirects, QObject *parent)
     : QObject(parent)
     , m_config(std::move(config))
     , m_redirects(redirects)
-    , m_timeoutMs(timeoutMs)
     , m_policy(m_config)
     , m_network(std::make_unique<QNetworkAccessManager>())
 {
@@ -42,9 +41,9 @@ TarnTransport::TarnTransport(Config config, Redirects redirects, int timeoutMs, 
 
 TarnTransport::~TarnTransport() = default;
 
-QString TarnTransport::timeoutText() const
+QString TarnTransport::timeoutText()
 {
-    return u"The workspace did not answer within %1 s."_s.arg(m_timeoutMs / 1000);
+    return u"The workspace did not answer within %1 s."_s.arg(timeoutMs / 1000);
 }
 
 QCoro::Task<TarnReply> TarnTransport::send(Request request)
@@ -52,7 +51,7 @@ QCoro::Task<TarnReply> TarnTransport::send(Request request)
     const QPointer<TarnTransport> self(this);
     for (int hop = 0;; ++hop) {
         QNetworkRequest wire(request.url);
-        wire.setTransferTimeout(m_timeoutMs);
+        wire.setTransferTimeout(timeoutMs);
         wire.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::PreferNetwork);
         wire.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
         wire.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);

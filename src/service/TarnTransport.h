@@ -38,10 +38,7 @@ public:
         std::optional<QByteArray> json; // sent as "application/json" when present
     };
 
-    static constexpr int defaultTimeoutMs = 60'000;
-
-    // A timeout other than the default is for tests that must see one.
-    TarnTransport(Config config, Redirects redirects, int timeoutMs = defaultTimeoutMs, QObject *parent = nullptr);
+    TarnTransport(Config config, Redirects redirects, QObject *parent = nullptr);
     ~TarnTransport() override;
 
     // Sends and reads the whole answer. A network failure (offline, TLS)
@@ -49,13 +46,13 @@ public:
     // within the timeout throws it with timeoutText().
     QCoro::Task<TarnReply> send(Request request);
 
+    static constexpr int timeoutMs = 60'000;
     // "The workspace did not answer within 60 s."
-    [[nodiscard]] QString timeoutText() const;
+    [[nodiscard]] static QString timeoutText();
 
 private:
     Config m_config;
     Redirects m_redirects;
-    int m_timeoutMs = defaultTimeoutMs;
     TarnRedirectPolicy m_policy;
     std::unique_ptr<QNetworkAccessManager> m_network;
 };

@@ -1,7 +1,6 @@
 #include "TarnWaitFor.h"
 #include "auth/NativeSessionStore.h"
 #include "service/TarnAPI.h"
-#include "service/TarnTransport.h"
 #include "shell/TarnSettingsCalls.h"
 #include "support/TestWorkspace.h"
 
@@ -72,7 +71,6 @@ private Q_SLOTS:
     void foreignPathsNeverSent_data();
     void foreignPathsNeverSent();
     void untrustedCertificateIsTransportError();
-    void timeoutSaysSo();
     void downloads_data();
     void downloads();
     void refreshWritesTextSize();
@@ -255,21 +253,6 @@ void TestAPI::untrustedCertificateIsTransportError()
     QCOMPARE(outcome.kind, Kind::transport);
     QVERIFY(!outcome.text.isEmpty());
     QVERIFY(tokenStored());
-}
-
-// The platform says only "Operation canceled" when the transfer times out.
-void TestAPI::timeoutSaysSo()
-{
-    QCOMPARE(TarnTransport(*config, TarnTransport::Redirects::never).timeoutText(),
-        u"The workspace did not answer within 60 s."_s);
-    QJsonObject held = fault("GET", u"/api/session"_s, 0, {}, {});
-    held.insert(u"delay_ms"_s, 3000);
-    workspace->setFault(held);
-    TarnTransport impatient(*config, TarnTransport::Redirects::never, 1000);
-    TarnTransport::Request request { workspace->url().resolved(QUrl(u"api/session"_s)), TarnMethod::Get, {}, {} };
-    const Outcome outcome = outcomeOf(impatient.send(std::move(request)));
-    QCOMPARE(outcome.kind, Kind::transport);
-    QCOMPARE(outcome.text, u"The workspace did not answer within 1 s."_s);
 }
 
 void TestAPI::downloads_data()

@@ -1,4 +1,3 @@
-#include "WorkspaceRawClient.h"
 #include "workspace/WorkspaceRequest.h"
 #include "workspace/WorkspaceResponder.h"
 #include "workspace/WorkspaceServer.h"
@@ -50,7 +49,6 @@ private slots:
     {
         WorkspaceOptions options;
         options.dataDir = m_data.path();
-        options.idleTimeoutMs = 300;
         m_server = std::make_unique<WorkspaceServer>(options);
         QString error;
         QVERIFY2(m_server->start(&error), qPrintable(error));
@@ -97,23 +95,6 @@ private slots:
         QVERIFY(finishes(first.get()));
         QCOMPARE(status(first.get()), 200);
         QCOMPARE(first->readAll(), R"({"ok":true})"_ba);
-    }
-
-    // The idle timeout ends connections with nothing under way, never one
-    // whose answer is held.
-    void heldRequestOutlivesTheIdleTimeout()
-    {
-        const std::unique_ptr<QNetworkReply> held = get(u"api/wait"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(m_waiting.size(), size_t(1), 5000);
-        WorkspaceRawClient idle(m_server->url(), m_server->certificatePath());
-        QVERIFY(idle.connect());
-        QVERIFY(idle.closes());
-        QVERIFY(!held->isFinished());
-
-        const std::unique_ptr<QNetworkReply> wake = get(u"api/wake"_s);
-        QVERIFY(finishes(wake.get()));
-        QVERIFY(finishes(held.get()));
-        QCOMPARE(status(held.get()), 200);
     }
 
     // Dropping a responder unanswered must end the request, not leave the
