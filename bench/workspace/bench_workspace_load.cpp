@@ -77,8 +77,7 @@ struct Server {
 };
 
 // Runs the event loop until done() or the phase's time runs out.
-template<typename Done>
-bool runUntil(Done done, int limitMs = phaseLimitMs)
+template <typename Done> bool runUntil(Done done, int limitMs = phaseLimitMs)
 {
     const QDeadlineTimer deadline(limitMs);
     while (!done() && !deadline.hasExpired())
@@ -101,7 +100,8 @@ int answerIn(QByteArray &buffer)
     if (end < 0)
         return 0;
     const qsizetype at = buffer.toLower().indexOf("content-length:");
-    const qsizetype length = at < 0 ? 0 : buffer.mid(at + 15, buffer.indexOf('\r', at) - at - 15).trimmed().toLongLong();
+    const qsizetype length
+        = at < 0 ? 0 : buffer.mid(at + 15, buffer.indexOf('\r', at) - at - 15).trimmed().toLongLong();
     if (buffer.size() < end + 4 + length)
         return 0;
     const int status = buffer.mid(9, 3).toInt();
@@ -142,7 +142,8 @@ void keepAlive(const Server &server)
         });
     }
     // Measured once every client is connected and busy.
-    runUntil([&] { return std::all_of(clients.begin(), clients.end(), [](const auto &c) { return c->isEncrypted(); }); });
+    runUntil(
+        [&] { return std::all_of(clients.begin(), clients.end(), [](const auto &c) { return c->isEncrypted(); }); });
     latenciesUs.clear();
     clock.start();
     runUntil([&] { return clock.hasExpired(loadSeconds * 1000); });
