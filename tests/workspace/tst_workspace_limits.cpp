@@ -73,7 +73,7 @@ struct Server {
     QProcess process;
     QUrl url;
 
-    explicit Server(const QStringList &options, const QString &files = u"4096:4096"_s)
+    explicit Server(const QStringList &options, const QString &files = u"1024:4096"_s)
     {
         process.start(u"prlimit"_s,
             QStringList { u"--nofile="_s + files, u"--"_s, QStringLiteral(TARN_WORKSPACE_BIN), u"--data"_s, data.path(),
@@ -214,6 +214,10 @@ private slots:
             held.back()->socket.write(busy ? "GET / HTTP/1.1\r\n" : "");
         }
         QCOMPARE(connected(server) != nullptr, !busy);
+        // The soft descriptor limit was raised to the hard one.
+        QFile limits(u"/proc/%1/limits"_s.arg(server.process.processId()));
+        QVERIFY(limits.open(QIODevice::ReadOnly));
+        QVERIFY(limits.readAll().simplified().contains("Max open files 4096 4096 files"));
         QCOMPARE(held.front()->wait(&QAbstractSocket::disconnected, busy ? 0 : 5000), busy);
         QVERIFY(held.back()->wait(&QAbstractSocket::disconnected, 0));
     }
