@@ -1,5 +1,6 @@
 #include "workspace/WorkspaceFaults.h"
 
+#include "workspace/WorkspaceLimits.h"
 #include "workspace/WorkspaceRequest.h"
 #include "workspace/WorkspaceResponder.h"
 
@@ -103,6 +104,8 @@ void WorkspaceFaults::record(const WorkspaceRequest &request)
         { u"csrf"_s, headerValue(request, "X-CSRF-Token") },
         { u"accept"_s, headerValue(request, "Accept") },
         { u"content_type"_s, headerValue(request, "Content-Type") },
-        { u"body"_s, QString::fromUtf8(request.body()) },
+        { u"body"_s, QString::fromUtf8(request.body().left(WorkspaceLimits::loggedBodyBytes)) },
     });
+    if (m_requests.size() > WorkspaceLimits::loggedRequests)
+        m_requests.removeFirst();
 }

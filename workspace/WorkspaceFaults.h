@@ -12,8 +12,8 @@ class QJsonObject;
 class WorkspaceRequest;
 
 // The test controls of "--test-faults": canned answers for chosen requests
-// and the log of every request received. The log keeps whether a session
-// cookie came, never its value.
+// and the log of the latest requests received (bodies cut short). The log
+// keeps whether a session cookie came, never its value.
 class WorkspaceFaults {
 public:
     struct Fault {

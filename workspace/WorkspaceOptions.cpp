@@ -25,8 +25,10 @@ std::optional<WorkspaceOptions> WorkspaceOptions::parse(const QStringList &argum
 
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString &arg = arguments.at(i);
+        const QStringList counts
+            = { u"--code-ttl"_s, u"--idle-timeout-ms"_s, u"--request-timeout-ms"_s, u"--max-connections"_s };
         const bool takesValue
-            = arg == "--data"_L1 || arg == "--port"_L1 || arg == "--auto-sign-in"_L1 || arg == "--code-ttl"_L1;
+            = arg == "--data"_L1 || arg == "--port"_L1 || arg == "--auto-sign-in"_L1 || counts.contains(arg);
         if (arg == "--test-faults"_L1) {
             options.testFaults = true;
             continue;
@@ -57,10 +59,12 @@ std::optional<WorkspaceOptions> WorkspaceOptions::parse(const QStringList &argum
             options.autoSignIn = value;
         } else {
             bool ok = false;
-            const int seconds = value.toInt(&ok);
-            if (!ok || seconds < 0)
-                return fail(u"--code-ttl needs a number of seconds"_s);
-            options.codeTtlSeconds = seconds;
+            const int count = value.toInt(&ok);
+            if (!ok || count < 0 || (count == 0 && arg != "--code-ttl"_L1))
+                return fail(u"%1 needs a positive number"_s.arg(arg));
+            int *const target[] = { &options.codeTtlSeconds, &options.idleTimeoutMs, &options.requestTimeoutMs,
+                &options.maxConnections };
+            *target[counts.indexOf(arg)] = count;
         }
     }
     return options;

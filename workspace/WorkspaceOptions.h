@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workspace/WorkspaceLimits.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,6 +16,11 @@ struct WorkspaceOptions {
     bool testFaults = false;
     // Sign-in codes live this long; tests shorten it to see expiry without waiting.
     int codeTtlSeconds = 120;
+    // Tests shorten the connection timeouts and lower the connection cap
+    // (0: WorkspaceLimits::connections, kept under the descriptor limit).
+    int idleTimeoutMs = WorkspaceLimits::idleTimeoutMs;
+    int requestTimeoutMs = WorkspaceLimits::requestTimeoutMs;
+    int maxConnections = 0;
     // Exit when standard input reaches its end (test harnesses keep it open).
     bool stopWithStdin = false;
 

@@ -1,13 +1,15 @@
 #include "workspace/WorkspaceResponder.h"
 
+#include "workspace/WorkspaceConnection.h"
 #include "workspace/WorkspaceReply.h"
 
 #include <QHttpServerResponder>
 #include <QMetaEnum>
 
-WorkspaceResponder::WorkspaceResponder(QHttpServerResponder &&responder)
+WorkspaceResponder::WorkspaceResponder(QHttpServerResponder &&responder, Body body)
     : m_responder(std::make_unique<QHttpServerResponder>(std::move(responder)))
     , m_socket(m_responder->socket())
+    , m_body(body)
 {
 }
 
@@ -19,6 +21,7 @@ WorkspaceResponder &WorkspaceResponder::operator=(WorkspaceResponder &&other) no
         abandon();
         m_responder = std::move(other.m_responder);
         m_socket = std::move(other.m_socket);
+        m_body = other.m_body;
     }
     return *this;
 }
@@ -56,7 +59,12 @@ void WorkspaceResponder::send(const WorkspaceReply &reply)
     for (const auto &[name, value] : reply.headers)
         responder->writeHeader(name, value);
     responder->writeHeader("Content-Length", QByteArray::number(reply.body.size()));
-    responder->writeBody(reply.body);
+    WorkspaceConnection *const connection = WorkspaceConnection::of(m_socket);
+    if (connection && connection->closesAfterAnswer())
+        responder->writeHeader("Connection", "close");
+    responder->writeBody(m_body == Body::Send ? reply.body : QByteArray());
+    if (connection)
+        connection->answered();
 }
 
 bool WorkspaceResponder::canWrite(int status)

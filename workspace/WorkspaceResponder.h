@@ -10,10 +10,13 @@ struct WorkspaceReply;
 
 // The open connection a request is waiting on. It may be kept past the
 // request's handler (long polls, delayed answers): the socket is watched, and
-// an answer for a client that has gone is dropped instead of written.
+// an answer for a client that has gone is dropped instead of written. Once
+// written, the connection's guard hears of it (to close or to wait idle).
 class WorkspaceResponder {
 public:
-    explicit WorkspaceResponder(QHttpServerResponder &&responder);
+    enum class Body { Send, Omit };
+    // Omit answers a HEAD request: the headers of the answer without its body.
+    explicit WorkspaceResponder(QHttpServerResponder &&responder, Body body = Body::Send);
     WorkspaceResponder(WorkspaceResponder &&other) noexcept;
     WorkspaceResponder &operator=(WorkspaceResponder &&other) noexcept;
     ~WorkspaceResponder();
@@ -32,4 +35,5 @@ private:
 
     std::unique_ptr<QHttpServerResponder> m_responder;
     QPointer<QTcpSocket> m_socket;
+    Body m_body = Body::Send;
 };

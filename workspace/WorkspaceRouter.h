@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workspace/WorkspaceLimits.h"
 #include "workspace/WorkspaceReply.h"
 
 #include <QByteArray>
@@ -17,6 +18,8 @@ class WorkspaceResponder;
 // one segment ("/api/rooms/:room/messages"); the captured segments reach the
 // handler as WorkspaceRequest::arguments(). Routes that need a session get it
 // checked (and the CSRF token, for non-GET/HEAD methods) before they run.
+// HEAD runs the GET route (the body is left out of the answer). Each route
+// takes a body up to its limit; a larger one is refused before it is read.
 class WorkspaceRouter {
 public:
     enum class Access { Public, Session };
@@ -31,6 +34,7 @@ public:
         QStringList segments;
         Access access = Access::Public;
         HeldHandler run;
+        qint64 bodyLimit = WorkspaceLimits::bodyBytes;
     };
 
     struct Match {
@@ -38,11 +42,15 @@ public:
         QStringList arguments;
     };
 
-    void add(QByteArray method, const QString &pattern, Access access, Handler handler);
-    void addHeld(QByteArray method, const QString &pattern, Access access, HeldHandler handler);
+    void add(QByteArray method, const QString &pattern, Access access, Handler handler,
+        qint64 bodyLimit = WorkspaceLimits::bodyBytes);
+    void addHeld(QByteArray method, const QString &pattern, Access access, HeldHandler handler,
+        qint64 bodyLimit = WorkspaceLimits::bodyBytes);
 
     // The route for this method and (percent-encoded) path, if any.
     [[nodiscard]] std::optional<Match> match(QByteArrayView method, const QString &path) const;
+    // The largest body the route takes; the JSON limit where no route matches.
+    [[nodiscard]] qint64 bodyLimit(QByteArrayView method, QByteArrayView path) const;
 
 private:
     QList<Route> m_routes;

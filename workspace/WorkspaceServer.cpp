@@ -1,6 +1,7 @@
 #include "workspace/WorkspaceServer.h"
 
 #include "workspace/WorkspaceCertificate.h"
+#include "workspace/WorkspaceListener.h"
 #include "workspace/WorkspaceRequest.h"
 #include "workspace/WorkspaceResponder.h"
 #include "workspace/WorkspaceSeed.h"
@@ -12,14 +13,49 @@
 #include "workspace/routes/TestRoutes.h"
 
 #include <QDir>
+#include <QFile>
 #include <QHttpServerRequest>
 #include <QHttpServerResponder>
-#include <QSslServer>
 #include <QTimer>
 
 #include <memory>
 
+#include <sys/resource.h>
+#include <sys/stat.h>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// Every connection holds a descriptor: the soft limit (often 1,024) is
+// raised as far as the hard one allows. Returns the soft limit in force.
+rlim_t raiseDescriptorLimit()
+{
+    rlimit limit {};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0)
+        return 1024;
+    if (limit.rlim_cur < limit.rlim_max) {
+        limit.rlim_cur = limit.rlim_max;
+        if (::setrlimit(RLIMIT_NOFILE, &limit) != 0)
+            ::getrlimit(RLIMIT_NOFILE, &limit);
+    }
+    return limit.rlim_cur;
+}
+
+// The folder and every file in it are the user's alone, whatever the umask
+// was and whatever an earlier version left; files made later (the database's
+// journal and WAL) inherit the umask set here.
+bool makePrivate(const QString &dataDir)
+{
+    ::umask(077);
+    bool ok = ::chmod(QFile::encodeName(dataDir).constData(), 0700) == 0;
+    const QDir dir(dataDir);
+    for (const QString &name : dir.entryList(QDir::Files | QDir::Hidden | QDir::System))
+        ok = ::chmod(QFile::encodeName(dir.filePath(name)).constData(), 0600) == 0 && ok;
+    return ok;
+}
+
+} // namespace
 
 WorkspaceServer::WorkspaceServer(WorkspaceOptions options, QObject *parent)
     : QAbstractHttpServer(parent)
@@ -31,8 +67,8 @@ WorkspaceServer::~WorkspaceServer() = default;
 
 bool WorkspaceServer::start(QString *error)
 {
-    if (!QDir().mkpath(m_options.dataDir)) {
-        *error = u"cannot create the data folder %1"_s.arg(m_options.dataDir);
+    if (!QDir().mkpath(m_options.dataDir) || !makePrivate(m_options.dataDir)) {
+        *error = u"cannot create a private data folder %1"_s.arg(m_options.dataDir);
         return false;
     }
     if (!m_store.open(m_options.dataDir, error))
@@ -59,10 +95,21 @@ bool WorkspaceServer::start(QString *error)
         return false;
     }
     m_certificatePath = certificate.certificatePath();
+    if (!makePrivate(m_options.dataDir)) {
+        *error = u"cannot make the files of %1 private"_s.arg(m_options.dataDir);
+        return false;
+    }
 
-    auto *tls = new QSslServer(this);
+    const rlim_t descriptors = raiseDescriptorLimit();
+    const rlim_t reserve = WorkspaceLimits::descriptorReserve;
+    const rlim_t spare = descriptors > 2 * reserve ? descriptors - reserve : descriptors / 2;
+    const int connections = m_options.maxConnections > 0 ? m_options.maxConnections
+                                                         : int(qMin<rlim_t>(WorkspaceLimits::connections, spare));
+    WorkspaceConnection::Settings guard { m_options.idleTimeoutMs, m_options.requestTimeoutMs,
+        [this](QByteArrayView method, QByteArrayView path) { return m_router.bodyLimit(method, path); } };
+    auto *tls = new WorkspaceListener(std::move(guard), connections, this);
     tls->setSslConfiguration(certificate.serverConfiguration());
-    if (!tls->listen(QHostAddress::LocalHost, m_options.port)) {
+    if (!tls->start(QHostAddress::LocalHost, m_options.port)) {
         *error = u"cannot listen on 127.0.0.1:%1: %2"_s.arg(m_options.port).arg(tls->errorString());
         return false;
     }
@@ -81,7 +128,8 @@ bool WorkspaceServer::start(QString *error)
 bool WorkspaceServer::handleRequest(const QHttpServerRequest &httpRequest, QTcpSocket *socket)
 {
     const WorkspaceRequest request(httpRequest);
-    WorkspaceResponder responder(makeResponder(httpRequest, socket));
+    WorkspaceResponder responder(makeResponder(httpRequest, socket),
+        request.method() == "HEAD" ? WorkspaceResponder::Body::Omit : WorkspaceResponder::Body::Send);
 
     const bool control = request.path().startsWith("/api/test/"_L1);
     std::optional<WorkspaceFaults::Hit> hit;

@@ -132,7 +132,10 @@ bool WorkspaceStore::createSchema()
         if (!exec(q))
             return false;
     }
-    return true;
+    // Sessions from before CSRF tokens were stored hashed (64 hex digits) end.
+    QSqlQuery plain = prepare(u"UPDATE sessions SET ended_at = ? WHERE ended_at IS NULL AND length(csrf) != 64"_s);
+    plain.addBindValue(now());
+    return exec(plain);
 }
 
 QSqlQuery WorkspaceStore::prepare(const QString &sql) const
@@ -226,12 +229,12 @@ WorkspaceStore::NewSession WorkspaceStore::createSession(const QString &personId
     NewSession made;
     made.token = WorkspaceTokens::random(32);
     made.session.personId = personId;
-    made.session.csrf = WorkspaceTokens::random(24);
+    made.session.csrf = WorkspaceTokens::csrfOf(made.token);
 
     QSqlQuery q = prepare(u"INSERT INTO sessions (token_hash, person_id, csrf, created_at) VALUES (?, ?, ?, ?)"_s);
     q.addBindValue(WorkspaceTokens::hash(made.token));
     q.addBindValue(personId);
-    q.addBindValue(made.session.csrf);
+    q.addBindValue(WorkspaceTokens::hash(made.session.csrf));
     q.addBindValue(now());
     if (exec(q))
         made.session.id = q.lastInsertId().toLongLong();
@@ -244,9 +247,9 @@ std::optional<WorkspaceStore::Session> WorkspaceStore::session(const QString &to
         return std::nullopt;
     QSqlQuery q = prepare(u"SELECT id, person_id, csrf FROM sessions WHERE token_hash = ? AND ended_at IS NULL"_s);
     q.addBindValue(WorkspaceTokens::hash(token));
-    if (exec(q) && q.next())
-        return Session { q.value(0).toLongLong(), q.value(1).toString(), q.value(2).toString() };
-    return std::nullopt;
+    if (!exec(q) || !q.next())
+        return std::nullopt;
+    return Session { q.value(0).toLongLong(), q.value(1).toString(), WorkspaceTokens::csrfOf(token) };
 }
 
 void WorkspaceStore::endSession(qint64 id)
@@ -280,6 +283,10 @@ QString WorkspaceStore::issueOnce(const QString &table, const QString &columns, 
 
 QString WorkspaceStore::createSignInCode(const QString &personId, const QString &challenge, int ttlSeconds)
 {
+    // Starts that never finish would otherwise pile up until one does.
+    QSqlQuery purge = prepare(u"DELETE FROM sign_in_codes WHERE expires_at <= ?"_s);
+    purge.addBindValue(now());
+    exec(purge);
     return issueOnce(u"sign_in_codes"_s, u"code_hash, person_id, challenge, expires_at"_s,
         { personId, challenge, now() + qint64(ttlSeconds) * 1000 });
 }

@@ -11,8 +11,9 @@
 class QSqlQuery;
 
 // The service's SQLite database in its data folder. Every secret handed out
-// (session tokens, sign-in codes, connection states) is kept only as a hash;
-// the CSRF token is kept as it is because the session record returns it.
+// (session tokens, CSRF tokens, sign-in codes, connection states) is kept
+// only as a hash. A session's CSRF token is derived from its token, so the
+// session record can return it without the store keeping it.
 class WorkspaceStore {
 public:
     struct Session {

@@ -2,6 +2,7 @@
 
 #include <QCryptographicHash>
 #include <QList>
+#include <QMessageAuthenticationCode>
 #include <QRandomGenerator>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +26,12 @@ QString random(int bytes)
 QString hash(const QString &token)
 {
     return QString::fromLatin1(QCryptographicHash::hash(token.toUtf8(), QCryptographicHash::Sha256).toHex());
+}
+
+QString csrfOf(const QString &sessionToken)
+{
+    const QByteArray mac = QMessageAuthenticationCode::hash("csrf", sessionToken.toUtf8(), QCryptographicHash::Sha256);
+    return QString::fromLatin1(mac.left(24).toBase64(base64url));
 }
 
 QString challengeOf(const QString &verifier)

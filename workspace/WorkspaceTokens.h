@@ -14,6 +14,10 @@ namespace WorkspaceTokens {
 // Hex SHA-256 of the text's UTF-8 bytes: the form a token takes in storage.
 [[nodiscard]] QString hash(const QString &token);
 
+// The CSRF token of the session with this token: unguessable without it,
+// and never stored in the clear.
+[[nodiscard]] QString csrfOf(const QString &sessionToken);
+
 // The S256 proof-key challenge of a verifier.
 [[nodiscard]] QString challengeOf(const QString &verifier);
 

@@ -41,6 +41,11 @@ TarnTransport::TarnTransport(Config config, Redirects redirects, QObject *parent
 
 TarnTransport::~TarnTransport() = default;
 
+QString TarnTransport::timeoutText()
+{
+    return u"The workspace did not answer within %1 s."_s.arg(timeoutMs / 1000);
+}
+
 QCoro::Task<TarnReply> TarnTransport::send(Request request)
 {
     const QPointer<TarnTransport> self(this);
@@ -66,6 +71,10 @@ QCoro::Task<TarnReply> TarnTransport::send(Request request)
             throw TarnAPIError::transport(u"The request was cancelled."_s);
 
         const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+        // Nothing else cancels a request here: the platform's text for the
+        // transfer timeout says only "Operation canceled".
+        if (!status.isValid() && reply->error() == QNetworkReply::OperationCanceledError)
+            throw TarnAPIError::transport(timeoutText());
         if (!status.isValid() && reply->error() != QNetworkReply::NoError)
             throw TarnAPIError::transport(reply->errorString());
         if (status.isValid() && m_redirects == Redirects::toService && hop < TarnRedirectPolicy::maximumHops) {

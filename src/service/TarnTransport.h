@@ -41,11 +41,14 @@ public:
     TarnTransport(Config config, Redirects redirects, QObject *parent = nullptr);
     ~TarnTransport() override;
 
-    // Sends and reads the whole answer. A network failure (offline, timeout,
-    // TLS) throws TarnAPIError::transport with the platform's text.
+    // Sends and reads the whole answer. A network failure (offline, TLS)
+    // throws TarnAPIError::transport with the platform's text; no answer
+    // within the timeout throws it with timeoutText().
     QCoro::Task<TarnReply> send(Request request);
 
     static constexpr int timeoutMs = 60'000;
+    // "The workspace did not answer within 60 s."
+    [[nodiscard]] static QString timeoutText();
 
 private:
     Config m_config;

@@ -254,12 +254,14 @@ private slots:
         QVERIFY(!m_ws->session(colleague).isEmpty());
     }
 
-    // Tokens are 256 random bits, kept only hashed: in neither the data
-    // folder nor the output.
+    // Tokens are 256 random bits, kept only hashed (session and CSRF
+    // tokens alike): in neither the data folder nor the output.
     void tokensAreNeverKept()
     {
         const QString token = m_ws->signIn(u"tomas@halvard.example"_s);
         QCOMPARE(QByteArray::fromBase64(token.toLatin1(), QByteArray::Base64UrlEncoding).size(), 32);
+        const QString csrf = m_ws->session(token).value("csrf"_L1).toString();
+        QVERIFY(csrf.size() >= 32);
         QByteArrayList kept { m_ws->output() };
         for (QDirIterator files(m_ws->dataPath(), QDir::Files); files.hasNext();) {
             QFile file(files.next());
@@ -267,7 +269,27 @@ private slots:
             kept.append(file.readAll());
         }
         for (const QByteArray &bytes : std::as_const(kept))
-            QVERIFY(!bytes.contains(token.toLatin1()));
+            QVERIFY(!bytes.contains(token.toLatin1()) && !bytes.contains(csrf.toLatin1()));
+    }
+
+    // The settings store only what the app offers (its own lists).
+    void appearanceChoices_data()
+    {
+        QTest::addColumn<QJsonObject>("body");
+        QTest::addColumn<QString>("error");
+        QTest::addRow("offered") << QJsonObject { { u"text_size"_s, u"larger"_s } } << QString();
+        QTest::addRow("another list's") << QJsonObject { { u"text_size"_s, u"paper"_s } }
+                                        << u"That text size is not one Pilo Tarn offers."_s;
+        QTest::addRow("none") << QJsonObject { { u"text_size"_s, 7 } } << u"Choose a text size."_s;
+    }
+    void appearanceChoices()
+    {
+        QFETCH(QJsonObject, body);
+        QFETCH(QString, error);
+        const Signed who = signIn(*m_ws, u"maren@halvard.example"_s);
+        const TestWorkspace::Answer answer = m_ws->send(
+            "PATCH", u"api/team/me/text-size"_s, who.token, body, { { "X-CSRF-Token", who.csrf.toLatin1() } });
+        QCOMPARE(answer.json().value("error"_L1).toString(), error);
     }
 
     // A canned answer comes back exactly as set, for the next request of its

@@ -40,6 +40,14 @@ void add(WorkspaceServer &server)
         return WorkspaceReply::ok();
     });
 
+    // A route as large as the largest (sending mail), for the body limit.
+    router.add(
+        "POST", u"/api/test/upload"_s, Access::Public,
+        [](const WorkspaceRequest &request) {
+            return WorkspaceReply::json(QJsonObject { { u"bytes"_s, request.body().size() } });
+        },
+        WorkspaceLimits::mailBodyBytes);
+
     router.add("GET", u"/api/test/sign-in-code"_s, Access::Public, [&server](const WorkspaceRequest &request) {
         const QString challenge = request.query(u"challenge"_s);
         if (!WorkspaceTokens::isChallenge(challenge))
