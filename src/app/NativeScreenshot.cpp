@@ -9,6 +9,20 @@
 
 using namespace Qt::StringLiterals;
 
+NativeScreenshot::Profile NativeScreenshot::profile(const QString &text)
+{
+    Profile result { .place = text.trimmed().toLower(), .gallery = false, .dark = std::nullopt };
+    const qsizetype colon = result.place.lastIndexOf(u':');
+    if (colon >= 0) {
+        const QStringView scheme = QStringView(result.place).mid(colon + 1);
+        if (scheme == "dark"_L1 || scheme == "light"_L1)
+            result.dark = scheme == "dark"_L1;
+        result.place.truncate(colon);
+    }
+    result.gallery = result.place == "gallery"_L1;
+    return result;
+}
+
 std::optional<TarnDestination> NativeScreenshot::destination(const QString &profile)
 {
     const QString name = profile.trimmed().toLower();
@@ -32,20 +46,22 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
     return std::nullopt;
 }
 
-NativeScreenshot::NativeScreenshot(QQuickWindow &window, NativeRootState &root, QString file, QObject *parent)
+NativeScreenshot::NativeScreenshot(QQuickWindow &window, NativeRootState *root, QString file, QObject *parent)
     : QObject(parent)
     , m_window(window)
     , m_root(root)
     , m_file(std::move(file))
 {
-    connect(&m_root, &NativeRootState::changed, this, &NativeScreenshot::settleCheck);
+    if (m_root)
+        connect(m_root, &NativeRootState::changed, this, &NativeScreenshot::settleCheck);
     settleCheck();
 }
 
 void NativeScreenshot::settleCheck()
 {
     using Phase = NativeRootState::Phase;
-    const bool settled = !m_root.busy() && m_root.phase() != Phase::Starting && m_root.phase() != Phase::SigningIn;
+    const bool settled
+        = !m_root || (!m_root->busy() && m_root->phase() != Phase::Starting && m_root->phase() != Phase::SigningIn);
     if (!settled || m_capturing)
         return;
     m_capturing = true;
