@@ -42,7 +42,7 @@ Rectangle {
         readonly property bool section: kind === "section"
 
         objectName: (kind === "item" ? "sidebarItem:" : section ? "sidebarChild:" : "sidebarHeading:") + key
-        width: ListView.view.width
+        width: ListView.view.width - ListView.view.leftMargin - ListView.view.rightMargin
         text: label
         enabled: !heading
         focusPolicy: heading ? Qt.NoFocus : Qt.StrongFocus
