@@ -25,6 +25,22 @@ Rectangle {
     color: Theme.colours.sidebar
     clip: true
 
+    // Tab follows the lines in their order, which the list's own item order
+    // (delegates are made as they come into sight) does not promise.
+    function focusLine(from: int, step: int): bool {
+        for (let i = from; i >= 0 && i < list.count; i += step) {
+            const line = list.itemAtIndex(i)
+            if (line && line.activeFocusOnTab) {
+                line.forceActiveFocus(step > 0 ? Qt.TabFocusReason : Qt.BacktabFocusReason)
+                return true
+            }
+        }
+        return false
+    }
+    function focusTop(reason: int) {
+        (searchButton.visible ? searchButton : collapse).forceActiveFocus(reason)
+    }
+
     Behavior on implicitWidth { NumberAnimation { duration: 120; easing.type: Easing.OutCubic } }
 
     // One line of the sidebar model: a group heading, an item with its icon,
@@ -60,6 +76,8 @@ Rectangle {
         Keys.onEnterPressed: clicked()
         // The list scrolls to whatever the keyboard reaches.
         onActiveFocusChanged: if (activeFocus) ListView.view.positionViewAtIndex(index, ListView.Contain)
+        Keys.onTabPressed: if (!sidebar.focusLine(index + 1, 1)) account.forceActiveFocus(Qt.TabFocusReason)
+        Keys.onBacktabPressed: if (!sidebar.focusLine(index - 1, -1)) sidebar.focusTop(Qt.BacktabFocusReason)
 
         background: Rectangle {
             visible: !line.heading
@@ -123,6 +141,8 @@ Rectangle {
             Layout.bottomMargin: Theme.spacing.xs
 
             IconButton {
+                id: collapse
+
                 objectName: "collapseSidebar"
                 symbol: "sidebar.left"
                 text: sidebar.collapsed ? qsTr("Show the sidebar") : qsTr("Collapse the sidebar")
@@ -130,6 +150,12 @@ Rectangle {
                 Layout.alignment: Qt.AlignHCenter
                 Layout.fillWidth: sidebar.narrow
                 onClicked: sidebar.navigation.sidebarCollapsed = !sidebar.collapsed
+                Keys.onTabPressed: event => {
+                    if (searchButton.visible)
+                        searchButton.forceActiveFocus(Qt.TabFocusReason)
+                    else
+                        event.accepted = sidebar.focusLine(0, 1)
+                }
             }
 
             // Looks like a search field and opens the command search, where
@@ -145,6 +171,7 @@ Rectangle {
                 Layout.fillWidth: true
                 implicitHeight: 34
                 onClicked: sidebar.searchRequested()
+                Keys.onTabPressed: event => event.accepted = sidebar.focusLine(0, 1)
                 Keys.onReturnPressed: clicked()
                 Keys.onEnterPressed: clicked()
 
@@ -232,6 +259,10 @@ Rectangle {
             Layout.fillWidth: true
             Layout.margins: Theme.spacing.s
             onClicked: menu.open()
+            Keys.onBacktabPressed: event => event.accepted = sidebar.focusLine(list.count - 1, -1)
+            // Qt Quick 6.4's own Tab from here wraps round to the sidebar's
+            // top instead of going on to the screen: step along the chain.
+            Keys.onTabPressed: account.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onReturnPressed: menu.open()
             Keys.onEnterPressed: menu.open()
 

@@ -19,8 +19,8 @@ Window {
 
     objectName: "settingsWindow"
     title: qsTr("Settings")
-    width: 520
-    height: 600
+    width: 540
+    height: 720
     minimumWidth: 420
     minimumHeight: 420
     flags: Qt.Dialog

@@ -130,6 +130,9 @@ ScrollView {
             font.pixelSize: Theme.type.body
             padding: Theme.spacing.m
             Accessible.name: qsTr("Ask Pilo")
+            // Tab moves on, as in every other field, rather than typing a tab.
+            Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+            Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
             wrapMode: TextEdit.Wrap
             Layout.fillWidth: true
             Layout.leftMargin: 24
