@@ -14,8 +14,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 
 using namespace Qt::StringLiterals;
 
-NativeAppWindow::NativeAppWindow(
-    const Config &config, TarnSessionStore &store, QSettings &preferences, Content content)
+NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, QSettings &preferences, Content content)
     : m_api(config, store, &preferences)
     , m_auth(config, store, &NativeBrowser::open)
     , m_navigation(&preferences)
@@ -24,9 +23,8 @@ NativeAppWindow::NativeAppWindow(
     , m_root(m_api, m_auth, m_navigation)
     , m_theme(preferences)
 {
-    const auto followAppearance = [this] {
-        m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale());
-    };
+    const auto followAppearance
+        = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
     followAppearance();
     QObject::connect(&m_settings, &NativeSettingsState::appearanceChanged, &m_theme, followAppearance);
     NativeTheme::loadFonts();

@@ -54,8 +54,7 @@ void TestAvatarStyle::gradientIndex_data()
     // Worked by hand: 5381, then ×33 + each scalar, wrapping at 2^64.
     QTest::addRow("empty key") << QString() << quint64(5381);
     QTest::addRow("one letter") << u"a"_s << quint64(5381 * 33 + 97);
-    QTest::addRow("a scalar outside the basic plane counts once")
-        << u"\U0001F600"_s << quint64(5381 * 33 + 0x1F600);
+    QTest::addRow("a scalar outside the basic plane counts once") << u"\U0001F600"_s << quint64(5381 * 33 + 0x1F600);
     QTest::addRow("an address") << u"maren@halvard.example"_s << quint64(6666187613141246900ULL);
     QTest::addRow("long keys wrap") << QString(40, u'z') << quint64(2515515968843180053ULL);
 }

@@ -42,8 +42,8 @@ QSet<QString> qmlSymbols()
     static const QRegularExpression assignment(uR"re(symbol:\s*([^\n]+))re"_s);
     static const QRegularExpression quoted(uR"re("([a-z0-9.]+)")re"_s);
     QSet<QString> names;
-    QDirIterator files(QStringLiteral(TARN_SOURCE_DIR "/src"), { u"*.qml"_s }, QDir::Files,
-        QDirIterator::Subdirectories);
+    QDirIterator files(
+        QStringLiteral(TARN_SOURCE_DIR "/src"), { u"*.qml"_s }, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         QFile file(files.next());
         if (!file.open(QIODevice::ReadOnly))
@@ -177,8 +177,8 @@ void TestDesign::tintsAndTextSizes_data()
     QTest::addRow("light mist, standard") << u"light"_s << u"mist"_s << u"standard"_s << QColor(u"#ebf1f7"_s) << 16.0;
     QTest::addRow("dark mist, large") << u"dark"_s << u"mist"_s << u"large"_s << QColor(u"#1f242b"_s) << 19.2;
     QTest::addRow("dark paper, larger") << u"dark"_s << u"paper"_s << u"larger"_s << QColor(u"#262420"_s) << 22.4;
-    QTest::addRow("an unknown tint is plain") << u"dark"_s << u"neon"_s << u"standard"_s << QColor(u"#1b1c20"_s)
-                                              << 16.0;
+    QTest::addRow("an unknown tint is plain")
+        << u"dark"_s << u"neon"_s << u"standard"_s << QColor(u"#1b1c20"_s) << 16.0;
 }
 
 void TestDesign::tintsAndTextSizes()
@@ -192,8 +192,7 @@ void TestDesign::tintsAndTextSizes()
     QSettings preferences(m_folder.filePath(u"tints.ini"_s), QSettings::IniFormat);
     NativeTheme theme(preferences);
     theme.setColorScheme(scheme);
-    theme.setAppearance(
-        u"blue"_s, background, TarnAppearance::choice(TarnAppearance::textSizes(), textSize).scale);
+    theme.setAppearance(u"blue"_s, background, TarnAppearance::choice(TarnAppearance::textSizes(), textSize).scale);
     QCOMPARE(theme.colours().window, window);
     QCOMPARE(theme.type().body, body);
 }

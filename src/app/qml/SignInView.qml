@@ -28,7 +28,8 @@ Rectangle {
 
         Image {
             source: "qrc:/PiloTarn/icons/pilo-tarn.svg"
-            sourceSize: Qt.size(88, 88)
+            sourceSize.width: 88
+            sourceSize.height: 88
             Accessible.ignored: true
             Layout.alignment: Qt.AlignHCenter
         }

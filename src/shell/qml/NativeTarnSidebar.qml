@@ -25,8 +25,7 @@ Rectangle {
     color: Theme.colours.sidebar
     clip: true
 
-    // Tab follows the lines in their order, which the list's own item order
-    // (delegates are made as they come into sight) does not promise.
+    // Into the list from either end: its first or last line that takes focus.
     function focusLine(from: int, step: int): bool {
         for (let i = from; i >= 0 && i < list.count; i += step) {
             const line = list.itemAtIndex(i)
@@ -36,9 +35,6 @@ Rectangle {
             }
         }
         return false
-    }
-    function focusTop(reason: int) {
-        (searchButton.visible ? searchButton : collapse).forceActiveFocus(reason)
     }
 
     Behavior on implicitWidth { NumberAnimation { duration: 120; easing.type: Easing.OutCubic } }
@@ -56,6 +52,7 @@ Rectangle {
         required property bool lit
         readonly property bool heading: kind === "groupHeading" || kind === "sectionHeading"
         readonly property bool section: kind === "section"
+        readonly property bool narrow: ListView.view.width < 140
 
         objectName: (kind === "item" ? "sidebarItem:" : section ? "sidebarChild:" : "sidebarHeading:") + key
         width: ListView.view.width - ListView.view.leftMargin - ListView.view.rightMargin
@@ -63,12 +60,12 @@ Rectangle {
         enabled: !heading
         focusPolicy: heading ? Qt.NoFocus : Qt.StrongFocus
         hoverEnabled: !heading
-        leftPadding: section ? 38 : kind === "sectionHeading" ? 40 : sidebar.narrow ? 0 : Theme.spacing.s + 2
-        rightPadding: sidebar.narrow ? 0 : Theme.spacing.s
+        leftPadding: section ? 38 : kind === "sectionHeading" ? 40 : line.narrow ? 0 : Theme.spacing.s + 2
+        rightPadding: line.narrow ? 0 : Theme.spacing.s
         topPadding: kind === "groupHeading" ? Theme.spacing.l : heading ? Theme.spacing.s : 6
         bottomPadding: heading ? Theme.spacing.xs : 6
         Accessible.name: label
-        ToolTip.visible: sidebar.narrow && hovered
+        ToolTip.visible: line.narrow && hovered
         ToolTip.text: label
         ToolTip.delay: 300
         onClicked: (ListView.view.model as NativeSidebarModel).open(index)
@@ -76,8 +73,26 @@ Rectangle {
         Keys.onEnterPressed: clicked()
         // The list scrolls to whatever the keyboard reaches.
         onActiveFocusChanged: if (activeFocus) ListView.view.positionViewAtIndex(index, ListView.Contain)
-        Keys.onTabPressed: if (!sidebar.focusLine(index + 1, 1)) account.forceActiveFocus(Qt.TabFocusReason)
-        Keys.onBacktabPressed: if (!sidebar.focusLine(index - 1, -1)) sidebar.focusTop(Qt.BacktabFocusReason)
+        Keys.onTabPressed: step(1)
+        Keys.onBacktabPressed: step(-1)
+
+        // Tab follows the lines in their order, which the order the list
+        // made them in (as they came into sight) is not; past either end it
+        // goes on to what surrounds the list.
+        function step(direction: int) {
+            const reason = direction > 0 ? Qt.TabFocusReason : Qt.BacktabFocusReason
+            const view = ListView.view
+            for (let i = index + direction; i >= 0 && i < view.count; i += direction) {
+                const other = view.itemAtIndex(i)
+                if (other && other.activeFocusOnTab) {
+                    other.forceActiveFocus(reason)
+                    return
+                }
+            }
+            const list = view as SidebarList
+            const beyond = direction > 0 ? list.after : list.before
+            beyond.forceActiveFocus(reason)
+        }
 
         background: Rectangle {
             visible: !line.heading
@@ -96,7 +111,7 @@ Rectangle {
                 implicitWidth: 22
                 implicitHeight: 22
                 Layout.alignment: Qt.AlignHCenter
-                Layout.fillWidth: sidebar.narrow
+                Layout.fillWidth: line.narrow
                 Icon {
                     anchors.centerIn: parent
                     symbol: line.symbol
@@ -105,7 +120,7 @@ Rectangle {
                 }
             }
             Rectangle {
-                visible: line.kind === "groupHeading" && sidebar.narrow
+                visible: line.kind === "groupHeading" && line.narrow
                 implicitHeight: 1
                 color: Theme.colours.separator
                 Layout.fillWidth: true
@@ -113,7 +128,7 @@ Rectangle {
                 Layout.rightMargin: Theme.spacing.m
             }
             Text {
-                visible: !sidebar.narrow
+                visible: !line.narrow
                 text: line.kind === "groupHeading" ? line.label.toUpperCase() : line.label
                 elide: Text.ElideRight
                 font.family: Theme.textFamily
@@ -206,10 +221,12 @@ Rectangle {
             }
         }
 
-        ListView {
+        SidebarList {
             id: list
 
             objectName: "sidebarList"
+            before: searchButton.visible ? searchButton : collapse
+            after: account
             model: sidebar.navigation.sidebar
             // Following the end of the lit item's lines keeps them in sight.
             currentIndex: sidebar.navigation.sidebar.litEnd

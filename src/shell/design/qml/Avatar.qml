@@ -9,7 +9,8 @@ Item {
 
     property string name
     property string key
-    property url photo
+    // The photo's address; empty for none.
+    property string photo
     property real size: 32
 
     implicitWidth: size
@@ -58,6 +59,6 @@ Item {
             context.clip()
             context.drawImage(avatar.photo, 0, 0, width, height)
         }
-        Component.onCompleted: if (avatar.photo.toString().length > 0) loadImage(avatar.photo)
+        Component.onCompleted: if (avatar.photo.length > 0) loadImage(avatar.photo)
     }
 }

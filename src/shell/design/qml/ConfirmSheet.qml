@@ -35,7 +35,8 @@ Popup {
         border.color: Theme.colours.separator
     }
 
-    contentItem: ColumnLayout {
+    ColumnLayout {
+        anchors.fill: parent
         spacing: Theme.spacing.m
 
         Text {

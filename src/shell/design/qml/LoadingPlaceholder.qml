@@ -4,12 +4,11 @@ import PiloTarn.Design
 
 // Grey bars where rows will be while the first answer is on its way, with a
 // slow pulse, so a loading list keeps its shape instead of jumping. `rows`
-// is how many to draw; `avatars` adds a round mark at each row's lead.
+// is how many to draw, each with a round mark at its lead.
 ColumnLayout {
     id: placeholder
 
     property int rows: 3
-    property bool avatars: true
 
     spacing: Theme.spacing.m
     Accessible.role: Accessible.Indicator
@@ -33,7 +32,6 @@ ColumnLayout {
             spacing: Theme.spacing.m
             Layout.fillWidth: true
             Rectangle {
-                visible: placeholder.avatars
                 implicitWidth: 32
                 implicitHeight: 32
                 radius: 16
