@@ -9,14 +9,17 @@
 #include <optional>
 
 class NativeRootState;
+class TarnNavigation;
 class QQuickWindow;
 
 // `--screenshot FILE.png`: once the window has settled (signed in and drawn,
 // or on the sign-in screen), saves it as a PNG and quits, with status 0 when
 // the file was written. PILO_TARN_SCREENSHOT_PROFILE names the place to
 // show, so that screenshots of a screen can be made again at will: a place
-// ("chat", "books"), or "gallery" for the design gallery, which needs no
-// sign-in; a ":dark" or ":light" suffix forces the colour scheme.
+// ("chat", "books"), "search" or "settings" for the command search or the
+// settings window over the home page, or "gallery" for the design gallery,
+// which needs no sign-in; a ":dark" or ":light" suffix forces the colour
+// scheme.
 class NativeScreenshot : public QObject {
     Q_OBJECT
 
@@ -27,6 +30,8 @@ public:
         // The place, without the scheme suffix.
         QString place;
         bool gallery = false;
+        bool search = false;
+        bool settings = false;
         // Dark or light for the run; none follows the person's choice.
         std::optional<bool> dark;
     };
@@ -39,7 +44,8 @@ public:
     [[nodiscard]] static std::optional<TarnDestination> destination(const QString &profile);
 
     // `root` is null for a page that shows without signing in.
-    NativeScreenshot(QQuickWindow &window, NativeRootState *root, QString file, QObject *parent = nullptr);
+    NativeScreenshot(QQuickWindow &window, NativeRootState *root, TarnNavigation &navigation, Profile profile,
+        QString file, QObject *parent = nullptr);
 
 private:
     static constexpr std::chrono::milliseconds settleTime { 300 };
@@ -49,6 +55,10 @@ private:
 
     QQuickWindow &m_window;
     NativeRootState *m_root;
+    TarnNavigation &m_navigation;
+    Profile m_profile;
+    // The window taken: the settings window for "settings", else the main one.
+    QQuickWindow *m_shot = nullptr;
     QString m_file;
     bool m_capturing = false;
 };

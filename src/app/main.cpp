@@ -85,8 +85,8 @@ int main(int argc, char **argv)
     window->show();
     std::unique_ptr<NativeScreenshot> capture;
     if (capturing)
-        capture
-            = std::make_unique<NativeScreenshot>(*window, profile.gallery ? nullptr : &root, parser.value(screenshot));
+        capture = std::make_unique<NativeScreenshot>(
+            *window, profile.gallery ? nullptr : &root, app.navigation(), profile, parser.value(screenshot));
 
     QObject::connect(&instance, &NativeSingleInstance::activated, &root, [&](const QUrl &url) {
         if (!url.isEmpty())

@@ -23,7 +23,7 @@ Rectangle {
 
     ColumnLayout {
         anchors.centerIn: parent
-        width: Math.min(parent.width - 2 * Theme.spacing.xxl, 420)
+        width: Math.min(parent.width - 2 * Theme.spacing.xxl, 480)
         spacing: Theme.spacing.l
 
         Image {
@@ -110,6 +110,17 @@ Rectangle {
             Layout.fillWidth: true
             Layout.preferredHeight: 44
             onClicked: view.root.signIn()
+        }
+
+        Text {
+            visible: signInButton.visible
+            text: qsTr("Your browser opens to sign in, then brings you back here.")
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+            font.family: Theme.textFamily
+            font.pixelSize: Theme.type.footnote
+            color: Theme.colours.tertiaryText
+            Layout.fillWidth: true
         }
 
         ColumnLayout {
