@@ -323,6 +323,13 @@ void TestRootView::appearanceChoices()
     QCOMPARE(app.theme().type().body, 19.2);
     QVERIFY(app.window()->property("font").value<QFont>().pixelSize() > standardSize);
     QCOMPARE(app.navigation().background(), u"mist"_s);
+    QCOMPARE(app.window()->color(), QColor(u"#ebf1f7"_s));
+
+    // The colour scheme is this computer's: kept here, not sent to the account.
+    click(findItem(settings->contentItem(), u"colorScheme:dark"_s));
+    QVERIFY(app.theme().dark());
+    QCOMPARE(m_open->preferences.value(NativeTheme::colorSchemeKey).toString(), u"dark"_s);
+    QCOMPARE(app.window()->color(), QColor(u"#1f242b"_s));
 
     // The next start reads the choices back from the account.
     m_open = std::make_unique<OpenWindow>(*m_config, m_store);

@@ -7,6 +7,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QGuiApplication>
+#include <QPalette>
 #include <QRawFont>
 #include <QRegularExpression>
 #include <QSet>
@@ -101,6 +102,7 @@ private slots:
     void everySymbolHasAGlyph_data();
     void everySymbolHasAGlyph();
     void schemeChoice();
+    void followsTheDesktopPalette();
     void tintsAndTextSizes_data();
     void tintsAndTextSizes();
     void everyChoiceStaysReadable();
@@ -164,6 +166,27 @@ void TestDesign::schemeChoice()
     QVERIFY(!NativeTheme(preferences).dark());
     preferences.setValue(NativeTheme::colorSchemeKey, u"nonsense"_s);
     QCOMPARE(NativeTheme(preferences).colorScheme(), u"system"_s);
+}
+
+void TestDesign::followsTheDesktopPalette()
+{
+    QSettings preferences(m_folder.filePath(u"desktop.ini"_s), QSettings::IniFormat);
+    NativeTheme theme(preferences);
+    const QPalette original = QGuiApplication::palette();
+    QPalette dark = original;
+    dark.setColor(QPalette::Window, QColor(u"#202124"_s));
+    QPalette light = original;
+    light.setColor(QPalette::Window, QColor(u"#f4f4f4"_s));
+
+    QGuiApplication::setPalette(dark);
+    QTRY_VERIFY(theme.dark());
+    QGuiApplication::setPalette(light);
+    QTRY_VERIFY(!theme.dark());
+    // A chosen scheme no longer follows.
+    theme.setColorScheme(u"dark"_s);
+    QGuiApplication::setPalette(light);
+    QVERIFY(theme.dark());
+    QGuiApplication::setPalette(original);
 }
 
 void TestDesign::tintsAndTextSizes_data()

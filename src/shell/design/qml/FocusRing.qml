@@ -7,6 +7,7 @@ import PiloTarn.Design
 Rectangle {
     property bool shown: false
 
+    objectName: "focusRing"
     anchors.fill: parent
     anchors.margins: -3
     radius: Theme.radii.medium + 3
