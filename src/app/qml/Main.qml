@@ -21,7 +21,6 @@ ApplicationWindow {
     minimumHeight: 480
     title: qsTr("Pilo Tarn")
     color: Theme.colours.window
-    font.family: Theme.textFamily
     font.pixelSize: Theme.type.callout
     // The stock controls that remain follow the theme through the palette.
     palette.window: Theme.colours.window

@@ -40,7 +40,6 @@ Rectangle {
 
             Text {
                 text: qsTr("Pilo Tarn")
-                font.family: Theme.textFamily
                 font.pixelSize: Theme.type.title1
                 font.weight: Font.Bold
                 color: Theme.colours.text
@@ -52,7 +51,6 @@ Rectangle {
                 text: qsTr("Your company's workspace: chat, inbox, mail, books and more.")
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
-                font.family: Theme.textFamily
                 font.pixelSize: Theme.type.body
                 color: Theme.colours.secondaryText
                 Layout.fillWidth: true
@@ -74,7 +72,6 @@ Rectangle {
             text: view.root.message
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.callout
             color: Theme.colours.text
             Layout.fillWidth: true
@@ -86,7 +83,6 @@ Rectangle {
             text: view.root.detail
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.footnote
             color: Theme.colours.secondaryText
             Layout.fillWidth: true
@@ -117,7 +113,6 @@ Rectangle {
             text: qsTr("Your browser opens to sign in, then brings you back here.")
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.footnote
             color: Theme.colours.tertiaryText
             Layout.fillWidth: true
@@ -130,7 +125,6 @@ Rectangle {
 
             Text {
                 text: qsTr("Finish signing in in your browser.")
-                font.family: Theme.textFamily
                 font.pixelSize: Theme.type.body
                 font.weight: Font.DemiBold
                 color: Theme.colours.text

@@ -5,7 +5,9 @@
 #include "shell/TarnAppearance.h"
 #include "shell/design/NativeSymbols.h"
 
+#include <QFont>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QQmlEngine>
 #include <QSettings>
 
@@ -57,6 +59,10 @@ void NativeTheme::loadFonts()
             if (QFontDatabase::addApplicationFont(u":/PiloTarn/Design/fonts/"_s + file) < 0)
                 qWarning("The font %s could not be loaded", qPrintable(file));
         }
+        // Every text the QML draws starts from the application's font.
+        QFont font = QGuiApplication::font();
+        font.setFamilies({ u"Inter"_s, u"DejaVu Sans"_s });
+        QGuiApplication::setFont(font);
         return true;
     }();
     Q_UNUSED(loaded);

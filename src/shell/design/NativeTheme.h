@@ -41,7 +41,8 @@ public:
     // The theme `engine` was given, if any.
     [[nodiscard]] static NativeTheme *attachedTo(const QQmlEngine &engine);
 
-    // Registers the text and icon fonts the app carries, once per process.
+    // Registers the text and icon fonts the app carries, once per process,
+    // and makes the text font the application's, so every Text has it.
     static void loadFonts();
 
     [[nodiscard]] QString colorScheme() const { return m_scheme; }

@@ -54,7 +54,6 @@ Pane {
                     }
                     Text {
                         text: crumb.modelData
-                        font.family: Theme.textFamily
                         font.pixelSize: Theme.type.title2
                         font.weight: crumb.last ? Font.DemiBold : Font.Normal
                         color: crumb.last ? Theme.colours.text : Theme.colours.secondaryText
@@ -65,7 +64,6 @@ Pane {
             Text {
                 visible: text.length > 0
                 text: screen.navigation.subtitle
-                font.family: Theme.textFamily
                 font.pixelSize: Theme.type.callout
                 color: Theme.colours.secondaryText
                 wrapMode: Text.Wrap

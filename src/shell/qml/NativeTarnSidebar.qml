@@ -131,7 +131,6 @@ Rectangle {
                 visible: !line.narrow
                 text: line.kind === "groupHeading" ? line.label.toUpperCase() : line.label
                 elide: Text.ElideRight
-                font.family: Theme.textFamily
                 font.pixelSize: line.heading ? Theme.type.caption : Theme.type.callout
                 font.weight: line.kind === "groupHeading" ? Font.DemiBold
                            : line.lit ? Font.DemiBold : line.heading ? Font.Medium : Font.Normal
@@ -205,14 +204,12 @@ Rectangle {
                     }
                     Text {
                         text: searchButton.text
-                        font.family: Theme.textFamily
                         font.pixelSize: Theme.type.callout
                         color: Theme.colours.tertiaryText
                         Layout.fillWidth: true
                     }
                     Text {
                         text: "Ctrl K"
-                        font.family: Theme.textFamily
                         font.pixelSize: Theme.type.caption
                         color: Theme.colours.tertiaryText
                         Layout.rightMargin: Theme.spacing.s
@@ -305,7 +302,6 @@ Rectangle {
                     Text {
                         text: sidebar.personName
                         elide: Text.ElideRight
-                        font.family: Theme.textFamily
                         font.pixelSize: Theme.type.callout
                         font.weight: Font.Medium
                         color: Theme.colours.text
@@ -314,7 +310,6 @@ Rectangle {
                     Text {
                         text: sidebar.personEmail
                         elide: Text.ElideRight
-                        font.family: Theme.textFamily
                         font.pixelSize: Theme.type.caption
                         color: Theme.colours.secondaryText
                         Layout.fillWidth: true

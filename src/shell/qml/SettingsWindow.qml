@@ -54,7 +54,6 @@ Window {
     }
 
     component Heading: Text {
-        font.family: Theme.textFamily
         font.pixelSize: Theme.type.footnote
         font.weight: Font.DemiBold
         color: Theme.colours.secondaryText
@@ -65,7 +64,6 @@ Window {
     }
 
     component Note: Text {
-        font.family: Theme.textFamily
         font.pixelSize: Theme.type.callout
         color: Theme.colours.secondaryText
         wrapMode: Text.Wrap
@@ -92,7 +90,6 @@ Window {
         Keys.onSpacePressed: clicked()
         contentItem: Text {
             text: segment.text
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.callout
             font.weight: segment.chosen ? Font.DemiBold : Font.Normal
             color: segment.chosen ? Theme.colours.accent : Theme.colours.text
@@ -168,7 +165,6 @@ Window {
                         Layout.fillWidth: true
                         Text {
                             text: settingsWindow.settings.personName
-                            font.family: Theme.textFamily
                             font.pixelSize: Theme.type.title3
                             font.weight: Font.DemiBold
                             color: Theme.colours.text

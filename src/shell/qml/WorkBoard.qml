@@ -60,7 +60,6 @@ ScrollView {
                 }
                 Text {
                     text: tile.label
-                    font.family: Theme.textFamily
                     font.pixelSize: Theme.type.body
                     font.weight: Font.DemiBold
                     color: Theme.colours.text
@@ -99,7 +98,6 @@ ScrollView {
                     contentItem: Text {
                         text: prompt.text
                         wrapMode: Text.Wrap
-                        font.family: Theme.textFamily
                         font.pixelSize: Theme.type.callout
                         color: prompt.hovered ? Theme.colours.text : Theme.colours.secondaryText
                     }
@@ -126,7 +124,6 @@ ScrollView {
             placeholderText: qsTr("Ask Pilo to do something…")
             placeholderTextColor: Theme.colours.tertiaryText
             color: Theme.colours.text
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.body
             padding: Theme.spacing.m
             Accessible.name: qsTr("Ask Pilo")
@@ -151,7 +148,6 @@ ScrollView {
             text: qsTr("Sending to Pilo arrives in a later version of Pilo Tarn; your draft is kept until then.")
             visible: board.navigation.pendingAgentDraft.length > 0
             wrapMode: Text.Wrap
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.footnote
             color: Theme.colours.secondaryText
             Layout.fillWidth: true

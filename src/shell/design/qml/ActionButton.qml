@@ -24,7 +24,6 @@ Button {
     rightPadding: Theme.spacing.l
     topPadding: Theme.spacing.s
     bottomPadding: Theme.spacing.s
-    font.family: Theme.textFamily
     font.pixelSize: Theme.type.callout
     font.weight: Font.Medium
     opacity: enabled ? 1 : 0.45

@@ -31,7 +31,6 @@ Item {
             anchors.centerIn: parent
             text: Theme.initials(avatar.name)
             color: "#ffffff"
-            font.family: Theme.textFamily
             font.pixelSize: Math.round(avatar.size * 0.4)
             font.weight: Font.DemiBold
         }

@@ -42,7 +42,6 @@ Popup {
         Text {
             text: sheet.title
             wrapMode: Text.Wrap
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.title3
             font.weight: Font.DemiBold
             color: Theme.colours.text
@@ -55,7 +54,6 @@ Popup {
             text: sheet.text
             wrapMode: Text.Wrap
             lineHeight: 1.15
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.callout
             color: Theme.colours.secondaryText
             Layout.fillWidth: true

@@ -26,7 +26,6 @@ Rectangle {
         visible: badge.count > 0
         text: badge.count > 99 ? "99+" : badge.count
         color: badge.muted ? Theme.colours.window : Theme.colours.accentText
-        font.family: Theme.textFamily
         font.pixelSize: Theme.type.caption
         font.weight: Font.DemiBold
     }

@@ -35,7 +35,6 @@ ColumnLayout {
         visible: text.length > 0
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter
-        font.family: Theme.textFamily
         font.pixelSize: Theme.type.title3
         font.weight: Font.DemiBold
         color: Theme.colours.text
@@ -49,7 +48,6 @@ ColumnLayout {
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter
         lineHeight: 1.15
-        font.family: Theme.textFamily
         font.pixelSize: Theme.type.callout
         color: Theme.colours.secondaryText
         Accessible.role: Accessible.StaticText

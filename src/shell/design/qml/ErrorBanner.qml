@@ -41,7 +41,6 @@ Rectangle {
             objectName: "errorText"
             text: banner.text
             wrapMode: Text.Wrap
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.callout
             color: Theme.colours.text
             Layout.fillWidth: true

@@ -24,7 +24,6 @@ ColumnLayout {
     Text {
         visible: form.label.length > 0
         text: form.label
-        font.family: Theme.textFamily
         font.pixelSize: Theme.type.footnote
         font.weight: Font.Medium
         color: Theme.colours.secondaryText
@@ -35,7 +34,6 @@ ColumnLayout {
         id: input
 
         selectByMouse: true
-        font.family: Theme.textFamily
         font.pixelSize: Theme.type.callout
         color: Theme.colours.text
         placeholderTextColor: Theme.colours.tertiaryText
@@ -75,7 +73,6 @@ ColumnLayout {
             objectName: "fieldError"
             text: form.error
             wrapMode: Text.Wrap
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.footnote
             color: Theme.colours.danger
             Layout.fillWidth: true

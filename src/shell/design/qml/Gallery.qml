@@ -81,7 +81,6 @@ Rectangle {
                         Text {
                             required property var modelData
                             text: modelData.name
-                            font.family: Theme.textFamily
                             font.pixelSize: modelData.size
                             font.weight: modelData.weight
                             color: Theme.colours.text

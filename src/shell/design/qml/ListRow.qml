@@ -26,7 +26,6 @@ ItemDelegate {
     spacing: Theme.spacing.s + 2
     highlighted: lit
     Accessible.name: subtitle.length > 0 ? text + ", " + subtitle : text
-    font.family: Theme.textFamily
     font.pixelSize: textSize
 
     background: Rectangle {
@@ -65,7 +64,6 @@ ItemDelegate {
                 visible: row.subtitle.length > 0
                 text: row.subtitle
                 elide: Text.ElideRight
-                font.family: Theme.textFamily
                 font.pixelSize: Theme.type.footnote
                 color: Theme.colours.secondaryText
                 Layout.fillWidth: true
@@ -74,7 +72,6 @@ ItemDelegate {
         Text {
             visible: row.detail.length > 0
             text: row.detail
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.footnote
             color: Theme.colours.tertiaryText
         }

@@ -11,7 +11,6 @@ TextField {
     rightPadding: clear.visible ? 32 : Theme.spacing.m
     topPadding: Theme.spacing.s
     bottomPadding: Theme.spacing.s
-    font.family: Theme.textFamily
     font.pixelSize: Theme.type.callout
     color: Theme.colours.text
     placeholderTextColor: Theme.colours.tertiaryText

@@ -17,7 +17,6 @@ RowLayout {
     Text {
         text: header.text
         elide: Text.ElideRight
-        font.family: Theme.textFamily
         font.pixelSize: Theme.type.footnote
         font.weight: Font.DemiBold
         font.letterSpacing: 0.2

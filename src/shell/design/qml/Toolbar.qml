@@ -29,7 +29,6 @@ Rectangle {
             Text {
                 text: bar.title
                 elide: Text.ElideRight
-                font.family: Theme.textFamily
                 font.pixelSize: Theme.type.title3
                 font.weight: Font.DemiBold
                 color: Theme.colours.text
@@ -41,7 +40,6 @@ Rectangle {
                 visible: bar.subtitle.length > 0
                 text: bar.subtitle
                 elide: Text.ElideRight
-                font.family: Theme.textFamily
                 font.pixelSize: Theme.type.footnote
                 color: Theme.colours.secondaryText
                 Layout.fillWidth: true

@@ -28,7 +28,6 @@ Rectangle {
 
         Text {
             text: toastView.toast.text
-            font.family: Theme.textFamily
             font.pixelSize: Theme.type.callout
             color: Theme.colours.toastText
         }
