@@ -447,6 +447,25 @@ void TestRootView::signInScreenFromTheKeyboard()
     QVERIFY(!chain.isEmpty());
     for (const TabStop &stop : chain)
         QVERIFY2(!stop.name.isEmpty() && stop.item->isVisible(), qPrintable(stop.item->objectName()));
+
+    // Return signs in; while the browser is out (one that never comes back),
+    // Tab goes address, copy, paste field, cancel, and Escape gives up.
+    qputenv("BROWSER", "true");
+    signIn->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(window, Qt::Key_Return);
+    QTRY_COMPARE(m_open->app.root().phase(), Phase::SigningIn);
+    QStringList names;
+    for (const TabStop &stop : tabChain(window)) {
+        QVERIFY2(!stop.name.isEmpty() && stop.item->isVisible(), qPrintable(stop.item->objectName()));
+        names.append(stop.name);
+    }
+    names.sort();
+    QCOMPARE(names,
+        QStringList({ u"Cancel"_s, u"Copy the address"_s, u"If no browser opened, copy this address into one"_s,
+            u"If the browser shows a pilo-tarn:// address instead, paste it here"_s }));
+    QTest::keyClick(window, Qt::Key_Escape);
+    QTRY_VERIFY(m_open->app.root().phase() != Phase::SigningIn);
+    qunsetenv("BROWSER");
 }
 
 void TestRootView::screenshotOfAProfile()
