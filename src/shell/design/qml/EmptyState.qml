@@ -47,7 +47,6 @@ ColumnLayout {
         visible: text.length > 0
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter
-        lineHeight: 1.15
         font.pixelSize: Theme.type.callout
         color: Theme.colours.secondaryText
         Accessible.role: Accessible.StaticText
