@@ -10,17 +10,26 @@
 
 Q_IMPORT_QML_PLUGIN(PiloTarnPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_ShellPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 
 using namespace Qt::StringLiterals;
 
-NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, QSettings &preferences)
+NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, QSettings &preferences, Content content)
     : m_api(config, store, &preferences)
     , m_auth(config, store, &NativeBrowser::open)
     , m_navigation(&preferences)
     , m_settings(m_api, m_navigation, preferences)
     , m_search(m_navigation)
     , m_root(m_api, m_auth, m_navigation)
+    , m_theme(preferences)
 {
+    const auto followAppearance
+        = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
+    followAppearance();
+    QObject::connect(&m_settings, &NativeSettingsState::appearanceChanged, &m_theme, followAppearance);
+    NativeTheme::loadFonts();
+    m_theme.attach(m_engine);
+
     // The style is the process's, fixed before its first window loads.
     if (QQuickStyle::name().isEmpty())
         QQuickStyle::setStyle(u"Fusion"_s);
@@ -29,6 +38,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"navigation"_s, QVariant::fromValue(&m_navigation) },
         { u"settings"_s, QVariant::fromValue(&m_settings) },
         { u"search"_s, QVariant::fromValue(&m_search) },
+        { u"gallery"_s, content == Content::Gallery },
     });
     m_engine.load(QUrl(u"qrc:/PiloTarn/qml/Main.qml"_s));
     if (!m_engine.rootObjects().isEmpty())

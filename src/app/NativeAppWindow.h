@@ -6,6 +6,7 @@
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
 #include "shell/TarnNavigation.h"
+#include "shell/design/NativeTheme.h"
 
 #include <QQmlApplicationEngine>
 
@@ -16,12 +17,17 @@ class TarnSessionStore;
 
 // The window and the state objects behind it, built as the app runs them:
 // the service client and sign-in over `store`, the navigation, settings,
-// command search and root state, and the QML window drawing them. The
+// command search, root state and theme, and the QML window drawing them. The
 // window is loaded but not shown, and nothing starts until root().start().
 class NativeAppWindow {
 public:
+    // What the window shows: the app, or the design gallery alone, which
+    // needs no sign-in.
+    enum class Content { App, Gallery };
+
     // `store` and `preferences` must outlive the window.
-    NativeAppWindow(const Config &config, TarnSessionStore &store, QSettings &preferences);
+    NativeAppWindow(
+        const Config &config, TarnSessionStore &store, QSettings &preferences, Content content = Content::App);
     ~NativeAppWindow();
     NativeAppWindow(const NativeAppWindow &) = delete;
     NativeAppWindow &operator=(const NativeAppWindow &) = delete;
@@ -33,6 +39,7 @@ public:
     [[nodiscard]] NativeSettingsState &settings() { return m_settings; }
     [[nodiscard]] NativeCommandSearch &search() { return m_search; }
     [[nodiscard]] NativeRootState &root() { return m_root; }
+    [[nodiscard]] NativeTheme &theme() { return m_theme; }
 
 private:
     TarnAPI m_api;
@@ -41,6 +48,7 @@ private:
     NativeSettingsState m_settings;
     NativeCommandSearch m_search;
     NativeRootState m_root;
+    NativeTheme m_theme;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

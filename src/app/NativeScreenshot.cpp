@@ -1,13 +1,32 @@
 #include "app/NativeScreenshot.h"
 
 #include "app/NativeRootState.h"
+#include "shell/TarnNavigation.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QImage>
 #include <QQuickWindow>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
+
+NativeScreenshot::Profile NativeScreenshot::profile(const QString &text)
+{
+    Profile result;
+    result.place = text.trimmed().toLower();
+    const qsizetype colon = result.place.lastIndexOf(u':');
+    if (colon >= 0) {
+        const QStringView scheme = QStringView(result.place).mid(colon + 1);
+        if (scheme == "dark"_L1 || scheme == "light"_L1)
+            result.dark = scheme == "dark"_L1;
+        result.place.truncate(colon);
+    }
+    result.gallery = result.place == "gallery"_L1;
+    result.search = result.place == "search"_L1;
+    result.settings = result.place == "settings"_L1;
+    return result;
+}
 
 std::optional<TarnDestination> NativeScreenshot::destination(const QString &profile)
 {
@@ -32,36 +51,52 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
     return std::nullopt;
 }
 
-NativeScreenshot::NativeScreenshot(QQuickWindow &window, NativeRootState &root, QString file, QObject *parent)
+NativeScreenshot::NativeScreenshot(QQuickWindow &window, NativeRootState *root, TarnNavigation &navigation,
+    Profile profile, QString file, QObject *parent)
     : QObject(parent)
     , m_window(window)
     , m_root(root)
+    , m_navigation(navigation)
+    , m_profile(std::move(profile))
     , m_file(std::move(file))
 {
-    connect(&m_root, &NativeRootState::changed, this, &NativeScreenshot::settleCheck);
+    if (m_root)
+        connect(m_root, &NativeRootState::changed, this, &NativeScreenshot::settleCheck);
     settleCheck();
 }
 
 void NativeScreenshot::settleCheck()
 {
     using Phase = NativeRootState::Phase;
-    const bool settled = !m_root.busy() && m_root.phase() != Phase::Starting && m_root.phase() != Phase::SigningIn;
+    const bool settled
+        = !m_root || (!m_root->busy() && m_root->phase() != Phase::Starting && m_root->phase() != Phase::SigningIn);
     if (!settled || m_capturing)
         return;
     m_capturing = true;
+    const bool signedIn = m_root && m_root->phase() == Phase::SignedIn;
+    m_shot = &m_window;
+    if (signedIn && m_profile.search)
+        m_navigation.setSearchOpen(true);
+    if (signedIn && m_profile.settings) {
+        m_navigation.setAppearanceOpen(true);
+        for (QWindow *shown : QGuiApplication::topLevelWindows()) {
+            if (shown->objectName() == "settingsWindow"_L1 && shown->isVisible())
+                m_shot = qobject_cast<QQuickWindow *>(shown);
+        }
+    }
     // The view of the new phase is made in this turn of the event loop and
     // laid out over the next few (lists scroll to the lit place): take the
     // first frame drawn once that has settled.
     QTimer::singleShot(settleTime, this, [this] {
-        connect(&m_window, &QQuickWindow::frameSwapped, this, &NativeScreenshot::capture, Qt::SingleShotConnection);
-        m_window.update();
+        connect(m_shot, &QQuickWindow::frameSwapped, this, &NativeScreenshot::capture, Qt::SingleShotConnection);
+        m_shot->update();
     });
 }
 
 void NativeScreenshot::capture()
 {
     QTimer::singleShot(0, this, [this] {
-        const QImage image = m_window.grabWindow();
+        const QImage image = m_shot->grabWindow();
         const bool saved = !image.isNull() && image.save(m_file, "PNG");
         if (!saved)
             qCritical("Could not save the screenshot to %s", qPrintable(m_file));

@@ -66,9 +66,13 @@ int main(int argc, char **argv)
 
     QSettings preferences;
     NativeSessionStore store;
-    NativeAppWindow app(*config, store, preferences);
+    const NativeScreenshot::Profile profile
+        = NativeScreenshot::profile(qEnvironmentVariable(NativeScreenshot::profileVariable));
+    NativeAppWindow app(*config, store, preferences,
+        profile.gallery ? NativeAppWindow::Content::Gallery : NativeAppWindow::Content::App);
+    app.theme().forceDark(profile.dark);
     NativeRootState &root = app.root();
-    root.setStartDestination(NativeScreenshot::destination(qEnvironmentVariable(NativeScreenshot::profileVariable)));
+    root.setStartDestination(NativeScreenshot::destination(profile.place));
 
     // The count on the launcher belongs to the person signed in.
     NativeLauncherBadge badge(QGuiApplication::desktopFileName() + u".desktop"_s);
@@ -88,7 +92,8 @@ int main(int argc, char **argv)
     window->show();
     std::unique_ptr<NativeScreenshot> capture;
     if (capturing)
-        capture = std::make_unique<NativeScreenshot>(*window, root, parser.value(screenshot));
+        capture = std::make_unique<NativeScreenshot>(
+            *window, profile.gallery ? nullptr : &root, app.navigation(), profile, parser.value(screenshot));
 
     QObject::connect(&instance, &NativeSingleInstance::activated, &root, [&](const QUrl &url) {
         if (!url.isEmpty())
@@ -98,6 +103,7 @@ int main(int argc, char **argv)
         window->requestActivate();
     });
 
-    root.start();
+    if (!profile.gallery)
+        root.start();
     return QGuiApplication::exec();
 }

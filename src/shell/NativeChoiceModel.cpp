@@ -7,6 +7,7 @@ NativeChoiceModel::NativeChoiceModel(
             { "value", &TarnAppearanceChoice::value },
             { "label", &TarnAppearanceChoice::label },
             { "colour", &TarnAppearanceChoice::colour },
+            { "darkColour", &TarnAppearanceChoice::darkColour },
             { "chosen", [this](const TarnAppearanceChoice &choice) { return choice.value == m_chosen; } },
         },
         parent)

@@ -11,6 +11,7 @@ struct TarnAppearanceChoice {
     Q_PROPERTY(QString label MEMBER label)
     Q_PROPERTY(QString colour MEMBER colour)
     Q_PROPERTY(double scale MEMBER scale)
+    Q_PROPERTY(QString darkColour MEMBER darkColour)
 
 public:
     QString value;
@@ -19,6 +20,8 @@ public:
     QString colour;
     // The text size's factor over the standard size.
     double scale = 1.0;
+    // The colour in the dark scheme, "#rrggbb"; empty as `colour` is.
+    QString darkColour;
 
     friend bool operator==(const TarnAppearanceChoice &, const TarnAppearanceChoice &) = default;
 };

@@ -10,6 +10,7 @@
 #include "support/TestWorkspace.h"
 #include "workspace/WorkspaceSeed.h"
 
+#include <QAccessible>
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -75,6 +76,33 @@ QQuickWindow *settingsWindow()
     return nullptr;
 }
 
+// One stop of Tab: the item, its accessible name, and whether it lay
+// inside `viewport` (when given) at the time.
+struct TabStop {
+    QQuickItem *item;
+    QString name;
+    bool inSight;
+};
+
+// The stops Tab visits, from the first after the one focused now until the
+// chain comes round.
+QList<TabStop> tabChain(QQuickWindow *window, QQuickItem *viewport = nullptr)
+{
+    QList<TabStop> chain;
+    for (int i = 0; i < 300; ++i) {
+        QTest::keyClick(window, Qt::Key_Tab);
+        QQuickItem *focused = window->activeFocusItem();
+        if (!focused || (!chain.isEmpty() && focused == chain.constFirst().item))
+            break;
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(focused);
+        const bool inSight = !viewport || !viewport->isAncestorOf(focused)
+            || viewport->mapRectToScene(viewport->boundingRect())
+                   .contains(focused->mapRectToScene(focused->boundingRect()));
+        chain.append({ focused, accessible ? accessible->text(QAccessible::Name) : QString(), inSight });
+    }
+    return chain;
+}
+
 void click(QQuickItem *item)
 {
     QVERIFY(item);
@@ -136,6 +164,8 @@ private slots:
     void appearanceChoices();
     void commandSearchFromTheKeyboard_data();
     void commandSearchFromTheKeyboard();
+    void keyboardReachesEveryControl();
+    void signInScreenFromTheKeyboard();
     void screenshotOfAProfile();
     void launcherBadge();
     void windowPlaceIsRemembered_data();
@@ -268,7 +298,7 @@ void TestRootView::appearanceChoices()
     QVERIFY(m_open->reach(Phase::SignedIn));
     NativeAppWindow &app = m_open->app;
     NativeSettingsState &state = app.settings();
-    const double standardSize = app.window()->property("font").value<QFont>().pointSizeF();
+    const int standardSize = app.window()->property("font").value<QFont>().pixelSize();
     app.navigation().setAppearanceOpen(true);
     QQuickWindow *settings = settingsWindow();
     QVERIFY(settings);
@@ -290,8 +320,16 @@ void TestRootView::appearanceChoices()
     QTRY_COMPARE(m_workspace->session(token).value(u"background"_s).toString(), u"mist"_s);
     QCOMPARE(state.message(), QString());
     QCOMPARE(m_open->preferences.value(NativeSettingsState::textSizeKey).toString(), u"large"_s);
-    QCOMPARE(app.window()->property("font").value<QFont>().pointSizeF(), standardSize * 1.2);
+    QCOMPARE(app.theme().type().body, 19.2);
+    QVERIFY(app.window()->property("font").value<QFont>().pixelSize() > standardSize);
     QCOMPARE(app.navigation().background(), u"mist"_s);
+    QCOMPARE(app.window()->color(), QColor(u"#ebf1f7"_s));
+
+    // The colour scheme is this computer's: kept here, not sent to the account.
+    click(findItem(settings->contentItem(), u"colorScheme:dark"_s));
+    QVERIFY(app.theme().dark());
+    QCOMPARE(m_open->preferences.value(NativeTheme::colorSchemeKey).toString(), u"dark"_s);
+    QCOMPARE(app.window()->color(), QColor(u"#1f242b"_s));
 
     // The next start reads the choices back from the account.
     m_open = std::make_unique<OpenWindow>(*m_config, m_store);
@@ -341,6 +379,95 @@ void TestRootView::commandSearchFromTheKeyboard()
     QCOMPARE(app.navigation().appearanceOpen(), settingsOpen);
 }
 
+void TestRootView::keyboardReachesEveryControl()
+{
+    // The owner's sidebar is the longest: at the standard size it does not
+    // fit, and the list scrolls to each line the keyboard reaches.
+    QVERIFY(!openAs(u"maren@halvard.example"_s).isEmpty());
+    QVERIFY(m_open->reach(Phase::SignedIn));
+    QQuickWindow *window = m_open->app.window();
+    window->resize(1120, 740);
+    window->requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QQuickItem *list = findItem(m_open->content(), u"sidebarList"_s);
+    QVERIFY(list);
+    QTRY_VERIFY(list->property("contentHeight").toReal() > list->height());
+    QVERIFY(findItem(m_open->content(), u"sidebarScrollBar"_s)->isVisible());
+
+    QStringList reached;
+    QSet<QQuickItem *> stops;
+    for (const TabStop &stop : tabChain(window, list)) {
+        // Each control is one stop: none keeps Tab to itself.
+        QVERIFY2(!stops.contains(stop.item), qPrintable(stop.item->objectName() + u" keeps the focus"_s));
+        stops.insert(stop.item);
+        const QString objectName = stop.item->objectName();
+        QVERIFY2(!stop.name.isEmpty(), qPrintable(u"Tab reaches a control with no name: "_s + objectName));
+        QVERIFY(stop.item->isVisible());
+        QVERIFY2(stop.inSight, qPrintable(objectName + u" is out of sight"_s));
+        reached.append(objectName);
+    }
+    // Every item of the sidebar, in its order, then the person's account.
+    QStringList items = reached.filter(u"sidebarItem:"_s);
+    QStringList expected;
+    for (const TarnNavGroup &group : TarnShell::navGroups(*m_open->app.navigation().access()))
+        expected += keysOf(group.items);
+    for (QString &key : expected)
+        key.prepend(u"sidebarItem:"_s);
+    QCOMPARE(items, expected);
+    for (const QString &name : { u"collapseSidebar"_s, u"openSearch"_s, u"accountButton"_s, u"agentDraft"_s })
+        QVERIFY2(reached.contains(name), qPrintable(name));
+    QVERIFY(reached.indexOf(u"openSearch"_s) < reached.indexOf(items.constFirst()));
+    QVERIFY(reached.indexOf(items.constLast()) < reached.indexOf(u"accountButton"_s));
+
+    // The account menu opens from the keyboard and leads to the settings.
+    QQuickItem *account = findItem(m_open->content(), u"accountButton"_s);
+    account->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(window, Qt::Key_Return);
+    QTRY_VERIFY(findItem(m_open->content(), u"openSettings"_s)->isVisible());
+    click(findItem(m_open->content(), u"openSettings"_s));
+    QVERIFY(m_open->app.navigation().appearanceOpen());
+}
+
+void TestRootView::signInScreenFromTheKeyboard()
+{
+    m_open = std::make_unique<OpenWindow>(*m_config, m_store);
+    QVERIFY(m_open->reach(Phase::SignedOut));
+    QQuickWindow *window = m_open->app.window();
+    window->requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QTRY_VERIFY(findItem(m_open->content(), u"signIn"_s)->isVisible());
+    QQuickItem *signIn = findItem(m_open->content(), u"signIn"_s);
+    QTRY_VERIFY(signIn->hasActiveFocus());
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(signIn);
+    QVERIFY(accessible);
+    QCOMPARE(accessible->text(QAccessible::Name), u"Sign in with Google"_s);
+    // The screen's other controls are hidden until the browser is out, so
+    // Tab stays on the one way in.
+    const QList<TabStop> chain = tabChain(window);
+    QVERIFY(!chain.isEmpty());
+    for (const TabStop &stop : chain)
+        QVERIFY2(!stop.name.isEmpty() && stop.item->isVisible(), qPrintable(stop.item->objectName()));
+
+    // Return signs in; while the browser is out (one that never comes back),
+    // Tab goes address, copy, paste field, cancel, and Escape gives up.
+    qputenv("BROWSER", "true");
+    signIn->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(window, Qt::Key_Return);
+    QTRY_COMPARE(m_open->app.root().phase(), Phase::SigningIn);
+    QStringList names;
+    for (const TabStop &stop : tabChain(window)) {
+        QVERIFY2(!stop.name.isEmpty() && stop.item->isVisible(), qPrintable(stop.item->objectName()));
+        names.append(stop.name);
+    }
+    names.sort();
+    QCOMPARE(names,
+        QStringList({ u"Cancel"_s, u"Copy the address"_s, u"If no browser opened, copy this address into one"_s,
+            u"If the browser shows a pilo-tarn:// address instead, paste it here"_s }));
+    QTest::keyClick(window, Qt::Key_Escape);
+    QTRY_VERIFY(m_open->app.root().phase() != Phase::SigningIn);
+    qunsetenv("BROWSER");
+}
+
 void TestRootView::screenshotOfAProfile()
 {
     QString token = m_workspace->signIn(u"maren@halvard.example"_s);
@@ -364,10 +491,24 @@ void TestRootView::screenshotOfAProfile()
     QVERIFY(!books.isNull() && !home.isNull());
     QVERIFY(books.width() >= 720 && books.height() >= 480);
     QVERIFY(books != home);
+    // A scheme suffix forces the scheme; the gallery needs no session.
+    tarnWaitFor(m_store.clear());
+    const QImage light = shoot(u"gallery:light"_s);
+    const QImage dark = shoot(u"gallery:dark"_s);
+    QVERIFY(!light.isNull() && !dark.isNull());
+    const auto lightness = [](const QImage &image) { return QColor(image.pixel(image.width() / 2, 4)).lightnessF(); };
+    QVERIFY(lightness(light) > 0.8);
+    QVERIFY(lightness(dark) < 0.2);
 
     QCOMPARE(NativeScreenshot::destination(u"books"_s)->resolvedSection(), u"Dashboard"_s);
     QCOMPARE(NativeScreenshot::destination(u" Mail "_s)->screen, TarnScreen::mail);
     QCOMPARE(NativeScreenshot::destination(u"nowhere"_s), std::nullopt);
+    const NativeScreenshot::Profile chatDark = NativeScreenshot::profile(u"Chat:Dark"_s);
+    QCOMPARE(chatDark.place, u"chat"_s);
+    QCOMPARE(chatDark.dark, true);
+    QVERIFY(!chatDark.gallery);
+    QCOMPARE(NativeScreenshot::profile(u"gallery"_s).dark, std::nullopt);
+    QVERIFY(NativeScreenshot::profile(u"gallery:light"_s).gallery);
 }
 
 void TestRootView::launcherBadge()

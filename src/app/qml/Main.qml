@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import PiloTarn
 import PiloTarn.Shell
+import PiloTarn.Design
 
 ApplicationWindow {
     id: window
@@ -10,7 +11,8 @@ ApplicationWindow {
     required property TarnNavigation navigation
     required property NativeSettingsState settings
     required property NativeCommandSearch search
-    readonly property real baseFontSize: Application.font.pointSize
+    // The design gallery alone, in place of the app.
+    property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
 
     width: 1120
@@ -18,28 +20,45 @@ ApplicationWindow {
     minimumWidth: 720
     minimumHeight: 480
     title: qsTr("Pilo Tarn")
-    font.pointSize: baseFontSize * settings.textScale
-    palette.highlight: settings.accentColour
-    palette.window: settings.backgroundColour.length > 0 ? settings.backgroundColour : system.window
+    color: Theme.colours.window
+    font.pixelSize: Theme.type.callout
+    // The stock controls that remain follow the theme through the palette.
+    palette.window: Theme.colours.window
+    palette.windowText: Theme.colours.text
+    palette.base: Theme.colours.surface
+    palette.alternateBase: Theme.colours.sidebar
+    palette.text: Theme.colours.text
+    palette.button: Theme.colours.surface
+    palette.buttonText: Theme.colours.text
+    palette.highlight: Theme.colours.accent
+    palette.highlightedText: Theme.colours.accentText
+    palette.placeholderText: Theme.colours.tertiaryText
+    palette.mid: Theme.colours.border
+    palette.toolTipBase: Theme.colours.toast
+    palette.toolTipText: Theme.colours.toastText
 
-    SystemPalette {
-        id: system
+    Loader {
+        anchors.fill: parent
+        active: window.gallery
+        sourceComponent: Gallery {}
     }
 
     SignInView {
         objectName: "signInView"
-        visible: !window.signedIn
+        visible: !window.gallery && !window.signedIn
         anchors.fill: parent
         root: window.root
     }
 
     // Kept while signed out: it shows the navigation, which sign-out resets.
     NativeTarnRoot {
-        visible: window.signedIn
+        visible: !window.gallery && window.signedIn
         anchors.fill: parent
         navigation: window.navigation
         settings: window.settings
         search: window.search
+        personName: window.root.personName
+        personEmail: window.root.personEmail
         signingOut: window.root.busy
         onSignOutRequested: window.root.signOut()
     }

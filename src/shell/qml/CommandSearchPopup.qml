@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 import PiloTarn.Shell
+import PiloTarn.Design
 
 // Ctrl+K: type to filter every place the person may open; arrows move the
 // highlight, Enter opens it, Escape closes.
@@ -19,22 +20,32 @@ Popup {
     y: Math.round(parent.height * 0.12)
     width: Math.min(parent.width - 48, 560)
     height: Math.min(parent.height * 0.7, 480)
-    padding: 8
+    padding: Theme.spacing.s
     closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
 
     onOpened: field.forceActiveFocus()
+
+    Overlay.modal: Rectangle { color: Theme.colours.scrim }
+
+    background: Rectangle {
+        radius: Theme.radii.large
+        color: Theme.colours.raised
+        border.width: 1
+        border.color: Theme.colours.separator
+    }
     onClosed: search.close()
 
     ColumnLayout {
         anchors.fill: parent
         spacing: 6
 
-        TextField {
+        SearchField {
             id: field
 
             objectName: "searchField"
             text: popup.search.query
             placeholderText: qsTr("Go to…")
+            font.pixelSize: Theme.type.body
             Layout.fillWidth: true
             onTextEdited: popup.search.query = text
             Keys.onDownPressed: popup.search.move(1)
@@ -55,37 +66,25 @@ Popup {
             highlightMoveDuration: 0
             boundsBehavior: Flickable.StopAtBounds
 
-            delegate: ItemDelegate {
-                id: row
-
+            delegate: ListRow {
                 required property int index
                 required property string label
-                required property string detail
-                required property string symbol
-                width: ListView.view.width
-                highlighted: ListView.isCurrentItem
-                onClicked: (ListView.view.model as NativeCommandSearch).activate(index)
+                required symbol
+                required detail
 
-                contentItem: RowLayout {
-                    spacing: 10
-                    SymbolBadge { label: row.label; symbol: row.symbol; lit: row.highlighted }
-                    Label {
-                        text: row.label
-                        elide: Text.ElideRight
-                        Layout.fillWidth: true
-                    }
-                    Label {
-                        text: row.detail
-                        opacity: 0.6
-                    }
-                }
+                width: ListView.view.width
+                text: label
+                lit: ListView.isCurrentItem
+                focusPolicy: Qt.NoFocus
+                onClicked: (ListView.view.model as NativeCommandSearch).activate(index)
             }
 
-            Label {
+            EmptyState {
                 anchors.centerIn: parent
+                width: parent.width - 2 * Theme.spacing.xl
                 visible: list.count === 0
+                symbol: "magnifyingglass"
                 text: qsTr("No place matches “%1”.").arg(popup.search.query)
-                opacity: 0.7
             }
         }
     }

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import PiloTarn.Shell
+import PiloTarn.Design
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -10,6 +11,8 @@ Item {
     required property TarnNavigation navigation
     required property NativeSettingsState settings
     required property NativeCommandSearch search
+    property string personName
+    property string personEmail
     // Set while signing out, so the way out is not offered twice.
     property bool signingOut: false
 
@@ -22,15 +25,17 @@ Item {
         NativeTarnSidebar {
             objectName: "sidebar"
             navigation: shell.navigation
+            personName: shell.personName
+            personEmail: shell.personEmail
             Layout.fillHeight: true
             onSearchRequested: shell.search.toggle()
             onSettingsRequested: shell.navigation.appearanceOpen = true
+            onSignOutRequested: if (!shell.signingOut) shell.signOutRequested()
         }
 
         Rectangle {
             implicitWidth: 1
-            color: shell.palette.mid
-            opacity: 0.5
+            color: Theme.colours.separator
             Layout.fillHeight: true
         }
 

@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 import PiloTarn.Shell
+import PiloTarn.Design
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board; the screens of the other sections are not part of
@@ -22,8 +23,10 @@ Pane {
 
         ColumnLayout {
             Layout.fillWidth: true
-            Layout.margins: 24
-            Layout.bottomMargin: 12
+            Layout.leftMargin: Theme.spacing.xl + Theme.spacing.xs
+            Layout.rightMargin: Theme.spacing.xl
+            Layout.topMargin: Theme.spacing.l + Theme.spacing.xs
+            Layout.bottomMargin: Theme.spacing.m
             spacing: 4
 
             ListView {
@@ -43,25 +46,26 @@ Pane {
                     readonly property bool last: index === ListView.view.count - 1
                     spacing: 6
 
-                    Label {
+                    Icon {
                         visible: crumb.index > 0
-                        text: "\u203a"
-                        opacity: 0.5
-                        font.pixelSize: 20
+                        symbol: "chevron.right"
+                        size: 20
+                        color: Theme.colours.tertiaryText
                     }
-                    Label {
+                    Text {
                         text: crumb.modelData
-                        font.pixelSize: 20
+                        font.pixelSize: Theme.type.title2
                         font.weight: crumb.last ? Font.DemiBold : Font.Normal
-                        opacity: crumb.last ? 1 : 0.6
+                        color: crumb.last ? Theme.colours.text : Theme.colours.secondaryText
                     }
                 }
             }
 
-            Label {
+            Text {
                 visible: text.length > 0
                 text: screen.navigation.subtitle
-                opacity: 0.7
+                font.pixelSize: Theme.type.callout
+                color: Theme.colours.secondaryText
                 wrapMode: Text.Wrap
                 Layout.fillWidth: true
             }
@@ -76,7 +80,6 @@ Pane {
 
         EmptyScreen {
             visible: !screen.onBoard
-            title: screen.navigation.trail.length > 0 ? screen.navigation.trail[screen.navigation.trail.length - 1] : ""
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

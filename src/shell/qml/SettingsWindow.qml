@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import QtQuick.Window
 import PiloTarn.Shell
+import PiloTarn.Design
 
 // Ctrl+,: the account, the appearance choices saved to it, the person's
 // other sessions, and signing out. Shown while the navigation's
@@ -18,12 +19,21 @@ Window {
 
     objectName: "settingsWindow"
     title: qsTr("Settings")
-    width: 520
-    height: 600
+    width: 540
+    height: 720
     minimumWidth: 420
     minimumHeight: 420
     flags: Qt.Dialog
-    color: palette.window
+    color: Theme.colours.window
+    palette.window: Theme.colours.window
+    palette.windowText: Theme.colours.text
+    palette.base: Theme.colours.surface
+    palette.text: Theme.colours.text
+    palette.button: Theme.colours.surface
+    palette.buttonText: Theme.colours.text
+    palette.highlight: Theme.colours.accent
+    palette.highlightedText: Theme.colours.accentText
+    palette.mid: Theme.colours.border
 
     function sync() {
         if (visible !== navigation.appearanceOpen)
@@ -43,10 +53,56 @@ Window {
         onActivated: settingsWindow.navigation.appearanceOpen = false
     }
 
-    component Heading: Label {
+    component Heading: Text {
+        font.pixelSize: Theme.type.footnote
         font.weight: Font.DemiBold
-        topPadding: 8
+        color: Theme.colours.secondaryText
+        topPadding: Theme.spacing.m
+        Accessible.role: Accessible.Heading
+        Accessible.name: text
         Layout.fillWidth: true
+    }
+
+    component Note: Text {
+        font.pixelSize: Theme.type.callout
+        color: Theme.colours.secondaryText
+        wrapMode: Text.Wrap
+        Layout.fillWidth: true
+    }
+
+    // One of a few exclusive choices drawn as a segment of a row.
+    component Segment: AbstractButton {
+        id: segment
+
+        property bool chosen: false
+
+        checkable: false
+        hoverEnabled: true
+        implicitHeight: 34
+        leftPadding: Theme.spacing.m
+        rightPadding: Theme.spacing.m
+        Accessible.role: Accessible.RadioButton
+        Accessible.name: text
+        Accessible.checkable: true
+        Accessible.checked: chosen
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
+        Keys.onSpacePressed: clicked()
+        contentItem: Text {
+            text: segment.text
+            font.pixelSize: Theme.type.callout
+            font.weight: segment.chosen ? Font.DemiBold : Font.Normal
+            color: segment.chosen ? Theme.colours.accent : Theme.colours.text
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+        }
+        background: Rectangle {
+            radius: Theme.radii.medium
+            color: segment.chosen ? Theme.colours.accentSoft : segment.hovered ? Theme.colours.hover : "transparent"
+            border.width: 1
+            border.color: segment.chosen ? Theme.colours.accent : Theme.colours.border
+            FocusRing { shown: segment.visualFocus }
+        }
     }
 
     // A choice of a setting's model; its objectName is the view's and the value.
@@ -57,20 +113,28 @@ Window {
         required property string value
         required property string label
         required property string colour
+        required property string darkColour
         required property bool chosen
+        readonly property string shown: Theme.dark && darkColour.length > 0 ? darkColour : colour
 
         objectName: GridView.view.objectName + ":" + value
         implicitWidth: 32
         implicitHeight: 32
         Accessible.name: label
+        Accessible.role: Accessible.RadioButton
+        Accessible.checkable: true
+        Accessible.checked: chosen
+        Keys.onReturnPressed: clicked()
+        Keys.onSpacePressed: clicked()
         ToolTip.visible: hovered
         ToolTip.text: label
         onClicked: (GridView.view.model as NativeChoiceModel).choose(index)
         background: Rectangle {
             radius: width / 2
-            color: swatch.colour.length > 0 ? swatch.colour : swatch.palette.base
+            color: swatch.shown.length > 0 ? swatch.shown : Theme.dark ? "#1b1c20" : "#ffffff"
             border.width: swatch.chosen ? 3 : 1
-            border.color: swatch.chosen ? swatch.palette.highlight : swatch.palette.mid
+            border.color: swatch.chosen ? Theme.colours.text : Theme.colours.border
+            FocusRing { shown: swatch.visualFocus; radius: width / 2 }
         }
     }
 
@@ -88,23 +152,55 @@ Window {
                 spacing: 10
 
                 Heading { text: qsTr("Account"); topPadding: 0 }
-                Label {
-                    text: settingsWindow.settings.personName
-                    font.pixelSize: 18
+                RowLayout {
+                    spacing: Theme.spacing.m
                     Layout.fillWidth: true
-                    elide: Text.ElideRight
+                    Avatar {
+                        name: settingsWindow.settings.personName
+                        key: settingsWindow.settings.personEmail
+                        size: 48
+                    }
+                    ColumnLayout {
+                        spacing: 2
+                        Layout.fillWidth: true
+                        Text {
+                            text: settingsWindow.settings.personName
+                            font.pixelSize: Theme.type.title3
+                            font.weight: Font.DemiBold
+                            color: Theme.colours.text
+                            elide: Text.ElideRight
+                            Layout.fillWidth: true
+                        }
+                        Note {
+                            text: settingsWindow.settings.personEmail
+                                  + (settingsWindow.settings.role.length > 0
+                                     ? "  ·  " + qsTr("Role: %1").arg(settingsWindow.settings.role) : "")
+                            elide: Text.ElideRight
+                            wrapMode: Text.NoWrap
+                        }
+                    }
                 }
-                Label {
-                    text: settingsWindow.settings.personEmail
-                    opacity: 0.7
+
+                Heading { text: qsTr("Appearance") }
+                RowLayout {
+                    objectName: "colorScheme"
+                    spacing: Theme.spacing.s
                     Layout.fillWidth: true
-                    elide: Text.ElideRight
-                }
-                Label {
-                    visible: text.length > 0
-                    text: settingsWindow.settings.role.length > 0
-                          ? qsTr("Role: %1").arg(settingsWindow.settings.role) : ""
-                    opacity: 0.7
+                    Repeater {
+                        model: [
+                            { value: "system", label: qsTr("Match the desktop") },
+                            { value: "light", label: qsTr("Light") },
+                            { value: "dark", label: qsTr("Dark") },
+                        ]
+                        Segment {
+                            required property var modelData
+                            objectName: "colorScheme:" + modelData.value
+                            text: modelData.label
+                            chosen: Theme.colorScheme === modelData.value
+                            Layout.fillWidth: true
+                            onClicked: Theme.colorScheme = modelData.value
+                        }
+                    }
                 }
 
                 Heading { text: qsTr("Text size") }
@@ -116,18 +212,15 @@ Window {
                     spacing: 8
                     implicitHeight: 40
                     Layout.fillWidth: true
-                    delegate: RadioButton {
+                    // The setting decides what is chosen, so a refused choice goes back.
+                    delegate: Segment {
                         required property int index
                         required property string value
                         required property string label
-                        required property bool chosen
+                        required chosen
 
                         objectName: "textSize:" + value
                         text: label
-                        // The setting decides what is checked, so a refused
-                        // choice goes back.
-                        checkable: false
-                        checked: chosen
                         onClicked: (ListView.view.model as NativeChoiceModel).choose(index)
                     }
                 }
@@ -157,14 +250,11 @@ Window {
                 }
 
                 Heading { text: qsTr("Sessions") }
-                Label {
+                Note {
                     text: qsTr("Sign out everywhere else you are signed in to Tarn, such as another computer or a phone.")
-                    wrapMode: Text.Wrap
-                    opacity: 0.7
-                    Layout.fillWidth: true
                 }
                 RowLayout {
-                    Button {
+                    ActionButton {
                         objectName: "signOutOthers"
                         text: qsTr("Sign out of other sessions")
                         enabled: !settingsWindow.settings.endingSessions && !settingsWindow.signingOut
@@ -178,19 +268,30 @@ Window {
                     }
                 }
 
-                Label {
-                    objectName: "settingsMessage"
-                    visible: text.length > 0
+                ErrorBanner {
+                    objectName: "settingsError"
+                    visible: settingsWindow.settings.messageIsError && text.length > 0
                     text: settingsWindow.settings.message
-                    color: settingsWindow.settings.messageIsError ? "#b3261e" : palette.windowText
-                    wrapMode: Text.Wrap
                     Layout.fillWidth: true
                 }
+                Note {
+                    objectName: "settingsMessage"
+                    visible: !settingsWindow.settings.messageIsError && text.length > 0
+                    text: settingsWindow.settings.message
+                    color: Theme.colours.success
+                }
 
-                MenuSeparator { Layout.fillWidth: true }
+                Rectangle {
+                    implicitHeight: 1
+                    color: Theme.colours.separator
+                    Layout.fillWidth: true
+                    Layout.topMargin: Theme.spacing.s
+                }
 
-                Button {
+                ActionButton {
                     objectName: "signOut"
+                    kind: ActionButton.Destructive
+                    symbol: "rectangle.portrait.and.arrow.right"
                     text: qsTr("Sign out")
                     enabled: !settingsWindow.signingOut
                     onClicked: settingsWindow.signOutRequested()

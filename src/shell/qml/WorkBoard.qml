@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 import PiloTarn.Shell
+import PiloTarn.Design
 
 // The home page's work board: a tile per kind of work the person may do,
 // each with suggestions for Pilo. A suggestion goes to Pilo's composer; a
@@ -32,30 +33,46 @@ ScrollView {
         objectName: "boardTile:" + key
         Layout.fillWidth: true
         Layout.alignment: Qt.AlignTop
-        padding: 14
+        padding: Theme.spacing.l
         background: Rectangle {
-            radius: 10
-            color: tile.palette.base
-            border.color: Qt.rgba(tile.palette.windowText.r, tile.palette.windowText.g,
-                                  tile.palette.windowText.b, 0.12)
+            radius: Theme.radii.large
+            color: Theme.colours.surface
+            border.color: Theme.colours.separator
         }
 
         ColumnLayout {
             anchors.fill: parent
-            spacing: 8
+            spacing: Theme.spacing.s
 
             RowLayout {
-                spacing: 10
-                SymbolBadge { label: tile.label; symbol: tile.symbol }
-                Label {
+                spacing: Theme.spacing.m
+                Rectangle {
+                    implicitWidth: 34
+                    implicitHeight: 34
+                    radius: Theme.radii.medium
+                    color: Theme.colours.accentSoft
+                    Icon {
+                        anchors.centerIn: parent
+                        symbol: tile.symbol
+                        size: 20
+                        color: Theme.colours.accent
+                    }
+                }
+                Text {
                     text: tile.label
+                    font.pixelSize: Theme.type.body
                     font.weight: Font.DemiBold
+                    color: Theme.colours.text
+                    elide: Text.ElideRight
                     Layout.fillWidth: true
                 }
-                Button {
+                ActionButton {
                     visible: tile.opens
+                    kind: ActionButton.Plain
                     text: qsTr("Open")
-                    flat: true
+                    Accessible.name: qsTr("Open %1").arg(tile.label)
+                    leftPadding: Theme.spacing.s
+                    rightPadding: Theme.spacing.s
                     onClicked: tile.openRequested()
                 }
             }
@@ -69,21 +86,26 @@ ScrollView {
 
                     required property string modelData
                     text: modelData
+                    hoverEnabled: true
+                    Accessible.name: qsTr("Ask Pilo: %1").arg(modelData)
                     Layout.fillWidth: true
-                    topPadding: 6
-                    bottomPadding: 6
-                    contentItem: Label {
+                    topPadding: Theme.spacing.s
+                    bottomPadding: Theme.spacing.s
+                    leftPadding: Theme.spacing.m
+                    rightPadding: Theme.spacing.m
+                    Keys.onReturnPressed: clicked()
+                    Keys.onEnterPressed: clicked()
+                    contentItem: Text {
                         text: prompt.text
                         wrapMode: Text.Wrap
-                        opacity: 0.85
+                        font.pixelSize: Theme.type.callout
+                        color: prompt.hovered ? Theme.colours.text : Theme.colours.secondaryText
                     }
                     background: Rectangle {
-                        radius: 6
-                        color: prompt.hovered
-                               ? Qt.rgba(prompt.palette.highlight.r, prompt.palette.highlight.g,
-                                         prompt.palette.highlight.b, 0.10)
-                               : Qt.rgba(prompt.palette.windowText.r, prompt.palette.windowText.g,
-                                         prompt.palette.windowText.b, 0.04)
+                        radius: Theme.radii.medium
+                        color: prompt.down ? Theme.colours.pressed
+                             : prompt.hovered ? Theme.colours.accentSoft : Theme.colours.hover
+                        FocusRing { shown: prompt.visualFocus }
                     }
                 }
             }
@@ -100,26 +122,34 @@ ScrollView {
             objectName: "agentDraft"
             text: board.navigation.pendingAgentDraft
             placeholderText: qsTr("Ask Pilo to do something…")
+            placeholderTextColor: Theme.colours.tertiaryText
+            color: Theme.colours.text
+            font.pixelSize: Theme.type.body
+            padding: Theme.spacing.m
+            Accessible.name: qsTr("Ask Pilo")
+            // Tab moves on, as in every other field, rather than typing a tab.
+            Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+            Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
             wrapMode: TextEdit.Wrap
             Layout.fillWidth: true
             Layout.leftMargin: 24
             Layout.rightMargin: 24
             Layout.minimumHeight: 64
             background: Rectangle {
-                radius: 10
-                color: draft.palette.base
-                border.color: draft.activeFocus ? draft.palette.highlight
-                            : Qt.rgba(draft.palette.windowText.r, draft.palette.windowText.g,
-                                      draft.palette.windowText.b, 0.18)
+                radius: Theme.radii.large
+                color: Theme.colours.surface
+                border.color: draft.activeFocus ? Theme.colours.accent : Theme.colours.border
+                FocusRing { shown: draft.activeFocus }
             }
             onTextChanged: if (text !== board.navigation.pendingAgentDraft) board.navigation.pendingAgentDraft = text
         }
 
-        Label {
+        Text {
             text: qsTr("Sending to Pilo arrives in a later version of Pilo Tarn; your draft is kept until then.")
             visible: board.navigation.pendingAgentDraft.length > 0
             wrapMode: Text.Wrap
-            opacity: 0.6
+            font.pixelSize: Theme.type.footnote
+            color: Theme.colours.secondaryText
             Layout.fillWidth: true
             Layout.leftMargin: 24
             Layout.rightMargin: 24
