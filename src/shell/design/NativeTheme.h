@@ -1,7 +1,10 @@
 #pragma once
 
+#include "shell/design/NativeColours.h"
 #include "shell/design/NativeDesktopScheme.h"
-#include "shell/design/NativeThemeScales.h"
+#include "shell/design/NativeRadii.h"
+#include "shell/design/NativeSpacing.h"
+#include "shell/design/NativeTypeScale.h"
 
 #include <QColor>
 #include <QObject>
