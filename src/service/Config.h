@@ -5,6 +5,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <chrono>
 #include <optional>
 
 // Where the workspace service is and which certificate, beyond the system's,
@@ -38,8 +39,14 @@ public:
     // form a URL.
     [[nodiscard]] QUrl resolve(const QString &path) const;
 
+    // How long the service may stay silent before a request gives up: a
+    // minute, unless a caller that knows its network better says otherwise.
+    [[nodiscard]] std::chrono::seconds answerTimeout() const { return m_answerTimeout; }
+    void setAnswerTimeout(std::chrono::seconds timeout) { m_answerTimeout = timeout; }
+
 private:
     QUrl m_homeURL;
     std::optional<QSslCertificate> m_extraCertificate;
     QSslConfiguration m_ssl;
+    std::chrono::seconds m_answerTimeout { 60 };
 };

@@ -25,6 +25,11 @@ bool redirectDropsBody(int status, TarnMethod method)
     return status == 303 || ((status == 301 || status == 302) && method == TarnMethod::Post);
 }
 
+QString timeoutText(std::chrono::seconds timeout)
+{
+    return u"The workspace did not answer within %1 s."_s.arg(timeout.count());
+}
+
 } // namespace
 
 TarnTransport::TarnTransport(Config config, Redirects redirects, QObject *parent)
@@ -41,17 +46,12 @@ TarnTransport::TarnTransport(Config config, Redirects redirects, QObject *parent
 
 TarnTransport::~TarnTransport() = default;
 
-QString TarnTransport::timeoutText()
-{
-    return u"The workspace did not answer within %1 s."_s.arg(timeoutMs / 1000);
-}
-
 QCoro::Task<TarnReply> TarnTransport::send(Request request)
 {
     const QPointer<TarnTransport> self(this);
     for (int hop = 0;; ++hop) {
         QNetworkRequest wire(request.url);
-        wire.setTransferTimeout(timeoutMs);
+        wire.setTransferTimeout(static_cast<int>(std::chrono::milliseconds(m_config.answerTimeout()).count()));
         wire.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::PreferNetwork);
         wire.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
         wire.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
@@ -74,7 +74,7 @@ QCoro::Task<TarnReply> TarnTransport::send(Request request)
         // Nothing else cancels a request here: the platform's text for the
         // transfer timeout says only "Operation canceled".
         if (!status.isValid() && reply->error() == QNetworkReply::OperationCanceledError)
-            throw TarnAPIError::transport(timeoutText());
+            throw TarnAPIError::transport(timeoutText(m_config.answerTimeout()));
         if (!status.isValid() && reply->error() != QNetworkReply::NoError)
             throw TarnAPIError::transport(reply->errorString());
         if (status.isValid() && m_redirects == Redirects::toService && hop < TarnRedirectPolicy::maximumHops) {

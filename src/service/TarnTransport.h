@@ -19,7 +19,7 @@ class QNetworkAccessManager;
 
 // The one way this client sends HTTP: a connection pool of its own with no
 // cookie jar (the session cookie is written by hand), the service's trusted
-// certificates, a 60-second timeout, and a redirect rule chosen by its owner.
+// certificates, the configured answer timeout, and a redirect rule chosen by its owner.
 // Every reply is awaited here and read in full, so no network object leaves
 // this class.
 class TarnTransport : public QObject {
@@ -43,12 +43,9 @@ public:
 
     // Sends and reads the whole answer. A network failure (offline, TLS)
     // throws TarnAPIError::transport with the platform's text; no answer
-    // within the timeout throws it with timeoutText().
+    // within the configured time throws it with "The workspace did not
+    // answer within 60 s." (the configured seconds).
     QCoro::Task<TarnReply> send(Request request);
-
-    static constexpr int timeoutMs = 60'000;
-    // "The workspace did not answer within 60 s."
-    [[nodiscard]] static QString timeoutText();
 
 private:
     Config m_config;

@@ -71,6 +71,7 @@ private Q_SLOTS:
     void foreignPathsNeverSent_data();
     void foreignPathsNeverSent();
     void untrustedCertificateIsTransportError();
+    void silenceTimesOut();
     void downloads_data();
     void downloads();
     void refreshWritesTextSize();
@@ -252,6 +253,21 @@ void TestAPI::untrustedCertificateIsTransportError()
     const Outcome outcome = outcomeOf(getSession<TarnSession>(stranger));
     QCOMPARE(outcome.kind, Kind::transport);
     QVERIFY(!outcome.text.isEmpty());
+    QVERIFY(tokenStored());
+}
+
+void TestAPI::silenceTimesOut()
+{
+    // The platform says only "Operation canceled" when a transfer times out.
+    Config impatient = *config;
+    impatient.setAnswerTimeout(std::chrono::seconds(1));
+    TarnAPI quick(impatient, store, settings.get());
+    QJsonObject silence = fault("GET", u"/api/session"_s, 0, QString(), QString());
+    silence.insert(u"delay_ms"_s, 3000);
+    workspace->setFault(silence);
+    const Outcome outcome = outcomeOf(quick.refreshSession());
+    QCOMPARE(outcome.kind, std::optional(Kind::transport));
+    QCOMPARE(outcome.text, u"The workspace did not answer within 1 s."_s);
     QVERIFY(tokenStored());
 }
 
