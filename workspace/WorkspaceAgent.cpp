@@ -60,7 +60,8 @@ bool needsReview(const QString &content)
 
 bool mentions(const QString &content, std::initializer_list<QLatin1StringView> words)
 {
-    return std::any_of(words.begin(), words.end(), [&content](QLatin1StringView word) { return content.contains(word); });
+    return std::any_of(
+        words.begin(), words.end(), [&content](QLatin1StringView word) { return content.contains(word); });
 }
 
 const QString skillList = u"Here is what I can do in this workspace:\n"
@@ -208,15 +209,14 @@ void WorkspaceAgent::step()
     }
     for (const Finished &done : finished) {
         QSqlQuery q = prepare(u"UPDATE agent_requests SET status = ?, reply = ?, changed_at = ? WHERE id = ?"_s);
-        for (const QVariant &value : { QVariant(done.outcome.status), nullable(done.outcome.reply), QVariant(at),
-                 QVariant(done.id) })
+        for (const QVariant &value :
+            { QVariant(done.outcome.status), nullable(done.outcome.reply), QVariant(at), QVariant(done.id) })
             q.addBindValue(value);
         q.exec();
     }
 }
 
-WorkspaceAgent::Outcome WorkspaceAgent::work(
-    const QString &personId, const QString &content, const QString &run) const
+WorkspaceAgent::Outcome WorkspaceAgent::work(const QString &personId, const QString &content, const QString &run) const
 {
     if (needsReview(content))
         return { u"blocked"_s, std::nullopt };
@@ -275,10 +275,10 @@ void WorkspaceAgent::plantDemo()
         QSqlQuery q = prepare(u"INSERT INTO agent_requests (id, person_id, content, status, reply, created_at, title,"
                               " run, changed_at) VALUES (?, ?, ?, ?, ?, ?, ?, 'fast', ?)"_s);
         const qint64 at = now() - demo.ageMs;
-        for (const QVariant &value : { QVariant(u"ar-"_s + QUuid::createUuid().toString(QUuid::Id128).left(12)),
-                 QVariant(demo.personId), QVariant(demo.content), QVariant(outcome.status), nullable(outcome.reply),
-                 QVariant(at), demo.title.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(demo.title),
-                 QVariant(at) })
+        for (const QVariant &value :
+            { QVariant(u"ar-"_s + QUuid::createUuid().toString(QUuid::Id128).left(12)), QVariant(demo.personId),
+                QVariant(demo.content), QVariant(outcome.status), nullable(outcome.reply), QVariant(at),
+                demo.title.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(demo.title), QVariant(at) })
             q.addBindValue(value);
         q.exec();
     }

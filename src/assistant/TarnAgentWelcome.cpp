@@ -10,10 +10,10 @@ namespace TarnAgentWelcome {
 
 QString greeting(const QString &name, int hour)
 {
-    const QString salutation
-        = hour < 12 ? u"Good morning"_s : (hour < 17 ? u"Good afternoon"_s : u"Good evening"_s);
+    const QString salutation = hour < 12 ? u"Good morning"_s : (hour < 17 ? u"Good afternoon"_s : u"Good evening"_s);
     const QStringList pieces = name.split(u' ', Qt::SkipEmptyParts);
-    const bool anyWord = std::any_of(pieces.begin(), pieces.end(), [](const QString &piece) { return piece.size() > 1; });
+    const bool anyWord
+        = std::any_of(pieces.begin(), pieces.end(), [](const QString &piece) { return piece.size() > 1; });
     const QString first = anyWord ? pieces.first() : pieces.join(QString());
     return first.isEmpty() ? salutation : salutation + u", "_s + first;
 }

@@ -14,8 +14,8 @@ const QStringList probes
     = { u"ping"_s, u"test"_s, u"hello?"_s, u"are you there?"_s, u"health check"_s, u"connection test"_s };
 
 // Work the assistant gives itself ("pilo" origin), never the person's words.
-const QStringList systemPhrases = { u"daily digest"_s, u"scheduled summary"_s, u"background sync"_s,
-    u"heartbeat"_s, u"warm-up"_s, u"self-check"_s };
+const QStringList systemPhrases = { u"daily digest"_s, u"scheduled summary"_s, u"background sync"_s, u"heartbeat"_s,
+    u"warm-up"_s, u"self-check"_s };
 
 const QString agentGroup = u"agent"_s;
 

@@ -1,10 +1,9 @@
 #include "TarnWaitFor.h"
+#include "assistant/AgentTestPerson.h"
 #include "assistant/TarnAgentCalls.h"
-#include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 #include "shell/TarnShell.h"
 #include "support/TestWorkspace.h"
-#include "tarn/MemorySessionStore.h"
 
 #include <QTest>
 #include <QUuid>
@@ -16,24 +15,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// One signed-in person's client, with the token held in memory.
-struct Person {
-    std::unique_ptr<MemorySessionStore> store;
-    std::unique_ptr<TarnAPI> api;
-};
+using Person = AgentTestPerson;
 
 Person signIn(TestWorkspace &workspace, const QString &email)
 {
-    QString error;
-    const std::optional<Config> config
-        = Config::fromOptions(workspace.url().toString(), workspace.certificatePath(), &error);
-    Person person { std::make_unique<MemorySessionStore>(workspace.signIn(email)), nullptr };
-    if (config) {
-        person.api = std::make_unique<TarnAPI>(*config, *person.store, nullptr);
-        // The session record carries the CSRF token every change needs.
-        tarnWaitFor(person.api->refreshSession());
-    }
-    return person;
+    return AgentTestPerson::signIn(workspace, email);
 }
 
 QString newKey()
@@ -236,7 +222,8 @@ void TestAgentCalls::modes()
     QCOMPARE(std::any_of(conversation.requests.begin(), conversation.requests.end(),
                  [](const TarnAgentRequest &request) { return request.reply.has_value(); }),
         row.pastReplies);
-    QCOMPARE(failureOf(TarnAgentCalls::askAgent(*person.api, u"Who is on the team?"_s, {}, TarnPiloRun::fast, newKey())),
+    QCOMPARE(
+        failureOf(TarnAgentCalls::askAgent(*person.api, u"Who is on the team?"_s, {}, TarnPiloRun::fast, newKey())),
         row.refusal);
 }
 

@@ -112,8 +112,7 @@ void TestPiloRules::cutoff()
         .status = u"done"_s,
         .created_at = u"2026-03-02T10:00:00Z"_s,
         .page = row.page };
-    const std::optional<QDateTime> cutoff
-        = TarnPiloChat::cutoff(TarnPiloChat::groupKey(request), row.showHistory, now);
+    const std::optional<QDateTime> cutoff = TarnPiloChat::cutoff(TarnPiloChat::groupKey(request), row.showHistory, now);
     QCOMPARE(cutoff.has_value(), row.foldedBeforeDays.has_value());
     if (cutoff)
         QCOMPARE(*cutoff, QDateTime(now.date().addDays(-*row.foldedBeforeDays), QTime(0, 0)));

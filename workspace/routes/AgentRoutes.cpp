@@ -30,7 +30,8 @@ std::optional<QString> optionalText(const QJsonObject &body, QLatin1StringView k
 // and only while that person is an admin: the same rule as the app's.
 bool reviews(const WorkspacePerson &person)
 {
-    return person.role == "admin"_L1 && person.email.compare(QLatin1StringView(TARN_OWNER_ADDRESS), Qt::CaseInsensitive) == 0;
+    return person.role == "admin"_L1
+        && person.email.compare(QLatin1StringView(TARN_OWNER_ADDRESS), Qt::CaseInsensitive) == 0;
 }
 
 WorkspaceReply ask(WorkspaceAgent &agent, const WorkspaceRequest &request)
@@ -87,17 +88,17 @@ void add(WorkspaceServer &server)
     // The routes share the one worker; it lives as long as they do.
     auto agent = std::make_shared<WorkspaceAgent>(server.store(), server.options().agent);
 
-    router.add("GET", u"/api/agent-requests/blocked"_s, Access::Session,
-        [&server, agent](const WorkspaceRequest &request) {
+    router.add(
+        "GET", u"/api/agent-requests/blocked"_s, Access::Session, [&server, agent](const WorkspaceRequest &request) {
             const std::optional<WorkspacePerson> person = server.store().person(request.session().personId);
             if (!person || !reviews(*person))
                 return WorkspaceReply::error(403, u"Only the workspace owner reviews blocked work."_s);
             return WorkspaceReply::json(QJsonObject { { u"requests"_s, agent->blocked() } });
         });
     router.add("GET", u"/api/agent-requests"_s, Access::Session, [agent](const WorkspaceRequest &request) {
-        return WorkspaceReply::json(QJsonObject { { u"configured"_s, agent->configured() },
-            { u"online"_s, agent->online() },
-            { u"requests"_s, agent->configured() ? agent->requests(request.session().personId) : QJsonArray() } });
+        return WorkspaceReply::json(
+            QJsonObject { { u"configured"_s, agent->configured() }, { u"online"_s, agent->online() },
+                { u"requests"_s, agent->configured() ? agent->requests(request.session().personId) : QJsonArray() } });
     });
     router.add("POST", u"/api/agent-requests"_s, Access::Session,
         [agent](const WorkspaceRequest &request) { return ask(*agent, request); });
