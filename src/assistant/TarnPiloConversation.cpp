@@ -32,9 +32,10 @@ struct Failure {
     }
 };
 
+// Blocked work is still under way for its author: it resumes after a review.
 bool unfinished(const TarnAgentRequest &request)
 {
-    return request.status == "queued"_L1 || request.status == "running"_L1;
+    return request.status == "queued"_L1 || request.status == "running"_L1 || request.status == "blocked"_L1;
 }
 
 } // namespace
@@ -103,8 +104,8 @@ void TarnPiloConversation::setUncertain(bool uncertain)
 
 void TarnPiloConversation::updatePolling()
 {
-    const bool waiting = m_conversation
-        && std::any_of(m_conversation->requests.begin(), m_conversation->requests.end(), unfinished);
+    const bool waiting
+        = m_conversation && std::any_of(m_conversation->requests.begin(), m_conversation->requests.end(), unfinished);
     if (m_active && (waiting || m_uncertain)) {
         if (!m_poll.isActive())
             m_poll.start();

@@ -1,5 +1,6 @@
 #include "TarnWaitFor.h"
 #include "assistant/AgentTestPerson.h"
+#include "assistant/NativePiloReview.h"
 #include "assistant/TarnAgentCalls.h"
 #include "assistant/TarnPiloConversation.h"
 #include "support/TestWorkspace.h"
@@ -68,10 +69,12 @@ private slots:
     void hidesNoiseAndFoldsHistory();
     void sendingClosedWithoutAgent_data();
     void sendingClosedWithoutAgent();
+    void ownerResumesBlockedWork();
 
 private:
     std::unique_ptr<TestWorkspace> workspace;
     AgentTestPerson owner;
+    AgentTestPerson manager;
     std::unique_ptr<TarnPiloConversation> conversation;
 };
 
@@ -80,14 +83,15 @@ void TestPiloConversation::initTestCase()
     workspace = std::make_unique<TestWorkspace>();
     QVERIFY2(workspace->isRunning(), qPrintable(workspace->error()));
     owner = AgentTestPerson::signIn(*workspace, u"maren@halvard.example"_s);
-    QVERIFY(owner.api);
+    manager = AgentTestPerson::signIn(*workspace, u"tomas@halvard.example"_s);
+    QVERIFY(owner.api && manager.api);
 }
 
 void TestPiloConversation::init()
 {
     conversation = std::make_unique<TarnPiloConversation>(*owner.api);
-    new QAbstractItemModelTester(conversation->requestsModel(), QAbstractItemModelTester::FailureReportingMode::QtTest,
-        conversation.get());
+    new QAbstractItemModelTester(
+        conversation->requestsModel(), QAbstractItemModelTester::FailureReportingMode::QtTest, conversation.get());
     tarnWaitFor(conversation->refresh(false));
     QVERIFY(conversation->canSend());
 }
@@ -163,7 +167,8 @@ void TestPiloConversation::pollsARequestToItsReply()
 void TestPiloConversation::hidesNoiseAndFoldsHistory()
 {
     const QString probe = u"Tarn Bridge Check 7"_s;
-    QVERIFY(!tarnWaitFor(TarnAgentCalls::askAgent(*owner.api, probe, {}, TarnPiloRun::fast, u"probe-7"_s)).id.isEmpty());
+    QVERIFY(
+        !tarnWaitFor(TarnAgentCalls::askAgent(*owner.api, probe, {}, TarnPiloRun::fast, u"probe-7"_s)).id.isEmpty());
     tarnWaitFor(conversation->refresh(false));
     QCOMPARE(rowOf(conversation->requestModel(), probe), -1);
     const int shown = conversation->requestModel().rowCount();
@@ -203,6 +208,41 @@ void TestPiloConversation::sendingClosedWithoutAgent()
     away.clearRequests();
     QVERIFY(!tarnWaitFor(state.send(u"Who is on the team?"_s, std::nullopt, TarnPiloRun::fast)));
     QCOMPARE(away.requests().size(), 0);
+}
+
+void TestPiloConversation::ownerResumesBlockedWork()
+{
+    TarnPiloConversation asker(*manager.api);
+    tarnWaitFor(asker.refresh(false));
+    asker.setActive(true);
+    const QString text = u"Wire the printer's deposit"_s;
+    QVERIFY(tarnWaitFor(asker.send(text, std::nullopt, TarnPiloRun::fast)));
+    QTRY_COMPARE_WITH_TIMEOUT(
+        asker.requestModel().rows().at(rowOf(asker.requestModel(), text)).status, u"blocked"_s, 10000);
+    QCOMPARE(roleOf(asker.requestModel(), rowOf(asker.requestModel(), text), "statusLabel"), u"Still working"_s);
+
+    NativePiloReview notTheOwner(*manager.api);
+    tarnWaitFor(notTheOwner.refresh());
+    QCOMPARE(notTheOwner.error(), u"Only the workspace owner reviews blocked work."_s);
+    QCOMPARE(notTheOwner.requestModel().rowCount(), 0);
+
+    NativePiloReview review(*owner.api);
+    new QAbstractItemModelTester(
+        review.requestsModel(), QAbstractItemModelTester::FailureReportingMode::QtTest, &review);
+    tarnWaitFor(review.refresh());
+    const int row = rowOf(review.requestModel(), text);
+    QVERIFY(row >= 0);
+    QVERIFY(rowOf(review.requestModel(), u"Refund invoice 1042 to Lumen Bakery"_s) >= 0);
+    const QString id = roleOf(review.requestModel(), row, "requestId");
+    QVERIFY(!tarnWaitFor(notTheOwner.resume(id, u"approve"_s, {})));
+    QVERIFY(tarnWaitFor(review.resume(id, u"approve"_s, u"Paid from the petty cash"_s)));
+    QVERIFY(review.error().isEmpty());
+    QCOMPARE(rowOf(review.requestModel(), text), -1);
+    QVERIFY(!tarnWaitFor(review.resume(id, u"approve"_s, {})));
+    QCOMPARE(review.error(), u"That request is not waiting for a review."_s);
+
+    QTRY_COMPARE_WITH_TIMEOUT(
+        roleOf(asker.requestModel(), rowOf(asker.requestModel(), text), "statusLabel"), u"Done"_s, 10000);
 }
 
 QTEST_GUILESS_MAIN(TestPiloConversation)
