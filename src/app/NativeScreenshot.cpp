@@ -25,6 +25,7 @@ NativeScreenshot::Profile NativeScreenshot::profile(const QString &text)
     result.gallery = result.place == "gallery"_L1;
     result.search = result.place == "search"_L1;
     result.settings = result.place == "settings"_L1;
+    result.pilo = result.place == "agent"_L1;
     return result;
 }
 
@@ -72,8 +73,12 @@ void NativeScreenshot::settleCheck()
         = !m_root || (!m_root->busy() && m_root->phase() != Phase::Starting && m_root->phase() != Phase::SigningIn);
     if (!settled || m_capturing)
         return;
-    m_capturing = true;
     const bool signedIn = m_root && m_root->phase() == Phase::SignedIn;
+    if (signedIn && m_profile.pilo)
+        m_navigation.setPiloPanelOpen(true);
+    if (signedIn && m_ready && !m_ready())
+        return;
+    m_capturing = true;
     m_shot = &m_window;
     if (signedIn && m_profile.search)
         m_navigation.setSearchOpen(true);

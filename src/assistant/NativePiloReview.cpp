@@ -77,6 +77,17 @@ QCoro::Task<bool> NativePiloReview::resume(QString id, QString decision, QString
     co_return !failed;
 }
 
+void NativePiloReview::clear()
+{
+    ++m_generation;
+    m_model.setRows({});
+    setError({});
+    if (m_loaded) {
+        m_loaded = false;
+        Q_EMIT loadedChanged();
+    }
+}
+
 void NativePiloReview::reload()
 {
     setError({});

@@ -6,7 +6,6 @@
 #include <QObject>
 #include <QString>
 
-class QAbstractItemModel;
 class TarnAPI;
 
 // The owner's review of blocked work: everyone's blocked requests, each
@@ -16,7 +15,7 @@ class NativePiloReview : public QObject {
     Q_PROPERTY(bool loaded READ loaded NOTIFY loadedChanged)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
     Q_PROPERTY(bool busy READ busy NOTIFY busyChanged)
-    Q_PROPERTY(QAbstractItemModel *requests READ requestsModel CONSTANT)
+    Q_PROPERTY(NativeAgentRequestModel *requests READ requestsModel CONSTANT)
 
 public:
     explicit NativePiloReview(TarnAPI &api, QObject *parent = nullptr);
@@ -25,11 +24,14 @@ public:
     [[nodiscard]] QString error() const { return m_error; }
     [[nodiscard]] bool busy() const { return m_busy; }
     [[nodiscard]] NativeAgentRequestModel &requestModel() { return m_model; }
-    [[nodiscard]] QAbstractItemModel *requestsModel() { return &m_model; }
+    [[nodiscard]] NativeAgentRequestModel *requestsModel() { return &m_model; }
 
     QCoro::Task<> refresh();
     // Whether the service took the decision ("approve" or "decline").
     QCoro::Task<bool> resume(QString id, QString decision, QString reconciliation);
+
+    // Forgets the list when the person signs out.
+    void clear();
 
     Q_INVOKABLE void reload();
     Q_INVOKABLE void decide(const QString &id, bool approve, const QString &reconciliation);

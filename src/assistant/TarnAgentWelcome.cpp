@@ -21,10 +21,10 @@ QString greeting(const QString &name, int hour)
 const QList<Suggestion> &suggestions()
 {
     static const QList<Suggestion> all {
-        { u"Who is on the team?"_s, u"group"_s, u"Who is on the team?"_s },
+        { u"Who is on the team?"_s, u"person.2"_s, u"Who is on the team?"_s },
         { u"Connected services"_s, u"link"_s, u"Which Google services are connected?"_s },
-        { u"Where am I signed in?"_s, u"devices"_s, u"Where am I signed in?"_s },
-        { u"What can you do?"_s, u"help"_s, u"What can you do?"_s },
+        { u"Where am I signed in?"_s, u"person.2.crop.square.stack"_s, u"Where am I signed in?"_s },
+        { u"What can you do?"_s, u"questionmark.circle"_s, u"What can you do?"_s },
     };
     return all;
 }

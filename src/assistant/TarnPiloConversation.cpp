@@ -1,8 +1,8 @@
 #include "assistant/TarnPiloConversation.h"
 
 #include "assistant/TarnAgentCalls.h"
+#include "assistant/TarnAgentWelcome.h"
 #include "assistant/TarnPiloChat.h"
-#include "service/TarnAPIError.h"
 
 #include <QDateTime>
 #include <QPointer>
@@ -32,6 +32,17 @@ struct Failure {
     }
 };
 
+// Stores a changed value and announces it; false when nothing changed.
+template <typename T>
+bool assign(TarnPiloConversation *self, T &member, const T &value, void (TarnPiloConversation::*changed)())
+{
+    if (member == value)
+        return false;
+    member = value;
+    Q_EMIT(self->*changed)();
+    return true;
+}
+
 // Blocked work is still under way for its author: it resumes after a review.
 bool unfinished(const TarnAgentRequest &request)
 {
@@ -55,21 +66,28 @@ void TarnPiloConversation::setClock(std::function<QDateTime()> clock)
     showRows();
 }
 
+void TarnPiloConversation::clear()
+{
+    ++m_generation;
+    m_pending.reset();
+    m_conversation.reset();
+    setUncertain(false);
+    setError({});
+    showRows();
+    Q_EMIT canSendChanged();
+    updatePolling();
+}
+
 void TarnPiloConversation::setShowHistory(bool show)
 {
-    if (m_showHistory == show)
-        return;
-    m_showHistory = show;
-    Q_EMIT showHistoryChanged();
-    showRows();
+    if (assign(this, m_showHistory, show, &TarnPiloConversation::showHistoryChanged))
+        showRows();
 }
 
 void TarnPiloConversation::setActive(bool active)
 {
-    if (m_active == active)
+    if (!assign(this, m_active, active, &TarnPiloConversation::activeChanged))
         return;
-    m_active = active;
-    Q_EMIT activeChanged();
     if (active)
         refresh(true);
     updatePolling();
@@ -77,27 +95,19 @@ void TarnPiloConversation::setActive(bool active)
 
 void TarnPiloConversation::setError(const QString &error)
 {
-    if (m_error == error)
-        return;
-    m_error = error;
-    Q_EMIT errorChanged();
+    assign(this, m_error, error, &TarnPiloConversation::errorChanged);
 }
 
 void TarnPiloConversation::setSending(bool sending)
 {
-    if (m_sending == sending)
-        return;
-    m_sending = sending;
-    Q_EMIT sendingChanged();
-    Q_EMIT canSendChanged();
+    if (assign(this, m_sending, sending, &TarnPiloConversation::sendingChanged))
+        Q_EMIT canSendChanged();
 }
 
 void TarnPiloConversation::setUncertain(bool uncertain)
 {
-    if (m_uncertain == uncertain)
+    if (!assign(this, m_uncertain, uncertain, &TarnPiloConversation::uncertainSendChanged))
         return;
-    m_uncertain = uncertain;
-    Q_EMIT uncertainSendChanged();
     Q_EMIT canSendChanged();
     updatePolling();
 }
@@ -147,6 +157,16 @@ void TarnPiloConversation::showRows()
     Q_EMIT conversationChanged();
 }
 
+QCoro::Task<std::optional<TarnAPIError>> TarnPiloConversation::askPending(Pending pending)
+{
+    try {
+        co_await TarnAgentCalls::askAgent(m_api, pending.text, pending.page, pending.run, pending.key);
+    } catch (const TarnAPIError &error) {
+        co_return error;
+    }
+    co_return std::nullopt;
+}
+
 QCoro::Task<> TarnPiloConversation::refresh(bool resolveUncertain)
 {
     const QPointer<TarnPiloConversation> self(this);
@@ -155,14 +175,11 @@ QCoro::Task<> TarnPiloConversation::refresh(bool resolveUncertain)
         // The same key again: the service answers the request it stored
         // under it, or stores it now if the first send never arrived.
         const Pending pending = *m_pending;
-        std::optional<Failure> failure;
-        try {
-            co_await TarnAgentCalls::askAgent(m_api, pending.text, pending.page, pending.run, pending.key);
-        } catch (const TarnAPIError &error) {
-            failure = Failure::of(error);
-        }
+        Pending outgoing = pending;
+        const std::optional<TarnAPIError> error = co_await askPending(std::move(outgoing));
         if (!self)
             co_return;
+        const std::optional<Failure> failure = error ? std::optional(Failure::of(*error)) : std::nullopt;
         if (!failure && m_pending && m_pending->key == pending.key) {
             m_pending.reset();
             setUncertain(false);
@@ -199,14 +216,11 @@ QCoro::Task<bool> TarnPiloConversation::send(QString text, std::optional<QString
     m_pending = pending;
     setError({});
     setSending(true);
-    std::optional<Failure> failure;
-    try {
-        co_await TarnAgentCalls::askAgent(m_api, pending.text, pending.page, pending.run, pending.key);
-    } catch (const TarnAPIError &error) {
-        failure = Failure::of(error);
-    }
+    Pending outgoing = pending;
+    const std::optional<TarnAPIError> error = co_await askPending(std::move(outgoing));
     if (!self)
         co_return false;
+    const std::optional<Failure> failure = error ? std::optional(Failure::of(*error)) : std::nullopt;
     if (failure) {
         // Uncertain before sending ends, so sending never opens in between.
         if (failure->unknownOutcome())
@@ -222,6 +236,21 @@ QCoro::Task<bool> TarnPiloConversation::send(QString text, std::optional<QString
     Q_EMIT sent();
     co_await refresh(false);
     co_return true;
+}
+
+QVariantList TarnPiloConversation::suggestions()
+{
+    QVariantList out;
+    for (const TarnAgentWelcome::Suggestion &suggestion : TarnAgentWelcome::suggestions()) {
+        out.append(QVariantMap {
+            { u"label"_s, suggestion.label }, { u"symbol"_s, suggestion.symbol }, { u"prompt"_s, suggestion.prompt } });
+    }
+    return out;
+}
+
+QString TarnPiloConversation::greeting(const QString &name) const
+{
+    return TarnAgentWelcome::greeting(name, m_clock().time().hour());
 }
 
 void TarnPiloConversation::reload()

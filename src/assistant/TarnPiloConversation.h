@@ -3,16 +3,17 @@
 #include "assistant/NativeAgentRequestModel.h"
 #include "assistant/TarnAgentConversation.h"
 #include "assistant/TarnPiloRun.h"
+#include "service/TarnAPIError.h"
 
 #include <QCoroTask>
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <QVariantList>
 
 #include <functional>
 #include <optional>
 
-class QAbstractItemModel;
 class TarnAPI;
 
 // The assistant panel's state: the person's conversation with the agent,
@@ -35,7 +36,9 @@ class TarnPiloConversation : public QObject {
     // Set while someone looks at the conversation: it is polled then, as
     // long as a request is unfinished.
     Q_PROPERTY(bool active READ active WRITE setActive NOTIFY activeChanged)
-    Q_PROPERTY(QAbstractItemModel *requests READ requestsModel CONSTANT)
+    Q_PROPERTY(NativeAgentRequestModel *requests READ requestsModel CONSTANT)
+    // The empty panel's starter prompts: maps of label, symbol and prompt.
+    Q_PROPERTY(QVariantList suggestions READ suggestions CONSTANT)
 
 public:
     // How often an unfinished conversation is looked at again.
@@ -59,7 +62,7 @@ public:
     [[nodiscard]] bool active() const { return m_active; }
     void setActive(bool active);
     [[nodiscard]] NativeAgentRequestModel &requestModel() { return m_model; }
-    [[nodiscard]] QAbstractItemModel *requestsModel() { return &m_model; }
+    [[nodiscard]] NativeAgentRequestModel *requestsModel() { return &m_model; }
 
     // Reloads the conversation; with resolveUncertain, settles an unsettled
     // send first.
@@ -67,11 +70,18 @@ public:
     // Whether the service accepted the request.
     QCoro::Task<bool> send(QString text, std::optional<QString> page, TarnPiloRun run);
 
+    [[nodiscard]] static QVariantList suggestions();
+    // The empty panel's greeting, at the local clock's hour.
+    [[nodiscard]] Q_INVOKABLE QString greeting(const QString &name) const;
+
     // For QML: the same, without waiting.
     Q_INVOKABLE void reload();
     Q_INVOKABLE void ask(const QString &text, const QString &page, bool process);
     Q_INVOKABLE void rename(const QString &id, const QString &title);
     Q_INVOKABLE void remove(const QString &id);
+
+    // Forgets everything of the person who signed out.
+    void clear();
 
     // The clock the history cut-off reads; tests fix it.
     void setClock(std::function<QDateTime()> clock);
@@ -94,6 +104,8 @@ private:
         std::optional<QString> page;
         TarnPiloRun run;
     };
+    // Sends a pending request under its key; the error, if it failed.
+    QCoro::Task<std::optional<TarnAPIError>> askPending(Pending pending);
     QCoro::Task<> change(std::function<QCoro::Task<>()> call);
     void setError(const QString &error);
     void setSending(bool sending);
