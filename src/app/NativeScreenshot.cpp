@@ -42,6 +42,8 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "inbox"_L1, TarnScreen::calls, "Inbox"_L1 },
         { "assistant"_L1, TarnScreen::agent, "New chat"_L1 },
         { "calendar"_L1, TarnScreen::schedule, "Calendar"_L1 },
+        { "agent-history"_L1, TarnScreen::agent, "History"_L1 },
+        { "agent-review"_L1, TarnScreen::agent, "Blocked work"_L1 },
     };
     for (const Alias &alias : aliases) {
         if (name == alias.name)

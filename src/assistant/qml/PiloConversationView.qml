@@ -264,6 +264,9 @@ ColumnLayout {
 
     Connections {
         target: view.conversation
-        function onSent() { view.draftEdited("") }
+        function onSent() {
+            composer.clear()
+            view.draftEdited("")
+        }
     }
 }
