@@ -141,19 +141,15 @@ void TestPiloConversation::uncertainSendIsSettled()
     QVERIFY(conversation->error().isEmpty());
     QCOMPARE(storedCount(*owner.api, text), 1);
     QVERIFY(rowOf(conversation->requestModel(), text) >= 0);
-    tarnWaitFor(conversation->refresh(true));
-    QCOMPARE(storedCount(*owner.api, text), 1);
 }
 
 void TestPiloConversation::pollsARequestToItsReply()
 {
     NativeAgentRequestModel &model = conversation->requestModel();
     QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
-    QSignalSpy sent(conversation.get(), &TarnPiloConversation::sent);
     conversation->setActive(true);
     const QString text = u"Who is on the team, please?"_s;
     QVERIFY(tarnWaitFor(conversation->send(text, u"home"_s, TarnPiloRun::fast)));
-    QCOMPARE(sent.size(), 1);
     const int row = rowOf(model, text);
     QVERIFY(row >= 0);
     QCOMPARE(roleOf(model, row, "page"), u"home"_s);

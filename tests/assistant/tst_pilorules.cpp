@@ -47,12 +47,10 @@ void TestPiloRules::greeting_data()
         { u"Ada Lindqvist"_s, 12, u"Good afternoon, Ada"_s },
         { u"Ada Lindqvist"_s, 16, u"Good afternoon, Ada"_s },
         { u"Ada Lindqvist"_s, 17, u"Good evening, Ada"_s },
-        { u"Ada Lindqvist"_s, 0, u"Good morning, Ada"_s },
         { u"A B"_s, 9, u"Good morning, AB"_s },
         { u"J Smith"_s, 10, u"Good morning, J"_s },
         { u"  Ada   Lindqvist "_s, 23, u"Good evening, Ada"_s },
         { u""_s, 20, u"Good evening"_s },
-        { u"   "_s, 8, u"Good morning"_s },
     };
     for (const GreetingRow &row : rows)
         QTest::addRow("%s at %d", qPrintable(row.name), row.hour) << row;
@@ -71,7 +69,6 @@ void TestPiloRules::noise_data()
     const NoiseRow rows[] = {
         { u"tarn bridge check"_s, std::nullopt, true },
         { u"Tarn Bridge CHECK 2026-11-24"_s, std::nullopt, true },
-        { u"  tarn bridge check"_s, u"web"_s, true },
         { u"please run the tarn bridge check"_s, std::nullopt, false },
         { u" PING "_s, std::nullopt, true },
         { u"ping the team about lunch"_s, std::nullopt, false },
