@@ -111,13 +111,30 @@ ColumnLayout {
         required property string statusLabel
         required property string reply
 
+        property bool renaming: false
+
         signal removeRequested()
+        signal renameRequested(string title)
 
         spacing: Theme.spacing.xs
         Layout.fillWidth: true
 
+        TextField {
+            visible: request.renaming
+            text: request.title.length > 0 ? request.title : request.content
+            font.pixelSize: Theme.type.callout
+            Accessible.name: qsTr("Name of this request")
+            Layout.fillWidth: true
+            onVisibleChanged: if (visible) { forceActiveFocus(); selectAll() }
+            onAccepted: {
+                request.renaming = false
+                if (text.trim().length > 0)
+                    request.renameRequested(text.trim())
+            }
+            Keys.onEscapePressed: request.renaming = false
+        }
         Text {
-            visible: request.title.length > 0
+            visible: request.title.length > 0 && !request.renaming
             text: request.title
             font.pixelSize: Theme.type.caption
             font.weight: Font.DemiBold
@@ -154,6 +171,12 @@ ColumnLayout {
                 font.pixelSize: Theme.type.footnote
                 color: Theme.colours.secondaryText
                 Layout.fillWidth: true
+            }
+            IconButton {
+                symbol: "square.and.pencil"
+                iconSize: 16
+                text: qsTr("Rename this request")
+                onClicked: request.renaming = true
             }
             IconButton {
                 symbol: "xmark"
@@ -199,6 +222,7 @@ ColumnLayout {
                 model: view.conversation.requests
                 onItemAdded: (index, item) => {
                     item.removeRequested.connect(() => view.conversation.remove(item.requestId))
+                    item.renameRequested.connect(title => view.conversation.rename(item.requestId, title))
                     // The newest request is at the end: keep it in sight.
                     Qt.callLater(() => scroller.contentY = Math.max(0, scroller.contentHeight - scroller.height))
                 }
