@@ -27,8 +27,8 @@ std::optional<WorkspaceOptions> WorkspaceOptions::parse(const QStringList &argum
         const QString &arg = arguments.at(i);
         const QStringList counts
             = { u"--code-ttl"_s, u"--idle-timeout-ms"_s, u"--request-timeout-ms"_s, u"--max-connections"_s };
-        const bool takesValue
-            = arg == "--data"_L1 || arg == "--port"_L1 || arg == "--auto-sign-in"_L1 || counts.contains(arg);
+        const bool takesValue = arg == "--data"_L1 || arg == "--port"_L1 || arg == "--auto-sign-in"_L1
+            || arg == "--agent"_L1 || counts.contains(arg);
         if (arg == "--test-faults"_L1) {
             options.testFaults = true;
             continue;
@@ -57,6 +57,11 @@ std::optional<WorkspaceOptions> WorkspaceOptions::parse(const QStringList &argum
             if (value.isEmpty())
                 return fail(u"--auto-sign-in needs an email address or \"owner\""_s);
             options.autoSignIn = value;
+        } else if (arg == "--agent"_L1) {
+            const QStringList modes = { u"online"_s, u"offline"_s, u"off"_s };
+            if (!modes.contains(value))
+                return fail(u"--agent needs online, offline or off"_s);
+            options.agent = static_cast<Agent>(modes.indexOf(value));
         } else {
             bool ok = false;
             const int count = value.toInt(&ok);

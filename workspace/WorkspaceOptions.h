@@ -21,6 +21,9 @@ struct WorkspaceOptions {
     int idleTimeoutMs = WorkspaceLimits::idleTimeoutMs;
     int requestTimeoutMs = WorkspaceLimits::requestTimeoutMs;
     int maxConnections = 0;
+    // The assistant's agent: set up and connected, set up but away, or not set up.
+    enum class Agent { Online, Offline, Off };
+    Agent agent = Agent::Online;
     // Exit when standard input reaches its end (test harnesses keep it open).
     bool stopWithStdin = false;
 

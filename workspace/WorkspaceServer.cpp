@@ -6,6 +6,7 @@
 #include "workspace/WorkspaceResponder.h"
 #include "workspace/WorkspaceSeed.h"
 #include "workspace/WorkspaceTokens.h"
+#include "workspace/routes/AgentRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
@@ -120,6 +121,7 @@ bool WorkspaceServer::start(QString *error)
     SessionRoutes::add(*this);
     TeamRoutes::add(*this);
     GoogleRoutes::add(*this);
+    AgentRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;
@@ -139,6 +141,12 @@ bool WorkspaceServer::handleRequest(const QHttpServerRequest &httpRequest, QTcpS
     }
     if (!hit) {
         dispatch(request, std::move(responder));
+        return true;
+    }
+    if (hit->cut) {
+        // The answer is only queued on the socket yet: aborting drops it unsent.
+        dispatch(request, std::move(responder));
+        socket->abort();
         return true;
     }
 

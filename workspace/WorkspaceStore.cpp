@@ -70,6 +70,12 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS google_connections ("
     " person_id TEXT NOT NULL REFERENCES people(id), service TEXT NOT NULL,"
     " connected_at INTEGER NOT NULL, PRIMARY KEY (person_id, service))",
+    // The assistant's requests; WorkspaceAgent reads and writes them.
+    "CREATE TABLE IF NOT EXISTS agent_requests ("
+    " id TEXT PRIMARY KEY, person_id TEXT NOT NULL REFERENCES people(id), request_key TEXT,"
+    " content TEXT NOT NULL, status TEXT NOT NULL, reply TEXT, created_at INTEGER NOT NULL,"
+    " origin TEXT, page TEXT, title TEXT, run TEXT NOT NULL, changed_at INTEGER NOT NULL,"
+    " decision TEXT, reconciliation TEXT, decided_by TEXT, UNIQUE (person_id, request_key))",
 };
 
 WorkspacePerson personFrom(const QSqlQuery &q)

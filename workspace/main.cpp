@@ -64,7 +64,8 @@ int main(int argc, char *argv[])
     const std::optional<WorkspaceOptions> options = WorkspaceOptions::parse(app.arguments().mid(1), &error);
     if (!options) {
         err << "tarn-workspace: " << error << "\n"
-            << "usage: tarn-workspace [--data DIR] [--port N] [--auto-sign-in EMAIL|owner] [--test-faults]\n";
+            << "usage: tarn-workspace [--data DIR] [--port N] [--auto-sign-in EMAIL|owner] [--agent "
+               "online|offline|off] [--test-faults]\n";
         return 2;
     }
 

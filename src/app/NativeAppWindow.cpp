@@ -11,6 +11,7 @@
 Q_IMPORT_QML_PLUGIN(PiloTarnPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_ShellPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_AssistantPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -22,11 +23,20 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_search(m_navigation)
     , m_root(m_api, m_auth, m_navigation)
     , m_theme(preferences)
+    , m_pilo(m_api)
+    , m_piloReview(m_api)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
     followAppearance();
     QObject::connect(&m_settings, &NativeSettingsState::appearanceChanged, &m_theme, followAppearance);
+    // One person's conversation and review never show to the next.
+    QObject::connect(&m_root, &NativeRootState::changed, &m_pilo, [this] {
+        if (m_root.phase() != NativeRootState::Phase::SignedIn) {
+            m_pilo.clear();
+            m_piloReview.clear();
+        }
+    });
     NativeTheme::loadFonts();
     m_theme.attach(m_engine);
 
@@ -38,6 +48,8 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"navigation"_s, QVariant::fromValue(&m_navigation) },
         { u"settings"_s, QVariant::fromValue(&m_settings) },
         { u"search"_s, QVariant::fromValue(&m_search) },
+        { u"pilo"_s, QVariant::fromValue(&m_pilo) },
+        { u"piloReview"_s, QVariant::fromValue(&m_piloReview) },
         { u"gallery"_s, content == Content::Gallery },
     });
     m_engine.load(QUrl(u"qrc:/PiloTarn/qml/Main.qml"_s));

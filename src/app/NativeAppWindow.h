@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/NativeRootState.h"
+#include "assistant/NativePiloReview.h"
+#include "assistant/TarnPiloConversation.h"
 #include "auth/NativeAuth.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
@@ -40,6 +42,7 @@ public:
     [[nodiscard]] NativeCommandSearch &search() { return m_search; }
     [[nodiscard]] NativeRootState &root() { return m_root; }
     [[nodiscard]] NativeTheme &theme() { return m_theme; }
+    [[nodiscard]] TarnPiloConversation &pilo() { return m_pilo; }
 
 private:
     TarnAPI m_api;
@@ -49,6 +52,8 @@ private:
     NativeCommandSearch m_search;
     NativeRootState m_root;
     NativeTheme m_theme;
+    TarnPiloConversation m_pilo;
+    NativePiloReview m_piloReview;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -25,6 +25,7 @@ NativeScreenshot::Profile NativeScreenshot::profile(const QString &text)
     result.gallery = result.place == "gallery"_L1;
     result.search = result.place == "search"_L1;
     result.settings = result.place == "settings"_L1;
+    result.pilo = result.place == "agent"_L1;
     return result;
 }
 
@@ -41,6 +42,8 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "inbox"_L1, TarnScreen::calls, "Inbox"_L1 },
         { "assistant"_L1, TarnScreen::agent, "New chat"_L1 },
         { "calendar"_L1, TarnScreen::schedule, "Calendar"_L1 },
+        { "agent-history"_L1, TarnScreen::agent, "History"_L1 },
+        { "agent-review"_L1, TarnScreen::agent, "Blocked work"_L1 },
     };
     for (const Alias &alias : aliases) {
         if (name == alias.name)
@@ -72,8 +75,12 @@ void NativeScreenshot::settleCheck()
         = !m_root || (!m_root->busy() && m_root->phase() != Phase::Starting && m_root->phase() != Phase::SigningIn);
     if (!settled || m_capturing)
         return;
-    m_capturing = true;
     const bool signedIn = m_root && m_root->phase() == Phase::SignedIn;
+    if (signedIn && m_profile.pilo)
+        m_navigation.setPiloPanelOpen(true);
+    if (signedIn && m_ready && !m_ready())
+        return;
+    m_capturing = true;
     m_shot = &m_window;
     if (signedIn && m_profile.search)
         m_navigation.setSearchOpen(true);

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
 #include <optional>
 
 class NativeRootState;
@@ -32,6 +33,8 @@ public:
         bool gallery = false;
         bool search = false;
         bool settings = false;
+        // The agent screen with the assistant panel open beside it.
+        bool pilo = false;
         // Dark or light for the run; none follows the person's choice.
         std::optional<bool> dark;
     };
@@ -47,6 +50,11 @@ public:
     NativeScreenshot(QQuickWindow &window, NativeRootState *root, TarnNavigation &navigation, Profile profile,
         QString file, QObject *parent = nullptr);
 
+    // A shown screen's first load: the shot waits until this holds, looked
+    // at again whenever recheck() is called.
+    void setReady(std::function<bool()> ready) { m_ready = std::move(ready); }
+    void recheck() { settleCheck(); }
+
 private:
     static constexpr std::chrono::milliseconds settleTime { 300 };
 
@@ -57,6 +65,7 @@ private:
     NativeRootState *m_root;
     TarnNavigation &m_navigation;
     Profile m_profile;
+    std::function<bool()> m_ready;
     // The window taken: the settings window for "settings", else the main one.
     QQuickWindow *m_shot = nullptr;
     QString m_file;

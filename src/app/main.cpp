@@ -91,9 +91,16 @@ int main(int argc, char **argv)
     }
     window->show();
     std::unique_ptr<NativeScreenshot> capture;
-    if (capturing)
+    if (capturing) {
         capture = std::make_unique<NativeScreenshot>(
             *window, profile.gallery ? nullptr : &root, app.navigation(), profile, parser.value(screenshot));
+        if (profile.pilo) {
+            TarnPiloConversation &pilo = app.pilo();
+            capture->setReady([&pilo] { return pilo.loaded(); });
+            QObject::connect(
+                &pilo, &TarnPiloConversation::conversationChanged, capture.get(), [&capture] { capture->recheck(); });
+        }
+    }
 
     QObject::connect(&instance, &NativeSingleInstance::activated, &root, [&](const QUrl &url) {
         if (!url.isEmpty())

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import PiloTarn
 import PiloTarn.Shell
 import PiloTarn.Design
+import PiloTarn.Assistant
 
 ApplicationWindow {
     id: window
@@ -11,6 +12,8 @@ ApplicationWindow {
     required property TarnNavigation navigation
     required property NativeSettingsState settings
     required property NativeCommandSearch search
+    required property TarnPiloConversation pilo
+    required property NativePiloReview piloReview
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -57,6 +60,8 @@ ApplicationWindow {
         navigation: window.navigation
         settings: window.settings
         search: window.search
+        pilo: window.pilo
+        piloReview: window.piloReview
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

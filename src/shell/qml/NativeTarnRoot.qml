@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import PiloTarn.Shell
 import PiloTarn.Design
+import PiloTarn.Assistant
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -11,12 +12,30 @@ Item {
     required property TarnNavigation navigation
     required property NativeSettingsState settings
     required property NativeCommandSearch search
+    required property TarnPiloConversation pilo
+    required property NativePiloReview piloReview
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
     property bool signingOut: false
 
     signal signOutRequested()
+
+    readonly property bool onPiloHistory: navigation.destination.screenName === "agent"
+                                          && navigation.destination.resolvedSection === "History"
+
+    // The conversation is loaded and polled only while someone looks at it;
+    // the agent screen's History shows every request.
+    Binding {
+        target: shell.pilo
+        property: "active"
+        value: shell.visible && (shell.navigation.piloPanelOpen || shell.onPiloHistory)
+    }
+    Binding {
+        target: shell.pilo
+        property: "showHistory"
+        value: shell.navigation.piloShowHistory || shell.onPiloHistory
+    }
 
     RowLayout {
         anchors.fill: parent
@@ -42,8 +61,32 @@ Item {
         NativeTarnScreen {
             objectName: "screen"
             navigation: shell.navigation
+            pilo: shell.pilo
+            piloReview: shell.piloReview
+            personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true
+        }
+
+        Rectangle {
+            visible: shell.navigation.piloPanelOpen
+            implicitWidth: 1
+            color: Theme.colours.separator
+            Layout.fillHeight: true
+        }
+
+        PiloPanel {
+            objectName: "piloPanel"
+            visible: shell.navigation.piloPanelOpen
+            conversation: shell.pilo
+            page: shell.navigation.piloPage
+            draft: shell.navigation.pendingAgentDraft
+            personName: shell.personName
+            Layout.preferredWidth: 380
+            Layout.fillHeight: true
+            onDraftEdited: text => shell.navigation.pendingAgentDraft = text
+            onShowHistoryRequested: shell.navigation.piloShowHistory = true
+            onCloseRequested: shell.navigation.piloPanelOpen = false
         }
     }
 
@@ -68,6 +111,11 @@ Item {
         sequence: "Ctrl+,"
         enabled: shell.visible
         onActivated: shell.navigation.appearanceOpen = true
+    }
+    Shortcut {
+        sequence: "Ctrl+J"
+        enabled: shell.visible
+        onActivated: shell.navigation.piloPanelOpen = !shell.navigation.piloPanelOpen
     }
     Shortcut {
         sequence: "Ctrl+\\"

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import PiloTarn.Shell
 import PiloTarn.Design
+import PiloTarn.Assistant
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board; the screens of the other sections are not part of
@@ -11,8 +12,13 @@ Pane {
     id: screen
 
     required property TarnNavigation navigation
-    readonly property bool onBoard: navigation.destination.screenName === "agent"
-                                    && navigation.destination.resolvedSection === "New chat"
+    required property TarnPiloConversation pilo
+    required property NativePiloReview piloReview
+    property string personName
+    readonly property bool onAgent: navigation.destination.screenName === "agent"
+    readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
+    readonly property bool onHistory: onAgent && navigation.destination.resolvedSection === "History"
+    readonly property bool onReview: onAgent && navigation.destination.resolvedSection === "Blocked work"
 
     padding: 0
     background: null
@@ -74,15 +80,53 @@ Pane {
         WorkBoard {
             visible: screen.onBoard
             navigation: screen.navigation
+            pilo: screen.pilo
             Layout.fillWidth: true
             Layout.fillHeight: true
         }
 
+        PiloConversationView {
+            objectName: "piloHistory"
+            visible: screen.onHistory
+            conversation: screen.pilo
+            page: screen.navigation.piloPage
+            draft: screen.navigation.pendingAgentDraft
+            personName: screen.personName
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.leftMargin: Theme.spacing.xl
+            Layout.rightMargin: Theme.spacing.xl
+            Layout.bottomMargin: Theme.spacing.l
+            onDraftEdited: text => screen.navigation.pendingAgentDraft = text
+            onShowHistoryRequested: screen.navigation.piloShowHistory = true
+        }
+
+        BlockedWorkList {
+            visible: screen.onReview
+            review: screen.piloReview
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.leftMargin: Theme.spacing.xl
+            Layout.rightMargin: Theme.spacing.xl
+            Layout.bottomMargin: Theme.spacing.l
+        }
+
         EmptyScreen {
-            visible: !screen.onBoard
+            visible: !screen.onBoard && !screen.onHistory && !screen.onReview
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true
         }
+    }
+
+    IconButton {
+        objectName: "piloToggle"
+        anchors.top: parent.top
+        anchors.right: parent.right
+        anchors.margins: Theme.spacing.l
+        symbol: "sparkles"
+        lit: screen.navigation.piloPanelOpen
+        text: screen.navigation.piloPanelOpen ? qsTr("Close Pilo (Ctrl+J)") : qsTr("Ask Pilo (Ctrl+J)")
+        onClicked: screen.navigation.piloPanelOpen = !screen.navigation.piloPanelOpen
     }
 }

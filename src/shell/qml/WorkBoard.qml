@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import PiloTarn.Shell
 import PiloTarn.Design
+import PiloTarn.Assistant
 
 // The home page's work board: a tile per kind of work the person may do,
 // each with suggestions for Pilo. A suggestion goes to Pilo's composer; a
@@ -11,8 +12,11 @@ ScrollView {
     id: board
 
     required property TarnNavigation navigation
+    required property TarnPiloConversation pilo
 
     contentWidth: availableWidth
+    // Whether sending is open shows beside the draft, so it is loaded here.
+    onVisibleChanged: if (visible) pilo.reload()
     clip: true
 
     // A delegate sees only its own roles, so tiles and their suggestions
@@ -144,15 +148,38 @@ ScrollView {
             onTextChanged: if (text !== board.navigation.pendingAgentDraft) board.navigation.pendingAgentDraft = text
         }
 
-        Text {
-            text: qsTr("Sending to Pilo arrives in a later version of Pilo Tarn; your draft is kept until then.")
-            visible: board.navigation.pendingAgentDraft.length > 0
-            wrapMode: Text.Wrap
-            font.pixelSize: Theme.type.footnote
-            color: Theme.colours.secondaryText
+        // Sends the draft and opens the panel, where its progress shows.
+        RowLayout {
+            spacing: Theme.spacing.s
             Layout.fillWidth: true
             Layout.leftMargin: 24
             Layout.rightMargin: 24
+
+            Text {
+                text: board.pilo.loaded && !board.pilo.online
+                      ? qsTr("Pilo isn't connected to Tarn yet. You can read past replies here; sending opens once it's connected.")
+                      : ""
+                wrapMode: Text.Wrap
+                font.pixelSize: Theme.type.footnote
+                color: Theme.colours.secondaryText
+                Layout.fillWidth: true
+            }
+            ActionButton {
+                objectName: "boardSend"
+                kind: ActionButton.Primary
+                symbol: "paperplane"
+                text: qsTr("Ask Pilo")
+                enabled: board.pilo.canSend && board.navigation.pendingAgentDraft.trim().length > 0
+                onClicked: {
+                    board.pilo.ask(board.navigation.pendingAgentDraft, board.navigation.piloPage, false)
+                    board.navigation.piloPanelOpen = true
+                }
+            }
+        }
+
+        Connections {
+            target: board.pilo
+            function onSent() { board.navigation.pendingAgentDraft = "" }
         }
 
         GridLayout {
