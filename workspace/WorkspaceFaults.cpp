@@ -55,8 +55,9 @@ std::optional<WorkspaceFaults::Fault> WorkspaceFaults::fromJSON(const QJsonObjec
     fault.status = *status;
     fault.delayMs = *delay;
     fault.times = *times;
-    if (fault.status == 0 && fault.delayMs == 0)
-        return fail(u"A fault needs a status, or a delay to slow the real answer."_s);
+    fault.cut = json.value(u"cut"_s).toBool();
+    if (fault.status == 0 && fault.delayMs == 0 && !fault.cut)
+        return fail(u"A fault needs a status, a delay to slow the real answer, or a cut."_s);
     if (fault.status != 0 && !WorkspaceResponder::canWrite(fault.status))
         return fail(u"Status %1 cannot be sent."_s.arg(fault.status));
 
@@ -80,7 +81,7 @@ std::optional<WorkspaceFaults::Hit> WorkspaceFaults::take(QByteArrayView method,
         Fault &fault = m_faults[i];
         if (fault.method != method || decoded(fault.path) != wanted)
             continue;
-        Hit hit { fault.delayMs, std::nullopt };
+        Hit hit { fault.delayMs, std::nullopt, fault.cut };
         if (fault.status != 0) {
             WorkspaceReply reply { fault.status, fault.contentType, fault.body, {} };
             if (fault.location)

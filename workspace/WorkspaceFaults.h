@@ -27,6 +27,9 @@ public:
         int delayMs = 0;
         // Requests left to catch; 0 catches until cleared.
         int times = 1;
+        // Run the request, then close the connection before the answer: a
+        // change the client cannot know was made.
+        bool cut = false;
     };
 
     // What to do with a request that a fault caught.
@@ -34,6 +37,7 @@ public:
         int delayMs = 0;
         // Nothing: answer normally after the delay.
         std::optional<WorkspaceReply> reply;
+        bool cut = false;
     };
 
     // Reads a fault as POST /api/test/faults sends it; on a bad one returns

@@ -6,6 +6,7 @@
 #include "workspace/WorkspaceResponder.h"
 #include "workspace/WorkspaceSeed.h"
 #include "workspace/WorkspaceTokens.h"
+#include "workspace/routes/ChatRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
@@ -120,6 +121,8 @@ bool WorkspaceServer::start(QString *error)
     SessionRoutes::add(*this);
     TeamRoutes::add(*this);
     GoogleRoutes::add(*this);
+    if (!ChatRoutes::add(*this, error))
+        return false;
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;
@@ -139,6 +142,14 @@ bool WorkspaceServer::handleRequest(const QHttpServerRequest &httpRequest, QTcpS
     }
     if (!hit) {
         dispatch(request, std::move(responder));
+        return true;
+    }
+    if (hit->cut) {
+        // The answer is still in the socket's buffer: aborting drops it unsent.
+        const QPointer<QTcpSocket> connection(socket);
+        dispatch(request, std::move(responder));
+        if (connection)
+            connection->abort();
         return true;
     }
 

@@ -71,6 +71,9 @@ public:
     [[nodiscard]] bool connectGoogle(const QString &state, const QString &service);
     [[nodiscard]] QStringList googleConnections(const QString &personId) const;
 
+    // The database connection, for feature stores that keep their own tables in it.
+    [[nodiscard]] const QString &connectionName() const { return m_connection; }
+
 private:
     [[nodiscard]] QSqlQuery prepare(const QString &sql) const;
     bool exec(QSqlQuery &query) const;

@@ -131,8 +131,7 @@ QCoro::Task<TarnGifSearch> gifs(TarnAPI &api, const QString &query)
 
 QCoro::Task<QByteArray> gifData(TarnAPI &api, const QString &id, bool preview)
 {
-    return api.downloadFile(
-        TarnPath(u"/api/gifs"_s).id(id).segment(preview ? "preview"_L1 : "file"_L1), maxFileBytes);
+    return api.downloadFile(TarnPath(u"/api/gifs"_s).id(id).segment(preview ? "preview"_L1 : "file"_L1), maxFileBytes);
 }
 
 } // namespace TarnChatCalls

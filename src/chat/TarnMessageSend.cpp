@@ -10,8 +10,8 @@ QJsonObject TarnMessageSend::toJSON() const
     if (!attachments.isEmpty()) {
         QJsonArray files;
         for (const ChatDraftFile &file : attachments)
-            files.append(QJsonObject {
-                { u"name"_s, file.name }, { u"data"_s, QString::fromLatin1(file.data.toBase64()) } });
+            files.append(
+                QJsonObject { { u"name"_s, file.name }, { u"data"_s, QString::fromLatin1(file.data.toBase64()) } });
         json.insert(u"attachments"_s, files);
     }
     if (parent_id)

@@ -9,5 +9,8 @@ struct TarnReactionChange {
     QString emoji;
     bool active = false;
 
-    [[nodiscard]] QJsonObject toJSON() const { return { { QStringLiteral("emoji"), emoji }, { QStringLiteral("active"), active } }; }
+    [[nodiscard]] QJsonObject toJSON() const
+    {
+        return { { QStringLiteral("emoji"), emoji }, { QStringLiteral("active"), active } };
+    }
 };
