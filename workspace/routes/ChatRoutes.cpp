@@ -169,9 +169,9 @@ bool add(WorkspaceServer &server, QString *error)
     const auto change = [chat](const WorkspaceRequest &request, bool deleting) {
         const std::optional<QJsonObject> body = request.jsonBody();
         if (!body || !body->value("version"_L1).isDouble() || (!deleting && !body->value("body"_L1).isString()))
-            return WorkspaceReply::error(400, u"A change needs the message's \"version\" (and an edit its \"body\")."_s);
-        const std::optional<QString> text
-            = deleting ? std::nullopt : std::optional(body->value("body"_L1).toString());
+            return WorkspaceReply::error(
+                400, u"A change needs the message's \"version\" (and an edit its \"body\")."_s);
+        const std::optional<QString> text = deleting ? std::nullopt : std::optional(body->value("body"_L1).toString());
         return answer(chat->edit(me(request), request.arguments().at(0), request.arguments().at(1), text,
             body->value("version"_L1).toInteger()));
     };
@@ -180,8 +180,8 @@ bool add(WorkspaceServer &server, QString *error)
     router.add("DELETE", u"/api/rooms/:room/messages/:id"_s, Access::Session,
         [change](const WorkspaceRequest &request) { return change(request, true); });
 
-    router.add("POST", u"/api/rooms/:room/messages/:id/reactions"_s, Access::Session,
-        [chat](const WorkspaceRequest &request) {
+    router.add(
+        "POST", u"/api/rooms/:room/messages/:id/reactions"_s, Access::Session, [chat](const WorkspaceRequest &request) {
             const std::optional<QJsonObject> body = request.jsonBody();
             if (!body || !body->value("emoji"_L1).isString() || !body->value("active"_L1).isBool())
                 return WorkspaceReply::error(400, u"A reaction needs \"emoji\" and \"active\"."_s);

@@ -26,7 +26,8 @@ const QList<Channel> &channels()
             { u"Morning all! Coffee machine on the second floor is fixed."_s,
                 u"Reminder: the office closes early on Friday for the inventory count."_s,
                 u"Who took the good stapler? 😅"_s, u"Welcome Ada, glad to have you on the docs work!"_s,
-                u"The new price list is live on the website."_s, u"Lunch order goes out at 11:45, add yourself to the sheet."_s,
+                u"The new price list is live on the website."_s,
+                u"Lunch order goes out at 11:45, add yourself to the sheet."_s,
                 u"Heads-up: the card terminal update runs tonight at 22:00."_s,
                 u"Thanks everyone for the quick turnaround on the Lindqvist order."_s,
                 u"Parking spots 4 and 5 are reserved for the delivery van tomorrow."_s,
@@ -37,21 +38,22 @@ const QList<Channel> &channels()
                 u"Call with Brightside went well, they want samples."_s,
                 u"Pipeline review at 3 pm, bring your top five."_s, u"Closed the Ostergaard deal 🎉"_s,
                 u"Updated the proposal template with the new terms."_s,
-                u"The trade fair booth is confirmed for March."_s, u"Follow-up sent, waiting on their procurement."_s } },
+                u"The trade fair booth is confirmed for March."_s,
+                u"Follow-up sent, waiting on their procurement."_s } },
         { u"support"_s, false, { u"p-maren"_s, u"p-jonah"_s, u"p-tomas"_s },
             { u"Ticket from Harbour Café: the receipt printer drops the logo."_s,
                 u"Replied to the three refund requests from the weekend."_s,
                 u"Known issue: delivery notes show the old address; fix is queued."_s,
-                u"Customer called about order #5531 — it shipped yesterday."_s,
-                u"Inbox is at zero 🙌"_s, u"Can I get a second pair of eyes on a tricky chargeback?"_s } },
+                u"Customer called about order #5531 — it shipped yesterday."_s, u"Inbox is at zero 🙌"_s,
+                u"Can I get a second pair of eyes on a tricky chargeback?"_s } },
         { u"design"_s, false, { u"p-maren"_s, u"p-sam"_s, u"p-priya"_s },
             { u"New shop banner drafts are up, feedback welcome."_s,
                 u"I prefer the second palette, warmer and easier to read."_s,
-                u"Photographer booked for Tuesday's product shoot."_s,
-                u"Exported the icons at 1x and 2x."_s, u"Let's keep the serif only for headings."_s } },
+                u"Photographer booked for Tuesday's product shoot."_s, u"Exported the icons at 1x and 2x."_s,
+                u"Let's keep the serif only for headings."_s } },
         { u"leadership"_s, true, { u"p-maren"_s, u"p-tomas"_s },
-            { u"Budget draft for next quarter is ready for review."_s,
-                u"Let's talk hiring plans on Thursday."_s, u"Rent renewal terms came in, slightly better than expected."_s } },
+            { u"Budget draft for next quarter is ready for review."_s, u"Let's talk hiring plans on Thursday."_s,
+                u"Rent renewal terms came in, slightly better than expected."_s } },
     };
     return list;
 }
@@ -65,8 +67,7 @@ const QList<QPair<QString, QStringList>> &directRooms()
         { u"p-priya"_s,
             { u"Could you look over the Brightside proposal?"_s, u"On it, comments by noon."_s,
                 u"Thanks! The pricing table is on page 3."_s } },
-        { u"p-jonah"_s,
-            { u"The chargeback is resolved, customer refunded."_s, u"Great work, thank you."_s } },
+        { u"p-jonah"_s, { u"The chargeback is resolved, customer refunded."_s, u"Great work, thank you."_s } },
     };
     return list;
 }
@@ -130,7 +131,8 @@ bool plant(ChatStore &chat)
     // and attachments.
     const QString general = rooms.value(u"general"_s);
     const QString question = said.value(u"general"_s).at(150);
-    const bool planted = !post(general, u"p-priya"_s, u"Agreed, and the new labels look great."_s, 0.15, question).isEmpty()
+    const bool planted
+        = !post(general, u"p-priya"_s, u"Agreed, and the new labels look great."_s, 0.15, question).isEmpty()
         && !post(general, u"p-sam"_s, u"I can print more on Monday."_s, 0.14, question).isEmpty()
         && !post(general, u"p-tomas"_s, u"Thanks both!"_s, 0.13, question).isEmpty();
     if (!planted)

@@ -242,9 +242,9 @@ ChatStore::Result<QJsonObject> ChatStore::settings(const QString &me, const QStr
         while (m.next())
             members.append(m.value(0).toString());
     }
-    return QJsonObject { { u"id"_s, room }, { u"name"_s, q.value(0).toString() },
-        { u"kind"_s, q.value(1).toString() }, { u"created_by"_s, q.value(2).toString() },
-        { u"private"_s, q.value(3).toBool() }, { u"archived"_s, q.value(4).toBool() }, { u"members"_s, members } };
+    return QJsonObject { { u"id"_s, room }, { u"name"_s, q.value(0).toString() }, { u"kind"_s, q.value(1).toString() },
+        { u"created_by"_s, q.value(2).toString() }, { u"private"_s, q.value(3).toBool() },
+        { u"archived"_s, q.value(4).toBool() }, { u"members"_s, members } };
 }
 
 ChatStore::Result<bool> ChatStore::saveSettings(const QString &me, const QString &room, const QString &name,
@@ -298,9 +298,10 @@ std::optional<QJsonObject> ChatStore::messageJSON(const QString &me, const QStri
         return std::nullopt;
     const bool deleted = !q.value(5).isNull();
     QJsonObject json { { u"id"_s, id }, { u"user_id"_s, q.value(0).toString() }, { u"author"_s, q.value(1).toString() },
-        { u"body"_s, deleted ? QString() : q.value(2).toString() }, { u"created_at"_s, isoTime(q.value(3).toLongLong()) },
-        { u"seq"_s, q.value(4).toLongLong() }, { u"reply_count"_s, q.value(8).toLongLong() },
-        { u"version"_s, q.value(7).toLongLong() }, { u"saved"_s, q.value(9).toBool() } };
+        { u"body"_s, deleted ? QString() : q.value(2).toString() },
+        { u"created_at"_s, isoTime(q.value(3).toLongLong()) }, { u"seq"_s, q.value(4).toLongLong() },
+        { u"reply_count"_s, q.value(8).toLongLong() }, { u"version"_s, q.value(7).toLongLong() },
+        { u"saved"_s, q.value(9).toBool() } };
     if (deleted)
         json.insert(u"deleted_at"_s, isoTime(q.value(5).toLongLong()));
     if (!q.value(6).isNull())
@@ -311,9 +312,9 @@ std::optional<QJsonObject> ChatStore::messageJSON(const QString &me, const QStri
     QJsonArray attachments;
     if (!deleted && run(files)) {
         while (files.next())
-            attachments.append(QJsonObject { { u"id"_s, files.value(0).toString() },
-                { u"name"_s, files.value(1).toString() }, { u"size"_s, files.value(2).toLongLong() },
-                { u"mime"_s, files.value(3).toString() } });
+            attachments.append(
+                QJsonObject { { u"id"_s, files.value(0).toString() }, { u"name"_s, files.value(1).toString() },
+                    { u"size"_s, files.value(2).toLongLong() }, { u"mime"_s, files.value(3).toString() } });
     }
     json.insert(u"attachments"_s, attachments);
 
@@ -447,7 +448,8 @@ ChatStore::Result<QJsonObject> ChatStore::send(const NewMessage &m)
     }
     // Writing is reading up to there.
     addMember(m.room, m.author);
-    QSqlQuery read = prepare(u"UPDATE chat_members SET read_seq = max(read_seq, ?) WHERE room_id = ? AND person_id = ?"_s);
+    QSqlQuery read
+        = prepare(u"UPDATE chat_members SET read_seq = max(read_seq, ?) WHERE room_id = ? AND person_id = ?"_s);
     read.addBindValue(seq);
     read.addBindValue(m.room);
     read.addBindValue(m.author);

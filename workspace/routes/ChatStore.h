@@ -50,8 +50,8 @@ public:
     [[nodiscard]] Result<QString> createChannel(
         const QString &me, const QString &name, bool isPrivate, const QStringList &members);
     [[nodiscard]] Result<QJsonObject> settings(const QString &me, const QString &room) const;
-    [[nodiscard]] Result<bool> saveSettings(const QString &me, const QString &room, const QString &name,
-        bool isPrivate, bool archived, const QStringList &members);
+    [[nodiscard]] Result<bool> saveSettings(const QString &me, const QString &room, const QString &name, bool isPrivate,
+        bool archived, const QStringList &members);
 
     [[nodiscard]] Result<QJsonObject> page(
         const QString &me, const QString &room, std::optional<qint64> before, std::optional<QString> parent) const;
