@@ -80,8 +80,7 @@ ChatRowLayout layout(const Row *previous, const Row &row, std::optional<qint64> 
 
 } // namespace
 
-ChatRowLayout ChatRowLayout::compute(
-    const QList<TarnMessage> &messages, qsizetype index, std::optional<qint64> newFrom)
+ChatRowLayout ChatRowLayout::compute(const QList<TarnMessage> &messages, qsizetype index, std::optional<qint64> newFrom)
 {
     DayCache days;
     const Row row = rowOf(messages.at(index), days);

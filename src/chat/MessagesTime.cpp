@@ -55,8 +55,7 @@ std::optional<qint64> msecs(QStringView text)
     if (year < 0 || month < 1 || month > 12 || day < 1 || day > daysInMonth(year, month) || hour < 0 || hour > 23
         || minute < 0 || minute > 59 || second < 0 || second > 59)
         return std::nullopt;
-    const qint64 wall
-        = (daysFromCivil(year, month, day) * 86'400 + hour * 3600 + minute * 60 + second) * qint64(1000);
+    const qint64 wall = (daysFromCivil(year, month, day) * 86'400 + hour * 3600 + minute * 60 + second) * qint64(1000);
 
     const QChar separator = text.at(10);
     if (separator == u' ')

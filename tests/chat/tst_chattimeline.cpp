@@ -64,10 +64,9 @@ void TestChatTimeline::parsing_data()
     QTest::addRow("fractional seconds") << u"2024-03-01T10:00:00.123Z"_s << std::optional(utc(1, 10, 0, 0, 123));
     QTest::addRow("whole seconds") << u"2024-03-01T10:00:00Z"_s << std::optional(utc(1, 10, 0));
     QTest::addRow("an offset") << u"2024-03-01T12:30:00+02:30"_s << std::optional(utc(1, 10, 0));
-    QTest::addRow("microseconds, lower case") << u"2024-03-01t10:00:00.500999z"_s
-                                              << std::optional(utc(1, 10, 0, 0, 500));
-    QTest::addRow("leap day") << u"2024-02-29 00:00:00"_s
-                              << std::optional(utc(1, 0, 0) - 86'400'000);
+    QTest::addRow("microseconds, lower case")
+        << u"2024-03-01t10:00:00.500999z"_s << std::optional(utc(1, 10, 0, 0, 500));
+    QTest::addRow("leap day") << u"2024-02-29 00:00:00"_s << std::optional(utc(1, 0, 0) - 86'400'000);
     QTest::addRow("no zone after a T") << u"2024-03-01T10:00:00"_s << none;
     QTest::addRow("no such day") << u"2023-02-29 10:00:00"_s << none;
     QTest::addRow("no seconds") << u"2024-03-01 10:00"_s << none;
@@ -100,9 +99,10 @@ void TestChatTimeline::rows_data()
         std::optional<qint64> newFrom;
         ChatRowLayout layout;
     };
-    const auto pair = [](const char *first, const char *second, const char *secondUser = "a", bool firstDeleted = false) {
-        return QList<TarnMessage> { message("a", first, 1, firstDeleted), message(secondUser, second, 2) };
-    };
+    const auto pair
+        = [](const char *first, const char *second, const char *secondUser = "a", bool firstDeleted = false) {
+              return QList<TarnMessage> { message("a", first, 1, firstDeleted), message(secondUser, second, 2) };
+          };
     const std::optional<qint64> none;
     const Row rows[] {
         { "299 s later joins", pair("2024-03-01T10:00:00Z", "2024-03-01T10:04:59Z"), none, { false, false, false } },
@@ -125,12 +125,12 @@ void TestChatTimeline::rows_data()
     // Berlin moves to summer time at 01:00 UTC: 22:01 UTC is then already tomorrow.
     const QList<TarnMessage> summer { message("a", "2024-03-31T00:30:00Z", 1), message("a", "2024-03-31T21:58:00Z", 2),
         message("a", "2024-03-31T22:01:00Z", 3) };
-    QTest::addRow("the offset after a clock change") << summer << qsizetype(2) << none
-                                                    << ChatRowLayout { true, false, true };
+    QTest::addRow("the offset after a clock change")
+        << summer << qsizetype(2) << none << ChatRowLayout { true, false, true };
     const QList<TarnMessage> one { message("a", "soon", 1) };
     QTest::addRow("the first row") << one << qsizetype(0) << none << ChatRowLayout { true, false, true };
-    QTest::addRow("the first row, unread") << one << qsizetype(0) << std::optional<qint64>(1)
-                                           << ChatRowLayout { true, true, true };
+    QTest::addRow("the first row, unread")
+        << one << qsizetype(0) << std::optional<qint64>(1) << ChatRowLayout { true, true, true };
 }
 
 void TestChatTimeline::rows()
