@@ -82,10 +82,10 @@ void TestChatModels::timelineChanges_data()
         << messages(3, 6) << messages(1, 6) << std::optional<qint64>() << QList<int> { 0 } << QList<int> { 2 };
     QTest::addRow("a new message at the end")
         << messages(1, 5) << messages(1, 6) << std::optional<qint64>() << QList<int> { 5 } << QList<int>();
-    QTest::addRow("one message edited")
-        << messages(1, 6) << edited << std::optional<qint64>() << QList<int>() << QList<int> { 3 };
-    QTest::addRow("read up to the end") << messages(1, 6) << messages(1, 6) << std::optional<qint64>(5)
-                                        << QList<int>() << QList<int> { 4 };
+    QTest::addRow("one message edited") << messages(1, 6) << edited << std::optional<qint64>() << QList<int>()
+                                        << QList<int> { 3 };
+    QTest::addRow("read up to the end") << messages(1, 6) << messages(1, 6) << std::optional<qint64>(5) << QList<int>()
+                                        << QList<int> { 4 };
 }
 
 void TestChatModels::timelineChanges()
