@@ -1,5 +1,5 @@
 #include "TarnWaitFor.h"
-#include "auth/NativeSessionStore.h"
+#include "chat/ChatTestClient.h"
 #include "chat/TarnChatCalls.h"
 #include "service/TarnAPI.h"
 #include "support/TestWorkspace.h"
@@ -75,27 +75,17 @@ private slots:
 private:
     [[nodiscard]] QString channel(const QString &name, bool isPrivate = false);
 
-    std::unique_ptr<TestWorkspace> workspace;
-    NativeSessionStore store { u"co.halvard.pilo-tarn.session.test"_s };
-    QTemporaryDir settingsFolder;
-    std::unique_ptr<QSettings> settings;
-    std::unique_ptr<TarnAPI> api;
+    ChatTestClient client;
+    TestWorkspace *workspace = nullptr;
+    TarnAPI *api = nullptr;
 };
 
 void TestChatCalls::initTestCase()
 {
-    workspace = std::make_unique<TestWorkspace>();
-    QVERIFY2(workspace->isRunning(), qPrintable(workspace->error()));
-    QString error;
-    const std::optional<Config> config
-        = Config::fromOptions(workspace->url().toString(), workspace->certificatePath(), &error);
-    QVERIFY2(config, qPrintable(error));
-    settings = std::make_unique<QSettings>(settingsFolder.filePath(u"prefs.ini"_s), QSettings::IniFormat);
-    const QString token = workspace->signIn(u"maren@halvard.example"_s);
-    QVERIFY(!token.isEmpty());
-    tarnWaitFor(store.save(token));
-    api = std::make_unique<TarnAPI>(*config, store, settings.get());
-    tarnWaitFor(api->refreshSession());
+    const QString error = client.start();
+    QVERIFY2(error.isEmpty(), qPrintable(error));
+    workspace = client.workspace.get();
+    api = client.api.get();
 }
 
 void TestChatCalls::wireForm_data()
