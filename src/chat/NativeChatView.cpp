@@ -1,17 +1,21 @@
 #include "chat/NativeChatView.h"
 
+#include "chat/ChatGifCommand.h"
 #include "chat/ChatOutgoingFile.h"
 #include "chat/TarnChatCalls.h"
 #include "service/TarnAPI.h"
 #include "shell/TarnNavigation.h"
 
 #include <QCoroTimer>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QImageReader>
 #include <QPointer>
+#include <QSaveFile>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QUuid>
 
 #include <algorithm>
@@ -55,7 +59,12 @@ NativeChatView::NativeChatView(TarnAPI &api, TarnNavigation &navigation, QSettin
     , m_timeline(new NativeChatTimelineModel(this))
     , m_thread(new NativeChatTimelineModel(this))
     , m_searchHits(new NativeChatSearchModel(this))
+    , m_gifPicker(new NativeGifPicker(api, this))
 {
+    connect(m_gifPicker, &NativeGifPicker::failed, this, &NativeChatView::fail);
+    connect(m_gifPicker, &NativeGifPicker::picked, this, [this](const QString &name, const QByteArray &data) {
+        gifTask(m_room, { QUuid::createUuid().toString(QUuid::WithoutBraces), name, data });
+    });
     m_searchDelay.setSingleShot(true);
     m_searchDelay.setInterval(250);
     connect(&m_searchDelay, &QTimer::timeout, this, [this] { searchTask(m_search); });
@@ -435,6 +444,12 @@ void NativeChatView::send()
     const QString body = m_composer.trimmed();
     if (m_sending || m_room.isEmpty() || (body.isEmpty() && m_staged.isEmpty()))
         return;
+    if (const std::optional<QString> query = ChatGifCommand::query(body)) {
+        m_gifPickerOpen = true;
+        Q_EMIT gifPickerOpenChanged();
+        m_gifPicker->search(*query);
+        return;
+    }
     // An unchanged attempt is a retry: the same nonce lets the service
     // recognise a message it already stored.
     const QString attempt = signature();
@@ -484,6 +499,67 @@ QCoro::Task<> NativeChatView::sendTask(QString room, QString body, QString nonce
     setError({});
     Q_EMIT sendingChanged();
     Q_EMIT composerChanged();
+    Q_EMIT actionFinished();
+}
+
+void NativeChatView::closeGifPicker()
+{
+    if (!m_gifPickerOpen)
+        return;
+    m_gifPickerOpen = false;
+    m_gifPicker->clear();
+    Q_EMIT gifPickerOpenChanged();
+}
+
+void NativeChatView::openAttachment(const QString &messageId, const QString &fileId)
+{
+    const TarnMessage *shown = shownMessage(messageId);
+    if (!shown)
+        return;
+    for (const TarnAttachment &file : shown->attachments) {
+        if (file.id == fileId)
+            downloadTask(m_room, file.id, file.name);
+    }
+}
+
+QCoro::Task<> NativeChatView::downloadTask(QString room, QString fileId, QString name)
+{
+    const QPointer<NativeChatView> self(this);
+    QCoro::Task<QByteArray> call = TarnChatCalls::downloadMessageFile(m_api, fileId, room);
+    const std::optional<QByteArray> bytes = co_await attempt(std::move(call));
+    if (!self || !bytes)
+        co_return;
+    // The service's name, without any folders in it, in a folder of the
+    // file's own so that two files of one name never meet.
+    const QString base = QFileInfo(name).fileName();
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + u"/chat-files/"_s
+        + QString::fromLatin1(QUrl::toPercentEncoding(fileId)));
+    QSaveFile out(folder.filePath(base.isEmpty() || base == ".."_L1 ? u"file"_s : base));
+    if (!folder.mkpath(u"."_s) || !out.open(QIODevice::WriteOnly) || out.write(*bytes) != bytes->size()
+        || !out.commit()) {
+        setError(u"“%1” could not be saved: %2"_s.arg(name, out.errorString()));
+        Q_EMIT actionFinished();
+        co_return;
+    }
+    Q_EMIT attachmentReady(QUrl::fromLocalFile(out.fileName()));
+    Q_EMIT actionFinished();
+}
+
+// A picked GIF goes alone; the staged files wait for the next message.
+QCoro::Task<> NativeChatView::gifTask(QString room, ChatDraftFile gif)
+{
+    const QPointer<NativeChatView> self(this);
+    QCoro::Task<TarnMessage> call = TarnChatCalls::send(m_api, QString(), room, newNonce(), std::nullopt, { gif });
+    const std::optional<TarnMessage> sent = co_await attempt(std::move(call));
+    if (!self || !sent)
+        co_return;
+    if (room == m_room && !shownMessage(sent->id)) {
+        m_messages.append(*sent);
+        showMessages();
+    }
+    setComposerText({});
+    closeGifPicker();
+    setError({});
     Q_EMIT actionFinished();
 }
 

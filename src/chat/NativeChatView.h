@@ -4,6 +4,7 @@
 #include "chat/NativeChatRoomModel.h"
 #include "chat/NativeChatSearchModel.h"
 #include "chat/NativeChatTimelineModel.h"
+#include "chat/NativeGifPicker.h"
 #include "chat/TarnChatPerson.h"
 #include "chat/TarnMessage.h"
 #include "chat/TarnRoom.h"
@@ -15,6 +16,7 @@
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <QUrl>
 #include <QVariantList>
 #include <QVariantMap>
 
@@ -57,6 +59,9 @@ class NativeChatView : public QObject {
     // The kind of room the new-room sheet was asked for elsewhere in the
     // window; empty when the sheet is not requested.
     Q_PROPERTY(QString createMode READ createMode NOTIFY createModeChanged)
+    // "/gif QUERY" sent from the composer opens the picker instead.
+    Q_PROPERTY(NativeGifPicker *gifPicker READ gifPicker CONSTANT)
+    Q_PROPERTY(bool gifPickerOpen READ gifPickerOpen NOTIFY gifPickerOpenChanged)
 
 public:
     // The preference key of the room a person had open last, with their id.
@@ -87,6 +92,12 @@ public:
     [[nodiscard]] QString errorText() const { return m_error; }
     [[nodiscard]] QString retryNonce() const { return m_retryNonce; }
     [[nodiscard]] QString createMode() const { return m_createMode; }
+    [[nodiscard]] NativeGifPicker *gifPicker() const { return m_gifPicker; }
+    [[nodiscard]] bool gifPickerOpen() const { return m_gifPickerOpen; }
+    Q_INVOKABLE void closeGifPicker();
+    // Downloads an attachment into the cache and announces it with
+    // `attachmentReady`, for the desktop's default app to open.
+    Q_INVOKABLE void openAttachment(const QString &messageId, const QString &fileId);
     Q_INVOKABLE void clearCreateMode();
 
     // Shown: takes the drafts navigation handed over, loads, then refreshes
@@ -126,6 +137,8 @@ Q_SIGNALS:
     void canMarkReadChanged();
     void errorTextChanged();
     void createModeChanged();
+    void gifPickerOpenChanged();
+    void attachmentReady(const QUrl &file);
     // A refresh, a room load or an action has finished (for tests and the screenshot).
     void refreshed();
     void actionFinished();
@@ -144,6 +157,8 @@ private:
     QCoro::Task<> loadRoom(QString room);
     QCoro::Task<> loadPreviews(QList<TarnRoom> rooms);
     QCoro::Task<> olderTask();
+    QCoro::Task<> downloadTask(QString room, QString fileId, QString name);
+    QCoro::Task<> gifTask(QString room, ChatDraftFile gif);
     QCoro::Task<> sendTask(QString room, QString body, QString nonce, QList<ChatDraftFile> files);
     QCoro::Task<> replyTask(QString room, QString parent, QString body);
     QCoro::Task<> loadThread(QString room, QString parent);
@@ -173,6 +188,8 @@ private:
     NativeChatTimelineModel *m_timeline;
     NativeChatTimelineModel *m_thread;
     NativeChatSearchModel *m_searchHits;
+    NativeGifPicker *m_gifPicker;
+    bool m_gifPickerOpen = false;
     QTimer m_searchDelay;
 
     QList<TarnRoom> m_roomList;

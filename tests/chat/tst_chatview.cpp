@@ -7,8 +7,10 @@
 #include "support/TestWorkspace.h"
 
 #include <QAbstractItemModelTester>
+#include <QFileInfo>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -39,6 +41,7 @@ private slots:
     void threadsReactionsAndSearch();
     void createdRoomOpens();
     void oversizedFileIsRefusedByName();
+    void gifCommandOpensThePicker();
     void cleanupTestCase();
 
 private:
@@ -60,6 +63,7 @@ bool TestChatView::waitFor(const char *signal)
 
 void TestChatView::initTestCase()
 {
+    QStandardPaths::setTestModeEnabled(true);
     const QString error = client.start();
     QVERIFY2(error.isEmpty(), qPrintable(error));
     workspace = client.workspace.get();
@@ -233,6 +237,52 @@ void TestChatView::oversizedFileIsRefusedByName()
     big.resize(TarnChatCalls::maxFileBytes);
     QVERIFY(view->stageFile(big.fileName()));
     QCOMPARE(view->stagedFiles().size(), 1);
+}
+
+void TestChatView::gifCommandOpensThePicker()
+{
+    // This workspace has no GIF provider: the picker says so.
+    view->setComposerText(u"/gif dogs"_s);
+    view->send();
+    QVERIFY(view->gifPickerOpen());
+    QTRY_VERIFY_WITH_TIMEOUT(!view->gifPicker()->busy(), 10000);
+    QVERIFY(!view->gifPicker()->configured());
+    QVERIFY(!view->gifPicker()->message().isEmpty());
+    view->closeGifPicker();
+
+    // A provider's answers, canned: one GIF, its preview and the GIF itself.
+    const auto canned = [this](const QString &path, const QString &type, const QString &body) {
+        workspace->setFault(QJsonObject { { u"method"_s, u"GET"_s }, { u"path"_s, path }, { u"status"_s, 200 },
+            { u"content_type"_s, type }, { u"body"_s, body } });
+    };
+    canned(u"/api/gifs"_s, u"application/json"_s,
+        uR"({"configured":true,"results":[{"id":"g1","title":"Happy Cat!","width":8,"height":8}]})"_s);
+    canned(u"/api/gifs/g1/preview"_s, u"image/gif"_s, u"GIF89a-small"_s);
+    canned(u"/api/gifs/g1/file"_s, u"image/gif"_s, u"GIF89a-whole"_s);
+    view->setComposerText(u"/gif cats"_s);
+    view->send();
+    QTRY_VERIFY_WITH_TIMEOUT(!view->gifPicker()->busy(), 10000);
+    QCOMPARE(view->gifPicker()->query(), u"cats"_s);
+    QCOMPARE(view->gifPicker()->results()->rows().size(), 1);
+    QCOMPARE(view->gifPicker()->results()->rows().first().preview,
+        u"data:image/gif;base64,"_s + QString::fromLatin1(QByteArray("GIF89a-small").toBase64()));
+
+    view->gifPicker()->pick(u"g1"_s);
+    QVERIFY(waitFor(SIGNAL(actionFinished())));
+    QVERIFY(!view->gifPickerOpen());
+    QVERIFY(view->composerText().isEmpty());
+    const TarnMessage sent = view->timeline()->rows().last().message;
+    QCOMPARE(sent.attachments.size(), 1);
+    QCOMPARE(sent.attachments.first().name, u"happy-cat.gif"_s);
+
+    // Opening it saves it where the desktop can open it.
+    QSignalSpy ready(view.get(), &NativeChatView::attachmentReady);
+    view->openAttachment(sent.id, sent.attachments.first().id);
+    QVERIFY(ready.wait(10000));
+    QFile saved(ready.first().first().toUrl().toLocalFile());
+    QCOMPARE(QFileInfo(saved).fileName(), u"happy-cat.gif"_s);
+    QVERIFY(saved.open(QIODevice::ReadOnly));
+    QCOMPARE(saved.readAll(), QByteArray("GIF89a-whole"));
 }
 
 QTEST_MAIN(TestChatView)
