@@ -277,6 +277,16 @@ QCoro::Task<> NativeChatView::refreshOnce()
     Q_EMIT refreshed();
 }
 
+// The newest message that still has something to show.
+NativeChatView::Preview NativeChatView::previewOf(const QList<TarnMessage> &messages, qint64 unread)
+{
+    for (auto it = messages.crbegin(); it != messages.crend(); ++it) {
+        if (!it->deleted_at)
+            return { it->body, it->author, unread };
+    }
+    return { {}, {}, unread };
+}
+
 void NativeChatView::showRooms()
 {
     QList<ChatRoomRow> rows;
@@ -299,7 +309,9 @@ QCoro::Task<> NativeChatView::loadPreviews(QList<TarnRoom> rooms)
     qsizetype fetched = 0;
     for (const TarnRoom &room : rooms) {
         // The open room's newest message is on screen already.
-        if (room.id == m_room || fetched >= previewsPerRefresh || (m_previews.contains(room.id) && room.unread == 0))
+        const auto known = m_previews.constFind(room.id);
+        if (room.id == m_room || fetched >= previewsPerRefresh
+            || (known != m_previews.cend() && known->unread == room.unread))
             continue;
         ++fetched;
         TarnMessagePage page;
@@ -314,9 +326,7 @@ QCoro::Task<> NativeChatView::loadPreviews(QList<TarnRoom> rooms)
         }
         if (!self)
             co_return;
-        const TarnMessage *last = page.messages.isEmpty() ? nullptr : &page.messages.last();
-        m_previews.insert(
-            room.id, last ? Preview { last->deleted_at ? QString() : last->body, last->author } : Preview {});
+        m_previews.insert(room.id, previewOf(page.messages, room.unread));
     }
     showRooms();
 }
@@ -372,7 +382,7 @@ QCoro::Task<> NativeChatView::loadRoom(QString room)
     if (!pagedBack)
         m_hasMore = page.has_more;
     if (!page.messages.isEmpty())
-        m_previews.insert(room, { page.messages.last().body, page.messages.last().author });
+        m_previews.insert(room, previewOf(page.messages, 0));
     showMessages();
     showRooms();
     setError({});

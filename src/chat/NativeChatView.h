@@ -148,6 +148,8 @@ private:
     struct Preview {
         QString body;
         QString author;
+        // The room's unread count when it was fetched: a new count means news.
+        qint64 unread = 0;
     };
 
     // Awaits one call; a failure is shown, ends the action and gives nothing.
@@ -155,6 +157,7 @@ private:
     QCoro::Task<> refreshLoop(int generation);
     QCoro::Task<> refreshOnce();
     QCoro::Task<> loadRoom(QString room);
+    [[nodiscard]] static Preview previewOf(const QList<TarnMessage> &messages, qint64 unread);
     QCoro::Task<> loadPreviews(QList<TarnRoom> rooms);
     QCoro::Task<> olderTask();
     QCoro::Task<> downloadTask(QString room, QString fileId, QString name);

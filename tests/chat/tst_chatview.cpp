@@ -92,6 +92,8 @@ void TestChatView::opensTheLastRoomAndPagesBack()
     QCOMPARE(view->composerText(), u"drafted elsewhere"_s);
     QVERIFY(navigation->pendingChatDraft().isEmpty());
     QCOMPARE(view->rooms()->rowCount(), rooms.size());
+    const QList<ChatRoomRow> &listed = view->rooms()->rows();
+    QVERIFY(std::all_of(listed.begin(), listed.end(), [](const ChatRoomRow &r) { return !r.preview.isEmpty(); }));
     QCOMPARE(view->timeline()->rowCount(), 50);
     QVERIFY(view->hasMore());
     // The open room counts as read, and the service heard so.
