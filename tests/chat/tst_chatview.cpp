@@ -42,6 +42,7 @@ private slots:
     void createdRoomOpens();
     void oversizedFileIsRefusedByName();
     void gifCommandOpensThePicker();
+    void failuresKeepWhatIsShown();
     void cleanupTestCase();
 
 private:
@@ -285,6 +286,28 @@ void TestChatView::gifCommandOpensThePicker()
     QCOMPARE(QFileInfo(saved).fileName(), u"happy-cat.gif"_s);
     QVERIFY(saved.open(QIODevice::ReadOnly));
     QCOMPARE(saved.readAll(), QByteArray("GIF89a-whole"));
+}
+
+// Last: the signed-out answer ends the session.
+void TestChatView::failuresKeepWhatIsShown()
+{
+    const QList<ChatRoomRow> rooms = view->rooms()->rows();
+    const QList<ChatTimelineRow> rows = view->timeline()->rows();
+    const auto answer = [this](int status, const QString &body) {
+        workspace->setFault(QJsonObject { { u"method"_s, u"GET"_s }, { u"path"_s, u"/api/rooms"_s },
+            { u"status"_s, status }, { u"content_type"_s, u"application/json"_s }, { u"body"_s, body } });
+        view->refresh();
+        return waitFor(SIGNAL(refreshed()));
+    };
+    QVERIFY(answer(200, uR"([{"id":"r1","name":"no kind"}])"_s));
+    QVERIFY(!view->errorText().isEmpty());
+    QCOMPARE(view->rooms()->rows(), rooms);
+    QCOMPARE(view->timeline()->rows(), rows);
+
+    QSignalSpy signedOut(view.get(), &NativeChatView::signedOut);
+    QVERIFY(answer(401, uR"({"error":"Sign in to continue."})"_s));
+    QCOMPARE(signedOut.count(), 1);
+    QCOMPARE(view->rooms()->rows(), rooms);
 }
 
 QTEST_MAIN(TestChatView)
