@@ -59,7 +59,7 @@ std::optional<WorkspaceFaults::Fault> WorkspaceFaults::fromJSON(const QJsonObjec
     if (fault.cut && (fault.status != 0 || fault.delayMs != 0))
         return fail(u"A cut fault has no status or delay of its own."_s);
     if (fault.status == 0 && fault.delayMs == 0 && !fault.cut)
-        return fail(u"A fault needs a status, or a delay to slow the real answer."_s);
+        return fail(u"A fault needs a status, a delay to slow the real answer, or a cut."_s);
     if (fault.status != 0 && !WorkspaceResponder::canWrite(fault.status))
         return fail(u"Status %1 cannot be sent."_s.arg(fault.status));
 

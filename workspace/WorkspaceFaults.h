@@ -27,7 +27,7 @@ public:
         int delayMs = 0;
         // Requests left to catch; 0 catches until cleared.
         int times = 1;
-        // Carry the request out, then close the connection unanswered: a
+        // Run the request, then close the connection before the answer: a
         // change the client cannot know was made.
         bool cut = false;
     };

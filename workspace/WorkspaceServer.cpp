@@ -7,6 +7,7 @@
 #include "workspace/WorkspaceSeed.h"
 #include "workspace/WorkspaceTokens.h"
 #include "workspace/routes/AgentRoutes.h"
+#include "workspace/routes/ChatRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
@@ -122,6 +123,8 @@ bool WorkspaceServer::start(QString *error)
     TeamRoutes::add(*this);
     GoogleRoutes::add(*this);
     AgentRoutes::add(*this);
+    if (!ChatRoutes::add(*this, error))
+        return false;
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;
@@ -144,9 +147,11 @@ bool WorkspaceServer::handleRequest(const QHttpServerRequest &httpRequest, QTcpS
         return true;
     }
     if (hit->cut) {
-        // The answer is only queued on the socket yet: aborting drops it unsent.
+        // The answer is still in the socket's buffer: aborting drops it unsent.
+        const QPointer<QTcpSocket> connection(socket);
         dispatch(request, std::move(responder));
-        socket->abort();
+        if (connection)
+            connection->abort();
         return true;
     }
 

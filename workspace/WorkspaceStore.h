@@ -71,9 +71,9 @@ public:
     [[nodiscard]] bool connectGoogle(const QString &state, const QString &service);
     [[nodiscard]] QStringList googleConnections(const QString &personId) const;
 
-    // The database connection's name, for parts of the service that keep
-    // tables of their own in this database (the assistant's worker).
-    [[nodiscard]] QString connectionName() const { return m_connection; }
+    // The database connection, for parts of the service that keep tables of
+    // their own in this database (chat, the assistant's worker).
+    [[nodiscard]] const QString &connectionName() const { return m_connection; }
 
 private:
     [[nodiscard]] QSqlQuery prepare(const QString &sql) const;
