@@ -7,6 +7,7 @@
 #include "workspace/WorkspaceSeed.h"
 #include "workspace/WorkspaceTokens.h"
 #include "workspace/routes/GoogleRoutes.h"
+#include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
 #include "workspace/routes/TeamRoutes.h"
@@ -120,6 +121,7 @@ bool WorkspaceServer::start(QString *error)
     SessionRoutes::add(*this);
     TeamRoutes::add(*this);
     GoogleRoutes::add(*this);
+    PaymentsRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

@@ -70,6 +70,22 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS google_connections ("
     " person_id TEXT NOT NULL REFERENCES people(id), service TEXT NOT NULL,"
     " connected_at INTEGER NOT NULL, PRIMARY KEY (person_id, service))",
+    // The payments terminal: amounts in integer cents, days as "YYYY-MM-DD".
+    "CREATE TABLE IF NOT EXISTS payment_invoices ("
+    " id TEXT PRIMARY KEY, client_id TEXT NOT NULL, client TEXT NOT NULL, invoice_number TEXT,"
+    " due_on TEXT NOT NULL, amount INTEGER NOT NULL CHECK (amount > 0))",
+    "CREATE TABLE IF NOT EXISTS payment_cards ("
+    " payment_profile_id TEXT PRIMARY KEY, client_id TEXT NOT NULL, card_type TEXT NOT NULL,"
+    " last4 TEXT NOT NULL, expiration TEXT NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS payments ("
+    " id TEXT PRIMARY KEY, client_id TEXT NOT NULL, client TEXT NOT NULL, invoice_id TEXT,"
+    " amount INTEGER NOT NULL CHECK (amount > 0), status TEXT NOT NULL, date TEXT NOT NULL,"
+    " method TEXT NOT NULL, reference TEXT)",
+    "CREATE TABLE IF NOT EXISTS payment_charges ("
+    " request_key TEXT PRIMARY KEY, payment_id TEXT NOT NULL REFERENCES payments(id))",
+    "CREATE TABLE IF NOT EXISTS payment_refund_requests ("
+    " id TEXT PRIMARY KEY, payment_id TEXT NOT NULL REFERENCES payments(id),"
+    " amount INTEGER NOT NULL CHECK (amount > 0), status TEXT NOT NULL, reason TEXT NOT NULL, note TEXT)",
 };
 
 WorkspacePerson personFrom(const QSqlQuery &q)
@@ -136,6 +152,11 @@ bool WorkspaceStore::createSchema()
     QSqlQuery plain = prepare(u"UPDATE sessions SET ended_at = ? WHERE ended_at IS NULL AND length(csrf) != 64"_s);
     plain.addBindValue(now());
     return exec(plain);
+}
+
+QSqlDatabase WorkspaceStore::database() const
+{
+    return QSqlDatabase::database(m_connection);
 }
 
 QSqlQuery WorkspaceStore::prepare(const QString &sql) const

@@ -8,6 +8,7 @@
 
 #include <optional>
 
+class QSqlDatabase;
 class QSqlQuery;
 
 // The service's SQLite database in its data folder. Every secret handed out
@@ -70,6 +71,10 @@ public:
     // unknown or spent state, or one made for another service.
     [[nodiscard]] bool connectGoogle(const QString &state, const QString &service);
     [[nodiscard]] QStringList googleConnections(const QString &personId) const;
+
+    // The open database, for feature routes that keep tables of their own
+    // (their CREATE lines are in the schema list all the same).
+    [[nodiscard]] QSqlDatabase database() const;
 
 private:
     [[nodiscard]] QSqlQuery prepare(const QString &sql) const;

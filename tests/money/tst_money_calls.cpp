@@ -1,14 +1,9 @@
-#include "TarnWaitFor.h"
-#include "auth/NativeSessionStore.h"
+#include "money/MoneyTestSession.h"
 #include "money/TarnBooksCalls.h"
 #include "money/TarnPaymentsCalls.h"
-#include "service/TarnAPI.h"
-#include "support/TestWorkspace.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <functional>
@@ -50,12 +45,7 @@ private Q_SLOTS:
     void wire();
 
 private:
-    std::unique_ptr<TestWorkspace> workspace;
-    NativeSessionStore store { u"co.halvard.pilo-tarn.session.test"_s };
-    QTemporaryDir settingsFolder;
-    std::unique_ptr<QSettings> settings;
-    std::unique_ptr<TarnAPI> api;
-    std::optional<Config> config;
+    MoneyTestSession session;
 };
 
 namespace {
@@ -209,18 +199,8 @@ QList<Call> calls()
 
 void TestMoneyCalls::initTestCase()
 {
-    workspace = std::make_unique<TestWorkspace>();
-    QVERIFY2(workspace->isRunning(), qPrintable(workspace->error()));
-    QString error;
-    config = Config::fromOptions(workspace->url().toString(), workspace->certificatePath(), &error);
-    QVERIFY2(config, qPrintable(error));
-    settings = std::make_unique<QSettings>(settingsFolder.filePath(u"prefs.ini"_s), QSettings::IniFormat);
-    const QString token = workspace->signIn(u"maren@halvard.example"_s);
-    QVERIFY(!token.isEmpty());
-    tarnWaitFor(store.save(token));
-    api = std::make_unique<TarnAPI>(*config, store, settings.get());
-    // Changes carry the session's CSRF token, so the session is loaded first.
-    tarnWaitFor(api->refreshSession());
+    const QString failed = session.start(u"maren@halvard.example"_s);
+    QVERIFY2(failed.isEmpty(), qPrintable(failed));
 }
 
 void TestMoneyCalls::wire_data()
@@ -234,15 +214,15 @@ void TestMoneyCalls::wire_data()
 void TestMoneyCalls::wire()
 {
     QFETCH(Call, call);
-    workspace->clearFaults();
-    workspace->clearRequests();
-    workspace->setFault(
+    session.workspace->clearFaults();
+    session.workspace->clearRequests();
+    session.workspace->setFault(
         QJsonObject { { u"method"_s, QString::fromLatin1(call.method) }, { u"path"_s, call.path }, { u"status"_s, 200 },
             { u"content_type"_s, u"application/json"_s }, { u"body"_s, call.answer }, { u"times"_s, 1 } });
 
-    QCOMPARE(call.run(*api), call.decoded);
+    QCOMPARE(call.run(*session.api), call.decoded);
 
-    const QJsonArray sent = workspace->requests();
+    const QJsonArray sent = session.workspace->requests();
     QCOMPARE(sent.size(), 1);
     const QJsonObject request = sent.at(0).toObject();
     QCOMPARE(request.value("method"_L1).toString(), QString::fromLatin1(call.method));

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "TarnWaitFor.h"
+#include "auth/NativeSessionStore.h"
+#include "service/TarnAPI.h"
+#include "support/TestWorkspace.h"
+
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+// A real workspace and a service client signed in to it as one person, with
+// the session loaded so that changes carry its CSRF token.
+class MoneyTestSession {
+public:
+    // Empty when all went well; otherwise why it did not.
+    [[nodiscard]] QString start(const QString &email)
+    {
+        workspace = std::make_unique<TestWorkspace>();
+        if (!workspace->isRunning())
+            return workspace->error();
+        QString error;
+        config = Config::fromOptions(workspace->url().toString(), workspace->certificatePath(), &error);
+        if (!config)
+            return error;
+        settings
+            = std::make_unique<QSettings>(settingsFolder.filePath(QStringLiteral("prefs.ini")), QSettings::IniFormat);
+        return signInAs(email);
+    }
+
+    [[nodiscard]] QString signInAs(const QString &email)
+    {
+        const QString token = workspace->signIn(email);
+        if (token.isEmpty())
+            return QStringLiteral("could not sign in");
+        tarnWaitFor(store.save(token));
+        api = std::make_unique<TarnAPI>(*config, store, settings.get());
+        tarnWaitFor(api->refreshSession());
+        return {};
+    }
+
+    std::unique_ptr<TestWorkspace> workspace;
+    std::unique_ptr<TarnAPI> api;
+
+private:
+    NativeSessionStore store { QStringLiteral("co.halvard.pilo-tarn.session.test") };
+    QTemporaryDir settingsFolder;
+    std::unique_ptr<QSettings> settings;
+    std::optional<Config> config;
+};
