@@ -6,6 +6,7 @@
 #include "workspace/WorkspaceResponder.h"
 #include "workspace/WorkspaceSeed.h"
 #include "workspace/WorkspaceTokens.h"
+#include "workspace/routes/BooksRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
@@ -122,6 +123,8 @@ bool WorkspaceServer::start(QString *error)
     TeamRoutes::add(*this);
     GoogleRoutes::add(*this);
     PaymentsRoutes::add(*this);
+    // After the terminal: the books link to its invoices and payments.
+    BooksRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

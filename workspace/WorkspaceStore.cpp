@@ -70,6 +70,34 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS google_connections ("
     " person_id TEXT NOT NULL REFERENCES people(id), service TEXT NOT NULL,"
     " connected_at INTEGER NOT NULL, PRIMARY KEY (person_id, service))",
+    // The books: a double-entry ledger in integer cents. An entry's lines
+    // balance (the ledger refuses one that does not before it is stored).
+    "CREATE TABLE IF NOT EXISTS books_settings (key TEXT PRIMARY KEY, value TEXT NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS books_accounts ("
+    " id TEXT PRIMARY KEY, code TEXT NOT NULL UNIQUE, name TEXT NOT NULL,"
+    " type TEXT NOT NULL CHECK (type IN ('Asset', 'Liability', 'Equity', 'Income', 'Expense')),"
+    " bank INTEGER NOT NULL DEFAULT 0)",
+    "CREATE TABLE IF NOT EXISTS books_entries ("
+    " seq INTEGER PRIMARY KEY AUTOINCREMENT, id TEXT NOT NULL UNIQUE, entry_date TEXT NOT NULL,"
+    " memo TEXT NOT NULL, source_type TEXT, source_id TEXT, reverses_id TEXT)",
+    "CREATE TABLE IF NOT EXISTS books_lines ("
+    " entry_id TEXT NOT NULL REFERENCES books_entries(id), account_id TEXT NOT NULL REFERENCES books_accounts(id),"
+    " debit INTEGER NOT NULL CHECK (debit >= 0), credit INTEGER NOT NULL CHECK (credit >= 0))",
+    "CREATE INDEX IF NOT EXISTS books_lines_entry ON books_lines (entry_id)",
+    "CREATE INDEX IF NOT EXISTS books_lines_account ON books_lines (account_id)",
+    "CREATE TABLE IF NOT EXISTS books_documents ("
+    " id TEXT PRIMARY KEY, kind TEXT NOT NULL, party TEXT NOT NULL, number TEXT, document_date TEXT NOT NULL,"
+    " due_date TEXT NOT NULL, amount INTEGER NOT NULL CHECK (amount > 0), applies_to TEXT,"
+    " entry_id TEXT NOT NULL REFERENCES books_entries(id), voided INTEGER NOT NULL DEFAULT 0)",
+    "CREATE TABLE IF NOT EXISTS books_bank_rows ("
+    " seq INTEGER PRIMARY KEY AUTOINCREMENT, id TEXT NOT NULL UNIQUE,"
+    " bank_account_id TEXT NOT NULL REFERENCES books_accounts(id), row_date TEXT NOT NULL,"
+    " description TEXT NOT NULL, amount INTEGER NOT NULL, reference TEXT NOT NULL, source TEXT NOT NULL,"
+    " fingerprint TEXT NOT NULL, occurrence INTEGER NOT NULL, entry_id TEXT, locked INTEGER NOT NULL DEFAULT 0,"
+    " UNIQUE (bank_account_id, fingerprint, occurrence))",
+    "CREATE TABLE IF NOT EXISTS books_reconciliations ("
+    " id TEXT PRIMARY KEY, bank_account_id TEXT NOT NULL, statement_date TEXT NOT NULL,"
+    " statement_balance INTEGER NOT NULL, preview TEXT NOT NULL)",
     // The payments terminal: amounts in integer cents, days as "YYYY-MM-DD".
     "CREATE TABLE IF NOT EXISTS payment_invoices ("
     " id TEXT PRIMARY KEY, client_id TEXT NOT NULL, client TEXT NOT NULL, invoice_number TEXT,"

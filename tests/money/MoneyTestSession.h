@@ -32,17 +32,25 @@ public:
 
     [[nodiscard]] QString signInAs(const QString &email)
     {
-        const QString token = workspace->signIn(email);
+        token = workspace->signIn(email);
         if (token.isEmpty())
             return QStringLiteral("could not sign in");
         tarnWaitFor(store.save(token));
         api = std::make_unique<TarnAPI>(*config, store, settings.get());
-        tarnWaitFor(api->refreshSession());
+        csrf = tarnWaitFor(api->refreshSession()).csrf;
         return {};
+    }
+
+    // A request the client has no call for, sent as the signed-in person.
+    [[nodiscard]] TestWorkspace::Answer send(const QByteArray &method, const QString &path, const QJsonObject &body)
+    {
+        return workspace->send(method, path, token, body, { { "X-CSRF-Token", csrf.toUtf8() } });
     }
 
     std::unique_ptr<TestWorkspace> workspace;
     std::unique_ptr<TarnAPI> api;
+    QString token;
+    QString csrf;
 
 private:
     NativeSessionStore store { QStringLiteral("co.halvard.pilo-tarn.session.test") };
