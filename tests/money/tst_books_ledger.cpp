@@ -94,18 +94,11 @@ void TestBooksLedger::demoYear()
 {
     const TarnBooks demo = books();
     QVERIFY(demo.entry_count > 100);
-    QCOMPARE(demo.entries.size(), demo.entry_count);
     const auto [debits, credits] = totalsOf(demo);
     QCOMPARE(debits, credits);
-    QVERIFY(debits > 0);
-    QVERIFY(!demo.bank_rows.isEmpty());
-    QVERIFY(!demo.bank_matched.value_or(QList<TarnBooksMatchedRow>()).isEmpty());
-    QVERIFY(std::any_of(demo.customer_invoices.begin(), demo.customer_invoices.end(),
-        [](const TarnBooksCustomerInvoice &invoice) { return invoice.remaining > 0; }));
-    QVERIFY(std::any_of(demo.customer_invoices.begin(), demo.customer_invoices.end(),
-        [](const TarnBooksCustomerInvoice &invoice) { return invoice.status == "Paid"_L1; }));
+    QVERIFY(!demo.bank_rows.isEmpty() && !demo.bank_matched.value_or(QList<TarnBooksMatchedRow>()).isEmpty());
     const TarnBooksReport year = tarnWaitFor(booksReport(*session.api, day(-366), day(0)));
-    QVERIFY(year.revenue > 0 && year.expenses > 0);
+    QVERIFY(year.revenue > year.expenses && year.expenses > 0);
     QCOMPARE(year.net_income, year.revenue - year.expenses);
 }
 

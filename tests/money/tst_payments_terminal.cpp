@@ -2,7 +2,6 @@
 #include "money/TarnPaymentRefundState.h"
 #include "money/TarnPaymentsCalls.h"
 
-#include <QDate>
 #include <QTest>
 
 #include <algorithm>
@@ -56,18 +55,16 @@ QString errorOf(auto task)
 
 Q_DECLARE_METATYPE(RefundCase)
 
-// The payments terminal against the real local workspace: its demo month,
-// charges that happen once per request key, offline payments, and refunds
-// that move money only when an owner approves them.
+// The payments terminal against the real local workspace: offline payments,
+// and refunds that move money only when an owner approves them and never
+// beyond what was paid. Charges once per key: tst_payments_view.
 class TestPaymentsTerminal : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void demoMonth();
     void refunds_data();
     void refunds();
-    void chargeRetriedAfterLostAnswer();
     void offlinePayment();
     void closedToPeopleWithoutPayments();
 
@@ -80,29 +77,6 @@ void TestPaymentsTerminal::init()
     // A fresh workspace per test: each one moves money.
     const QString failed = session.start(u"maren@halvard.example"_s);
     QVERIFY2(failed.isEmpty(), qPrintable(failed));
-}
-
-void TestPaymentsTerminal::demoMonth()
-{
-    const TarnPaymentsTerminal list = terminal(*session.api);
-    const QString monthAgo = QDate::currentDate().addDays(-31).toString(Qt::ISODate);
-    QVERIFY(list.payments.size() >= 12);
-    for (const TarnPayment &payment : list.payments)
-        QVERIFY2(payment.date > monthAgo, qPrintable(payment.id));
-    QVERIFY(!list.open_invoices.isEmpty());
-
-    // A refund in each state, and the money sent back listed as a refund.
-    const TarnPaymentRefundState refunds = refundStateOf(list);
-    QStringList pills;
-    for (const TarnPaymentRefundRequest &request : list.refund_requests) {
-        const std::optional<TarnPayment> paid = paymentOf(list, request.payment_id);
-        QVERIFY(paid);
-        pills.append(refunds.pill(paid->id, paid->status, paid->amount).text);
-    }
-    pills.sort();
-    QCOMPARE(pills, (QStringList { u"Paid"_s, u"Refund requested"_s, u"Refunded"_s }));
-    QVERIFY(std::any_of(list.payments.begin(), list.payments.end(),
-        [](const TarnPayment &payment) { return payment.id.startsWith("refund-"_L1); }));
 }
 
 void TestPaymentsTerminal::refunds_data()
@@ -153,36 +127,6 @@ void TestPaymentsTerminal::refunds()
     const qint64 refundsListed = std::count_if(list.payments.begin(), list.payments.end(),
         [](const TarnPayment &p) { return p.id.startsWith("refund-"_L1) && p.reference == u"pay-1031"_s; });
     QCOMPARE(refundsListed, sentBack > 0 ? 1 : 0);
-}
-
-void TestPaymentsTerminal::chargeRetriedAfterLostAnswer()
-{
-    TarnAPI &api = *session.api;
-    const TarnPaymentsTerminal before = terminal(api);
-    QVERIFY(!before.open_invoices.isEmpty());
-    const TarnOpenInvoice invoice = before.open_invoices.first();
-    const QString clientID = invoice.client_id;
-    const TarnPaymentCards saved = tarnWaitFor(TarnPaymentsCalls::cards(api, clientID));
-    QCOMPARE(saved.cards.size(), 1);
-    const TarnPaymentCard card = saved.cards.first();
-
-    // The first answer is lost on the way back; the retry carries the same key.
-    const QString key = u"attempt-1"_s;
-    const TarnChargeReceipt first = tarnWaitFor(TarnPaymentsCalls::chargeInvoice(api, invoice, card, key));
-    const TarnChargeReceipt retried = tarnWaitFor(TarnPaymentsCalls::chargeInvoice(api, invoice, card, key));
-    QCOMPARE(retried, first);
-    QCOMPARE(first.amount, invoice.remaining);
-    QCOMPARE(first.status, u"Paid"_s);
-
-    const TarnPaymentsTerminal after = terminal(api);
-    QCOMPARE(after.payments.size(), before.payments.size() + 1);
-    QVERIFY(std::none_of(after.open_invoices.begin(), after.open_invoices.end(),
-        [&invoice](const TarnOpenInvoice &open) { return open.id == invoice.id; }));
-    // A new attempt on the paid invoice charges nothing.
-    const QString fresh = u"attempt-2"_s;
-    QCOMPARE(errorOf(TarnPaymentsCalls::chargeInvoice(api, invoice, card, fresh)),
-        u"Charge between $0.01 and what the invoice still owes."_s);
-    QCOMPARE(terminal(api).payments.size(), after.payments.size());
 }
 
 void TestPaymentsTerminal::offlinePayment()

@@ -686,7 +686,7 @@ void BooksLedger::plantDemoWhenEmpty()
             if (day > today)
                 break;
             const QString customer = customers[(month + k) % 5];
-            const qint64 amount = 180'000 + 37'500 * ((month * 3 + k * 5) % 7) + 1'250 * k;
+            const qint64 amount = 650'000 + 95'000 * ((month * 3 + k * 5) % 7) + 1'250 * k;
             const QString income = k == 2 ? u"acct-4100"_s : QString(sales);
             const QString number = QString::number(invoiceNumber);
             const QString id = u"ci-"_s + number;
@@ -737,7 +737,7 @@ void BooksLedger::plantDemoWhenEmpty()
         }
         const QDate payday = start.addDays(24);
         if (payday <= today) {
-            const qint64 payroll = 1'850'000;
+            const qint64 payroll = 1'240'000;
             const QString payrollEntry = entryOf(insertEntry(
                 payday.toString(Qt::ISODate), u"Payroll"_s, { { u"acct-6200"_s, payroll, 0 }, { bank, 0, payroll } }));
             feed(payday, u"Payroll run"_s, -payroll, payrollEntry);
