@@ -11,6 +11,17 @@
 
 #include <memory>
 
+// The text of the error a call ends in, or an empty text when it succeeds.
+template <typename T> QString errorOf(QCoro::Task<T> task)
+{
+    try {
+        tarnWaitFor(std::move(task));
+        return {};
+    } catch (const TarnAPIError &error) {
+        return error.text();
+    }
+}
+
 // A real workspace and a service client signed in to it as one person, with
 // the session loaded so that changes carry its CSRF token.
 class MoneyTestSession {

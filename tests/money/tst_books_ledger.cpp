@@ -19,16 +19,6 @@ using namespace TarnBooksCalls;
 
 const QString bank = u"acct-1000"_s;
 
-QString errorOf(auto task)
-{
-    try {
-        tarnWaitFor(std::move(task));
-        return {};
-    } catch (const TarnAPIError &error) {
-        return error.text();
-    }
-}
-
 QString day(int fromToday)
 {
     return QDate::currentDate().addDays(fromToday).toString(Qt::ISODate);

@@ -41,16 +41,6 @@ std::optional<TarnPayment> paymentOf(const TarnPaymentsTerminal &list, const QSt
     return found == list.payments.end() ? std::nullopt : std::optional(*found);
 }
 
-QString errorOf(auto task)
-{
-    try {
-        tarnWaitFor(std::move(task));
-        return {};
-    } catch (const TarnAPIError &error) {
-        return error.text();
-    }
-}
-
 } // namespace
 
 Q_DECLARE_METATYPE(RefundCase)

@@ -1,17 +1,18 @@
 #include "workspace/routes/BooksLedger.h"
 
+#include "workspace/routes/BooksSql.h"
+
 #include "money/TarnLedgerDates.h"
 #include "money/TarnMoneyInput.h"
 
 #include <QDate>
 #include <QHash>
 #include <QJsonDocument>
-#include <QSqlError>
 #include <QSqlQuery>
-#include <QUuid>
 #include <QVariant>
 
 using namespace Qt::StringLiterals;
+using namespace BooksSql;
 
 namespace {
 
@@ -20,40 +21,6 @@ constexpr qint64 bankLimit = 100'000'000'000;
 constexpr auto receivable = "acct-1200"_L1;
 constexpr auto payable = "acct-2000"_L1;
 constexpr auto sales = "acct-4000"_L1;
-
-QSqlQuery run(const QSqlDatabase &db, const QString &sql, const QVariantList &values = {})
-{
-    QSqlQuery q(db);
-    q.setForwardOnly(true);
-    q.prepare(sql);
-    for (const QVariant &value : values)
-        q.addBindValue(value);
-    if (!q.exec())
-        qWarning("workspace: %s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
-    return q;
-}
-
-qint64 single(const QSqlDatabase &db, const QString &sql, const QVariantList &values = {})
-{
-    QSqlQuery q = run(db, sql, values);
-    return q.next() ? q.value(0).toLongLong() : 0;
-}
-
-QString text(const QSqlDatabase &db, const QString &sql, const QVariantList &values = {})
-{
-    QSqlQuery q = run(db, sql, values);
-    return q.next() ? q.value(0).toString() : QString();
-}
-
-QString newID(QLatin1StringView prefix)
-{
-    return prefix + QUuid::createUuid().toString(QUuid::Id128).left(12);
-}
-
-QVariant orNull(const QString &value)
-{
-    return value.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(value);
-}
 
 void insertOptional(QJsonObject &object, const QString &key, const QVariant &value)
 {
@@ -440,13 +407,17 @@ std::optional<BankRow> bankRow(const QSqlDatabase &db, const QString &id)
         q.value(4).toString(), q.value(5).toInt() != 0 };
 }
 
+enum class Matched { any, not_yet };
+
 // Why a bank row may not change now, if it may not.
-std::optional<BooksLedger::Outcome> frozen(const std::optional<BankRow> &row)
+std::optional<BooksLedger::Outcome> frozen(const std::optional<BankRow> &row, Matched wanted = Matched::any)
 {
     if (!row)
         return BooksLedger::Outcome::refused(404, u"That bank row is not in the books."_s);
     if (row->locked)
         return BooksLedger::Outcome::refused(409, u"That bank row is in a closed statement."_s);
+    if (wanted == Matched::not_yet && !row->entryID.isEmpty())
+        return BooksLedger::Outcome::refused(409, u"Unmatch the bank row first."_s);
     return std::nullopt;
 }
 
@@ -456,10 +427,8 @@ BooksLedger::Outcome BooksLedger::match(const QString &rowID, const QString &ent
 {
     return inTransaction([&]() -> Outcome {
         const std::optional<BankRow> row = bankRow(m_db, rowID);
-        if (std::optional<Outcome> refused = frozen(row))
+        if (std::optional<Outcome> refused = frozen(row, Matched::not_yet))
             return *refused;
-        if (!row->entryID.isEmpty())
-            return Outcome::refused(409, u"Unmatch the bank row first."_s);
         if (single(m_db, u"SELECT COUNT(*) FROM books_entries WHERE id = ?"_s, { entryID }) == 0)
             return Outcome::refused(404, u"That entry is not in the books."_s);
         if (movement(m_db, entryID, row->bankID) != row->amount)
@@ -486,10 +455,8 @@ BooksLedger::Outcome BooksLedger::categorize(const QString &rowID, const QString
 {
     return inTransaction([&]() -> Outcome {
         const std::optional<BankRow> row = bankRow(m_db, rowID);
-        if (std::optional<Outcome> refused = frozen(row))
+        if (std::optional<Outcome> refused = frozen(row, Matched::not_yet))
             return *refused;
-        if (!row->entryID.isEmpty())
-            return Outcome::refused(409, u"Unmatch the bank row first."_s);
         if (accountID == row->bankID)
             return Outcome::refused(400, u"Choose an account other than the bank's own."_s);
         const qint64 cents = qAbs(row->amount);

@@ -2,6 +2,7 @@
 
 #include "workspace/WorkspaceRequest.h"
 #include "workspace/WorkspaceServer.h"
+#include "workspace/routes/BooksSql.h"
 
 #include "money/TarnLedgerDates.h"
 #include "money/TarnPaymentRefundState.h"
@@ -10,12 +11,11 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QSqlDatabase>
-#include <QSqlError>
 #include <QSqlQuery>
-#include <QUuid>
 #include <QVariant>
 
 using namespace Qt::StringLiterals;
+using namespace BooksSql;
 
 namespace {
 
@@ -23,36 +23,9 @@ using Access = WorkspaceRouter::Access;
 
 constexpr auto refundPrefix = "refund-"_L1;
 
-QSqlQuery run(const QSqlDatabase &db, const QString &sql, const QVariantList &values = {})
-{
-    QSqlQuery q(db);
-    q.prepare(sql);
-    for (const QVariant &value : values)
-        q.addBindValue(value);
-    if (!q.exec())
-        qWarning("workspace: %s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
-    return q;
-}
-
-qint64 single(const QSqlDatabase &db, const QString &sql, const QVariantList &values)
-{
-    QSqlQuery q = run(db, sql, values);
-    return q.next() ? q.value(0).toLongLong() : 0;
-}
-
-QString newID(QLatin1StringView prefix)
-{
-    return prefix + QUuid::createUuid().toString(QUuid::Id128).left(12);
-}
-
 QString today()
 {
     return QDate::currentDate().toString(Qt::ISODate);
-}
-
-QVariant nullIfEmpty(const QString &text)
-{
-    return text.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(text);
 }
 
 // What an invoice still owes: its amount less the payments received for it.
@@ -158,7 +131,7 @@ void insertPayment(const QSqlDatabase &db, const QString &id, const Invoice &pai
     run(db,
         u"INSERT INTO payments (id, client_id, client, invoice_id, amount, status, date, method, reference)"
         " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"_s,
-        { id, paid.clientID, paid.client, nullIfEmpty(paid.id), amount, status, date, method, nullIfEmpty(reference) });
+        { id, paid.clientID, paid.client, orNull(paid.id), amount, status, date, method, orNull(reference) });
 }
 
 QJsonObject receipt(const QSqlDatabase &db, const QString &paymentID)
