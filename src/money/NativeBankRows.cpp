@@ -24,11 +24,6 @@ QList<NativeKeyedListModel<Row, &Row::id>::Role> roles()
     };
 }
 
-QString dollars(qint64 cents)
-{
-    return u"$"_s + TarnMoneyInput::text(cents);
-}
-
 } // namespace
 
 NativeBankRows::NativeBankRows(TarnAPI &api, QObject *parent)
@@ -45,12 +40,13 @@ void NativeBankRows::setBooks(const TarnBooks &books)
     QList<Row> waiting;
     for (const TarnBooksBankRow &row : books.bank_rows) {
         const QString source = row.isMercury() ? u"Bank feed"_s : u"Statement import"_s;
-        waiting.append({ row.id, row.row_date, row.description, dollars(row.amount), source });
+        waiting.append({ row.id, row.row_date, row.description, TarnMoneyInput::dollars(row.amount), source });
     }
     m_unmatched.setRows(waiting);
     QList<Row> reviewed;
     for (const TarnBooksMatchedRow &row : books.bank_matched.value_or(QList<TarnBooksMatchedRow>()))
-        reviewed.append({ row.id, row.row_date, row.description, dollars(row.amount), u"Matched to ledger"_s });
+        reviewed.append(
+            { row.id, row.row_date, row.description, TarnMoneyInput::dollars(row.amount), u"Matched to ledger"_s });
     m_matched.setRows(reviewed);
 }
 

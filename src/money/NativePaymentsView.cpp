@@ -29,11 +29,6 @@ constexpr std::array filterNames { FilterName { TarnPaymentFilter::all, "all"_L1
     FilterName { TarnPaymentFilter::paid, "paid"_L1 }, FilterName { TarnPaymentFilter::pending, "pending"_L1 },
     FilterName { TarnPaymentFilter::refunded, "refunded"_L1 } };
 
-QString dollars(qint64 cents)
-{
-    return u"$"_s + TarnMoneyInput::text(cents);
-}
-
 } // namespace
 
 NativePaymentsView::NativePaymentsView(TarnAPI &api, QObject *parent)
@@ -89,7 +84,7 @@ void NativePaymentsView::setFilter(const QString &filter)
 QString NativePaymentsView::receivedTotal() const
 {
     const QString today = QDate::currentDate().toString(Qt::ISODate);
-    return dollars(TarnPaymentTotals::receivedInMonth(m_terminal.payments, today).total);
+    return TarnMoneyInput::dollars(TarnPaymentTotals::receivedInMonth(m_terminal.payments, today).total);
 }
 
 int NativePaymentsView::receivedCount() const
@@ -141,15 +136,15 @@ void NativePaymentsView::apply()
         if (!matches(m_filter, payment, refunds))
             continue;
         const TarnPaymentPill pill = refunds.pill(payment.id, payment.status, payment.amount);
-        rows.append({ payment.id, payment.client, dollars(payment.amount), payment.date, pill.tone, pill.text,
-            refunds.canRefund(payment.id, payment.status, payment.amount),
+        rows.append({ payment.id, payment.client, TarnMoneyInput::dollars(payment.amount), payment.date, pill.tone,
+            pill.text, refunds.canRefund(payment.id, payment.status, payment.amount),
             TarnMoneyInput::text(refunds.leftToRefund(payment.id, payment.amount)), waiting.value(payment.id) });
     }
     m_payments.setRows(rows);
     QList<InvoiceRow> invoices;
     for (const TarnOpenInvoice &open : m_terminal.open_invoices) {
-        invoices.append(
-            { open.id, open.client, open.invoice_number.value_or(open.id), open.due_on, dollars(open.remaining) });
+        invoices.append({ open.id, open.client, open.invoice_number.value_or(open.id), open.due_on,
+            TarnMoneyInput::dollars(open.remaining) });
     }
     m_invoices.setRows(invoices);
 }
@@ -270,7 +265,8 @@ void NativePaymentsView::charge(const QString &invoiceID, const QString &profile
     const TarnPaymentCard card { profileID, {}, {}, {}, std::nullopt };
     const QString requestKey = key;
     change([this, owed, card, requestKey] { return TarnPaymentsCalls::chargeInvoice(m_api, owed, card, requestKey); },
-        u"Charged %1"_s.arg(dollars(owed.remaining)), [this, invoiceID] { m_chargeKeys.remove(invoiceID); });
+        u"Charged %1"_s.arg(TarnMoneyInput::dollars(owed.remaining)),
+        [this, invoiceID] { m_chargeKeys.remove(invoiceID); });
 }
 
 bool NativePaymentsView::recordOffline(const QString &invoiceID, const QString &reference, const QString &paidOn)

@@ -9,15 +9,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString dollars(qint64 cents)
-{
-    return u"$"_s + TarnMoneyInput::text(cents);
-}
-
-} // namespace
-
 NativeReconciliation::NativeReconciliation(TarnAPI &api, QObject *parent)
     : QObject(parent)
     , m_api(api)
@@ -31,17 +22,17 @@ qint64 NativeReconciliation::figure(qint64 TarnBooksReconciliation::*field) cons
 
 QString NativeReconciliation::ledgerBalance() const
 {
-    return dollars(figure(&TarnBooksReconciliation::ledger_balance));
+    return TarnMoneyInput::dollars(figure(&TarnBooksReconciliation::ledger_balance));
 }
 
 QString NativeReconciliation::outstandingTotal() const
 {
-    return dollars(figure(&TarnBooksReconciliation::outstanding_total));
+    return TarnMoneyInput::dollars(figure(&TarnBooksReconciliation::outstanding_total));
 }
 
 QString NativeReconciliation::adjustedBalance() const
 {
-    return dollars(figure(&TarnBooksReconciliation::adjusted_balance));
+    return TarnMoneyInput::dollars(figure(&TarnBooksReconciliation::adjusted_balance));
 }
 
 int NativeReconciliation::importedCount() const
@@ -119,7 +110,7 @@ bool NativeReconciliation::close(const QString &statementBalance)
         m_error = u"Match or categorize every bank row through this date first."_s;
     else if (*balance != m_preview->adjusted_balance)
         m_error = u"The statement ending balance differs from the adjusted balance by %1."_s.arg(
-            dollars(*balance - m_preview->adjusted_balance));
+            TarnMoneyInput::dollars(*balance - m_preview->adjusted_balance));
     else {
         m_error.clear();
         m_loading = true;

@@ -28,11 +28,6 @@ void insertOptional(QJsonObject &object, const QString &key, const QVariant &val
         object.insert(key, value.toString());
 }
 
-QString dollars(qint64 cents)
-{
-    return u"$"_s + TarnMoneyInput::text(cents);
-}
-
 BooksLedger::Outcome badDay(const QString &what)
 {
     return BooksLedger::Outcome::refused(400, u"Give the %1 as YYYY-MM-DD."_s.arg(what));
@@ -89,8 +84,9 @@ BooksLedger::Outcome BooksLedger::insertEntry(const QString &date, const QString
         credits += line.credit;
     }
     if (debits != credits) {
-        return Outcome::refused(
-            400, u"The entry does not balance: debits %1, credits %2."_s.arg(dollars(debits), dollars(credits)));
+        return Outcome::refused(400,
+            u"The entry does not balance: debits %1, credits %2."_s.arg(
+                TarnMoneyInput::dollars(debits), TarnMoneyInput::dollars(credits)));
     }
     const QString id = newID("je-"_L1);
     run(m_db,
@@ -433,7 +429,7 @@ BooksLedger::Outcome BooksLedger::match(const QString &rowID, const QString &ent
             return Outcome::refused(404, u"That entry is not in the books."_s);
         if (movement(m_db, entryID, row->bankID) != row->amount)
             return Outcome::refused(
-                400, u"That entry does not move %1 through this account."_s.arg(dollars(row->amount)));
+                400, u"That entry does not move %1 through this account."_s.arg(TarnMoneyInput::dollars(row->amount)));
         if (single(m_db, u"SELECT COUNT(*) FROM books_bank_rows WHERE entry_id = ?"_s, { entryID }) > 0)
             return Outcome::refused(409, u"That entry is matched to another bank row."_s);
         run(m_db, u"UPDATE books_bank_rows SET entry_id = ? WHERE id = ?"_s, { entryID, rowID });
@@ -523,7 +519,7 @@ BooksLedger::Outcome BooksLedger::close(const QString &bankID, const QString &da
     if (balance != adjusted) {
         return Outcome::refused(409,
             u"The statement ending balance differs from the adjusted balance by %1."_s.arg(
-                dollars(balance - adjusted)));
+                TarnMoneyInput::dollars(balance - adjusted)));
     }
     return inTransaction([&]() -> Outcome {
         const QString id = newID("rec-"_L1);
