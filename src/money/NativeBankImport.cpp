@@ -1,5 +1,6 @@
 #include "money/NativeBankImport.h"
 
+#include "money/NativeOutcome.h"
 #include "money/TarnBooksCalls.h"
 #include "service/TarnAPI.h"
 
@@ -67,23 +68,18 @@ void NativeBankImport::send()
 QCoro::Task<> NativeBankImport::importRows(QString bankID, QList<TarnBankCSV::Row> rows, int generation)
 {
     const QPointer<NativeBankImport> self(this);
-    std::optional<TarnBooksImportResult> stored;
-    QString failure;
-    try {
-        stored = co_await TarnBooksCalls::importBooksBankRows(m_api, bankID, rows);
-    } catch (const TarnAPIError &error) {
-        failure = error.text();
-    }
+    auto call = [&] { return TarnBooksCalls::importBooksBankRows(m_api, bankID, rows); };
+    NativeOutcome<TarnBooksImportResult> outcome = co_await nativeOutcome(std::move(call));
     if (!self || generation != m_generation)
         co_return;
     m_importing = false;
-    if (stored) {
+    if (outcome.value) {
         m_rows.clear();
-        m_result = u"%1 imported, %2 duplicates"_s.arg(stored->imported).arg(stored->duplicates);
+        m_result = u"%1 imported, %2 duplicates"_s.arg(outcome.value->imported).arg(outcome.value->duplicates);
         Q_EMIT changed();
         Q_EMIT imported();
         co_return;
     }
-    m_result = failure;
+    m_result = outcome.error;
     Q_EMIT changed();
 }

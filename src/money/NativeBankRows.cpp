@@ -1,5 +1,6 @@
 #include "money/NativeBankRows.h"
 
+#include "money/NativeOutcome.h"
 #include "money/TarnBooksCalls.h"
 #include "money/TarnMoneyInput.h"
 #include "service/TarnAPI.h"
@@ -71,18 +72,13 @@ template <typename Call> QCoro::Task<> NativeBankRows::change(Call call)
     m_busy = true;
     m_error.clear();
     Q_EMIT stateChanged();
-    QString failure;
-    try {
-        co_await call();
-    } catch (const TarnAPIError &error) {
-        failure = error.text();
-    }
+    const auto outcome = co_await nativeOutcome(std::move(call));
     if (!self)
         co_return;
     m_busy = false;
-    m_error = failure;
+    m_error = outcome.error;
     Q_EMIT stateChanged();
-    if (failure.isEmpty())
+    if (outcome.error.isEmpty())
         Q_EMIT booksChanged();
 }
 

@@ -1,5 +1,6 @@
 #include "money/NativeBooksReport.h"
 
+#include "money/NativeOutcome.h"
 #include "money/TarnBooksCalls.h"
 #include "money/TarnLedgerDates.h"
 #include "money/TarnMoneyInput.h"
@@ -110,19 +111,14 @@ void NativeBooksReport::more()
 QCoro::Task<> NativeBooksReport::loadPage(qint64 offset, int generation)
 {
     const QPointer<NativeBooksReport> self(this);
-    QString failure;
-    std::optional<TarnBooksRegister> page;
-    try {
-        page = co_await TarnBooksCalls::booksRegister(m_api, m_start, m_end, m_accountID, offset);
-    } catch (const TarnAPIError &error) {
-        failure = error.text();
-    }
+    auto call = [&] { return TarnBooksCalls::booksRegister(m_api, m_start, m_end, m_accountID, offset); };
+    NativeOutcome<TarnBooksRegister> outcome = co_await nativeOutcome(std::move(call));
     if (!self || generation != m_generation)
         co_return;
     m_loading = false;
-    m_error = failure;
-    if (page)
-        append(*page);
+    m_error = outcome.error;
+    if (outcome.value)
+        append(*outcome.value);
     Q_EMIT changed();
 }
 

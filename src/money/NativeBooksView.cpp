@@ -1,5 +1,6 @@
 #include "money/NativeBooksView.h"
 
+#include "money/NativeOutcome.h"
 #include "money/TarnBooksCalls.h"
 #include "money/TarnBooksPages.h"
 #include "money/TarnLedgerDates.h"
@@ -88,19 +89,14 @@ QCoro::Task<> NativeBooksView::load(int generation)
     const QPointer<NativeBooksView> self(this);
     m_loading = true;
     Q_EMIT stateChanged();
-    std::optional<TarnBooks> books;
-    QString failure;
-    try {
-        books = co_await TarnBooksCalls::books(m_api);
-    } catch (const TarnAPIError &error) {
-        failure = error.text();
-    }
+    auto call = [&] { return TarnBooksCalls::books(m_api); };
+    NativeOutcome<TarnBooks> outcome = co_await nativeOutcome(std::move(call));
     if (!self || generation != m_generation)
         co_return;
     // The terminal's payments fill in where the books are silent; a person
     // without the terminal sees the books alone.
     TarnPaymentsTerminal terminal;
-    if (books) {
+    if (outcome.value) {
         try {
             terminal = co_await TarnPaymentsCalls::payments(m_api);
         } catch (const TarnAPIError &) {
@@ -108,11 +104,11 @@ QCoro::Task<> NativeBooksView::load(int generation)
         }
         if (!self || generation != m_generation)
             co_return;
-        m_books = std::move(*books);
+        m_books = std::move(*outcome.value);
         apply(terminal);
     }
     m_loading = false;
-    m_error = failure;
+    m_error = outcome.error;
     Q_EMIT stateChanged();
 }
 
@@ -154,15 +150,10 @@ template <typename Call> QCoro::Task<> NativeBooksView::change(Call call)
 {
     const QPointer<NativeBooksView> self(this);
     setForm(true, {});
-    QString failure;
-    try {
-        co_await call();
-    } catch (const TarnAPIError &error) {
-        failure = error.text();
-    }
+    const auto outcome = co_await nativeOutcome(std::move(call));
     if (!self)
         co_return;
-    setForm(false, failure);
+    setForm(false, outcome.error);
     reload();
 }
 

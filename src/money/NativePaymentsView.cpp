@@ -1,5 +1,6 @@
 #include "money/NativePaymentsView.h"
 
+#include "money/NativeOutcome.h"
 #include "money/TarnLedgerDates.h"
 #include "money/TarnMoneyInput.h"
 #include "money/TarnPaymentRefundState.h"
@@ -103,19 +104,14 @@ QCoro::Task<> NativePaymentsView::load(int generation)
     const QPointer<NativePaymentsView> self(this);
     m_loading = true;
     Q_EMIT stateChanged();
-    QString failure;
-    std::optional<TarnPaymentsTerminal> loaded;
-    try {
-        loaded = co_await TarnPaymentsCalls::payments(m_api);
-    } catch (const TarnAPIError &error) {
-        failure = error.text();
-    }
+    auto call = [&] { return TarnPaymentsCalls::payments(m_api); };
+    NativeOutcome<TarnPaymentsTerminal> outcome = co_await nativeOutcome(std::move(call));
     if (!self || generation != m_generation)
         co_return;
     m_loading = false;
-    m_error = failure;
-    if (loaded) {
-        m_terminal = std::move(*loaded);
+    m_error = outcome.error;
+    if (outcome.value) {
+        m_terminal = std::move(*outcome.value);
         apply();
     }
     Q_EMIT stateChanged();
@@ -170,16 +166,11 @@ QCoro::Task<> NativePaymentsView::change(Call call, QString message, std::functi
 {
     const QPointer<NativePaymentsView> self(this);
     setForm(true, {});
-    QString failure;
-    try {
-        co_await call();
-    } catch (const TarnAPIError &error) {
-        failure = error.text();
-    }
+    const auto outcome = co_await nativeOutcome(std::move(call));
     if (!self)
         co_return;
-    setForm(false, failure);
-    if (failure.isEmpty()) {
+    setForm(false, outcome.error);
+    if (outcome.error.isEmpty()) {
         if (succeeded)
             succeeded();
         Q_EMIT done(message);
@@ -230,21 +221,16 @@ void NativePaymentsView::chooseInvoice(const QString &invoiceID)
 QCoro::Task<> NativePaymentsView::loadCards(QString clientID, int generation)
 {
     const QPointer<NativePaymentsView> self(this);
-    QString failure;
-    std::optional<TarnPaymentCards> saved;
-    try {
-        saved = co_await TarnPaymentsCalls::cards(m_api, clientID);
-    } catch (const TarnAPIError &error) {
-        failure = error.text();
-    }
+    auto call = [&] { return TarnPaymentsCalls::cards(m_api, clientID); };
+    NativeOutcome<TarnPaymentCards> outcome = co_await nativeOutcome(std::move(call));
     if (!self || generation != m_cardsGeneration)
         co_return;
-    if (!saved) {
-        setForm(false, failure);
+    if (!outcome.value) {
+        setForm(false, outcome.error);
         co_return;
     }
     QList<CardRow> rows;
-    for (const TarnPaymentCard &card : saved->cards)
+    for (const TarnPaymentCard &card : outcome.value->cards)
         rows.append({ card.payment_profile_id,
             u"%1 ending %2, expires %3"_s.arg(card.card_type, card.last4, card.expiration) });
     m_cards.setRows(rows);

@@ -1,5 +1,6 @@
 #include "money/NativeReconciliation.h"
 
+#include "money/NativeOutcome.h"
 #include "money/TarnBooksCalls.h"
 #include "money/TarnLedgerDates.h"
 #include "money/TarnMoneyInput.h"
@@ -84,18 +85,13 @@ void NativeReconciliation::preview(const QString &bankAccountID, const QString &
 QCoro::Task<> NativeReconciliation::loadPreview(QString bankID, QString date, int generation)
 {
     const QPointer<NativeReconciliation> self(this);
-    std::optional<TarnBooksReconciliation> loaded;
-    QString failure;
-    try {
-        loaded = co_await TarnBooksCalls::booksReconciliation(m_api, bankID, date);
-    } catch (const TarnAPIError &error) {
-        failure = error.text();
-    }
+    auto call = [&] { return TarnBooksCalls::booksReconciliation(m_api, bankID, date); };
+    NativeOutcome<TarnBooksReconciliation> outcome = co_await nativeOutcome(std::move(call));
     if (!self || generation != m_generation)
         co_return;
     m_loading = false;
-    m_preview = loaded;
-    m_error = failure;
+    m_preview = outcome.value;
+    m_error = outcome.error;
     Q_EMIT changed();
 }
 
@@ -127,23 +123,18 @@ QCoro::Task<> NativeReconciliation::closeStatement(qint64 balance, int generatio
     const QPointer<NativeReconciliation> self(this);
     const QString bankID = m_preview->bank_account_id;
     const QString date = m_preview->statement_date;
-    std::optional<TarnBooksReconciliationClosed> done;
-    QString failure;
-    try {
-        done = co_await TarnBooksCalls::closeBooksReconciliation(m_api, bankID, date, balance);
-    } catch (const TarnAPIError &error) {
-        failure = error.text();
-    }
+    auto call = [&] { return TarnBooksCalls::closeBooksReconciliation(m_api, bankID, date, balance); };
+    NativeOutcome<TarnBooksReconciliationClosed> outcome = co_await nativeOutcome(std::move(call));
     if (!self || generation != m_generation)
         co_return;
     m_loading = false;
-    m_error = failure;
-    if (done) {
-        m_closedID = done->id;
-        m_preview = done->preview;
+    m_error = outcome.error;
+    if (outcome.value) {
+        m_closedID = outcome.value->id;
+        m_preview = outcome.value->preview;
         m_preview->last_closed_date = date;
     }
     Q_EMIT changed();
-    if (done)
+    if (outcome.value)
         Q_EMIT closed();
 }
