@@ -7,6 +7,7 @@
 #include "service/TarnAPI.h"
 
 #include <QPointer>
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 
@@ -126,7 +127,14 @@ void NativeBooksReport::append(const TarnBooksRegister &page)
 {
     m_total = page.total;
     QList<Row> rows = m_rows.rows();
-    for (const TarnBooksRegisterEntry &entry : page.entries)
-        rows.append(rowOf(entry));
+    QSet<QString> listed;
+    for (const Row &row : rows)
+        listed.insert(row.id);
+    // An entry posted between two pages shifts the offsets by one: the next
+    // page may repeat an entry already listed.
+    for (const TarnBooksRegisterEntry &entry : page.entries) {
+        if (!listed.contains(entry.id))
+            rows.append(rowOf(entry));
+    }
     m_rows.setRows(rows);
 }
