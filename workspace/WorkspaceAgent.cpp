@@ -85,7 +85,7 @@ WorkspaceAgent::WorkspaceAgent(WorkspaceStore &store, WorkspaceOptions::Agent mo
 
 QSqlQuery WorkspaceAgent::prepare(const QString &sql) const
 {
-    QSqlQuery q(QSqlDatabase::database(m_store.connectionName()));
+    QSqlQuery q(m_store.database());
     if (!q.prepare(sql))
         qWarning("workspace: could not prepare an agent statement: %s", qPrintable(q.lastError().text()));
     return q;

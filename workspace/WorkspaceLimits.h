@@ -17,6 +17,9 @@ inline constexpr qint64 bodyBytes = 64 * 1024;
 // The largest route: a mail with 18 MiB of attachments travels as base64
 // (4/3 of that, 24 MiB) plus its text and envelope.
 inline constexpr qint64 mailBodyBytes = 26 * 1024 * 1024;
+// A bank statement's 500 rows as JSON: descriptions of up to 500 characters
+// that may each grow sixfold when escaped.
+inline constexpr qint64 statementBodyBytes = 4 * 1024 * 1024;
 
 // An open connection with no request under way is closed after this.
 inline constexpr int idleTimeoutMs = 30'000;

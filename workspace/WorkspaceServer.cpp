@@ -8,7 +8,9 @@
 #include "workspace/WorkspaceTokens.h"
 #include "workspace/routes/AgentRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
+#include "workspace/routes/BooksRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
+#include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
 #include "workspace/routes/TeamRoutes.h"
@@ -125,6 +127,9 @@ bool WorkspaceServer::start(QString *error)
     AgentRoutes::add(*this);
     if (!ChatRoutes::add(*this, error))
         return false;
+    PaymentsRoutes::add(*this);
+    // After the terminal: the books link to its invoices and payments.
+    BooksRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

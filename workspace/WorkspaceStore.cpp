@@ -76,6 +76,50 @@ const char *const schema[] = {
     " content TEXT NOT NULL, status TEXT NOT NULL, reply TEXT, created_at INTEGER NOT NULL,"
     " origin TEXT, page TEXT, title TEXT, run TEXT NOT NULL, changed_at INTEGER NOT NULL,"
     " decision TEXT, reconciliation TEXT, decided_by TEXT, UNIQUE (person_id, request_key))",
+    // The books: a double-entry ledger in integer cents. An entry's lines
+    // balance (the ledger refuses one that does not before it is stored).
+    "CREATE TABLE IF NOT EXISTS books_settings (key TEXT PRIMARY KEY, value TEXT NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS books_accounts ("
+    " id TEXT PRIMARY KEY, code TEXT NOT NULL UNIQUE, name TEXT NOT NULL,"
+    " type TEXT NOT NULL CHECK (type IN ('Asset', 'Liability', 'Equity', 'Income', 'Expense')),"
+    " bank INTEGER NOT NULL DEFAULT 0)",
+    "CREATE TABLE IF NOT EXISTS books_entries ("
+    " seq INTEGER PRIMARY KEY AUTOINCREMENT, id TEXT NOT NULL UNIQUE, entry_date TEXT NOT NULL,"
+    " memo TEXT NOT NULL, source_type TEXT, source_id TEXT, reverses_id TEXT)",
+    "CREATE TABLE IF NOT EXISTS books_lines ("
+    " entry_id TEXT NOT NULL REFERENCES books_entries(id), account_id TEXT NOT NULL REFERENCES books_accounts(id),"
+    " debit INTEGER NOT NULL CHECK (debit >= 0), credit INTEGER NOT NULL CHECK (credit >= 0))",
+    "CREATE INDEX IF NOT EXISTS books_lines_entry ON books_lines (entry_id)",
+    "CREATE INDEX IF NOT EXISTS books_lines_account ON books_lines (account_id)",
+    "CREATE TABLE IF NOT EXISTS books_documents ("
+    " id TEXT PRIMARY KEY, kind TEXT NOT NULL, party TEXT NOT NULL, number TEXT, document_date TEXT NOT NULL,"
+    " due_date TEXT NOT NULL, amount INTEGER NOT NULL CHECK (amount > 0), applies_to TEXT,"
+    " entry_id TEXT NOT NULL REFERENCES books_entries(id), voided INTEGER NOT NULL DEFAULT 0)",
+    "CREATE TABLE IF NOT EXISTS books_bank_rows ("
+    " seq INTEGER PRIMARY KEY AUTOINCREMENT, id TEXT NOT NULL UNIQUE,"
+    " bank_account_id TEXT NOT NULL REFERENCES books_accounts(id), row_date TEXT NOT NULL,"
+    " description TEXT NOT NULL, amount INTEGER NOT NULL, reference TEXT NOT NULL, source TEXT NOT NULL,"
+    " fingerprint TEXT NOT NULL, occurrence INTEGER NOT NULL, entry_id TEXT, locked INTEGER NOT NULL DEFAULT 0,"
+    " UNIQUE (bank_account_id, fingerprint, occurrence))",
+    "CREATE TABLE IF NOT EXISTS books_reconciliations ("
+    " id TEXT PRIMARY KEY, bank_account_id TEXT NOT NULL, statement_date TEXT NOT NULL,"
+    " statement_balance INTEGER NOT NULL, preview TEXT NOT NULL)",
+    // The payments terminal: amounts in integer cents, days as "YYYY-MM-DD".
+    "CREATE TABLE IF NOT EXISTS payment_invoices ("
+    " id TEXT PRIMARY KEY, client_id TEXT NOT NULL, client TEXT NOT NULL, invoice_number TEXT,"
+    " due_on TEXT NOT NULL, amount INTEGER NOT NULL CHECK (amount > 0))",
+    "CREATE TABLE IF NOT EXISTS payment_cards ("
+    " payment_profile_id TEXT PRIMARY KEY, client_id TEXT NOT NULL, card_type TEXT NOT NULL,"
+    " last4 TEXT NOT NULL, expiration TEXT NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS payments ("
+    " id TEXT PRIMARY KEY, client_id TEXT NOT NULL, client TEXT NOT NULL, invoice_id TEXT,"
+    " amount INTEGER NOT NULL CHECK (amount > 0), status TEXT NOT NULL, date TEXT NOT NULL,"
+    " method TEXT NOT NULL, reference TEXT)",
+    "CREATE TABLE IF NOT EXISTS payment_charges ("
+    " request_key TEXT PRIMARY KEY, payment_id TEXT NOT NULL REFERENCES payments(id))",
+    "CREATE TABLE IF NOT EXISTS payment_refund_requests ("
+    " id TEXT PRIMARY KEY, payment_id TEXT NOT NULL REFERENCES payments(id),"
+    " amount INTEGER NOT NULL CHECK (amount > 0), status TEXT NOT NULL, reason TEXT NOT NULL, note TEXT)",
 };
 
 WorkspacePerson personFrom(const QSqlQuery &q)
@@ -142,6 +186,11 @@ bool WorkspaceStore::createSchema()
     QSqlQuery plain = prepare(u"UPDATE sessions SET ended_at = ? WHERE ended_at IS NULL AND length(csrf) != 64"_s);
     plain.addBindValue(now());
     return exec(plain);
+}
+
+QSqlDatabase WorkspaceStore::database() const
+{
+    return QSqlDatabase::database(m_connection);
 }
 
 QSqlQuery WorkspaceStore::prepare(const QString &sql) const

@@ -8,6 +8,7 @@
 
 #include <optional>
 
+class QSqlDatabase;
 class QSqlQuery;
 
 // The service's SQLite database in its data folder. Every secret handed out
@@ -71,9 +72,9 @@ public:
     [[nodiscard]] bool connectGoogle(const QString &state, const QString &service);
     [[nodiscard]] QStringList googleConnections(const QString &personId) const;
 
-    // The database connection, for parts of the service that keep tables of
-    // their own in this database (chat, the assistant's worker).
-    [[nodiscard]] const QString &connectionName() const { return m_connection; }
+    // The open database, for parts of the service that keep tables of their
+    // own in it (chat, the assistant's worker, the books and the terminal).
+    [[nodiscard]] QSqlDatabase database() const;
 
 private:
     [[nodiscard]] QSqlQuery prepare(const QString &sql) const;

@@ -67,3 +67,9 @@ QString TarnMoneyInput::text(qint64 cents)
     return (cents < 0 ? u"-"_s : QString()) + QString::number(magnitude / 100) + u'.'
         + (remainder < 10 ? u"0"_s : QString()) + QString::number(remainder);
 }
+
+QString TarnMoneyInput::dollars(qint64 cents)
+{
+    const QString plain = text(cents);
+    return plain.startsWith(u'-') ? u"-$"_s + plain.mid(1) : u"$"_s + plain;
+}

@@ -68,6 +68,9 @@ private slots:
         QCOMPARE(TarnMoneyInput::cents(u"123.45"_s, true), std::optional<qint64>(12345));
         QCOMPARE(TarnMoneyInput::text(-5), u"-0.05"_s);
         QCOMPARE(TarnMoneyInput::text(std::numeric_limits<qint64>::min()), u"-92233720368547758.08"_s);
+        // The sign goes before the dollar sign.
+        QCOMPARE(TarnMoneyInput::dollars(-5), u"-$0.05"_s);
+        QCOMPARE(TarnMoneyInput::dollars(125000), u"$1250.00"_s);
     }
 
     // isDay reads the digits itself for speed; it must accept exactly the days

@@ -88,14 +88,14 @@ bool add(WorkspaceServer &server, QString *error)
 {
     // Shared by the routes, which live as long as the server.
     const auto chat = std::make_shared<ChatStore>(
-        server.store().connectionName(), QDir(server.options().dataDir).filePath(u"chat-files"_s));
+        server.store().database().connectionName(), QDir(server.options().dataDir).filePath(u"chat-files"_s));
     if (!chat->createSchema()) {
         *error = u"could not create the chat tables"_s;
         return false;
     }
     // Also a data folder made before there was chat gets the demo's rooms.
     if (!chat->hasRooms()) {
-        QSqlDatabase db = QSqlDatabase::database(server.store().connectionName());
+        QSqlDatabase db = server.store().database();
         db.transaction();
         if (!ChatSeed::plant(*chat)) {
             db.rollback();

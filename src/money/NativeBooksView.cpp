@@ -1,0 +1,201 @@
+#include "money/NativeBooksView.h"
+
+#include "money/NativeOutcome.h"
+#include "money/TarnBooksCalls.h"
+#include "money/TarnBooksPages.h"
+#include "money/TarnLedgerDates.h"
+#include "money/TarnMoneyInput.h"
+#include "money/TarnPaymentsCalls.h"
+#include "service/TarnAPI.h"
+
+#include <QDate>
+#include <QPointer>
+#include <QVariantMap>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using AccountRow = NativeBooksView::AccountRow;
+using SourceRow = NativeBooksView::SourceRow;
+
+} // namespace
+
+NativeBooksView::NativeBooksView(TarnAPI &api, QObject *parent)
+    : QObject(parent)
+    , m_api(api)
+    , m_accounts({
+          { "accountId", [](const AccountRow &r) { return r.id; } },
+          { "group", [](const AccountRow &r) { return r.group; } },
+          { "code", [](const AccountRow &r) { return r.code; } },
+          { "name", [](const AccountRow &r) { return r.name; } },
+          { "balance", [](const AccountRow &r) { return r.balance; } },
+      })
+    , m_sources({
+          { "kind", [](const SourceRow &r) { return r.kind; } },
+          { "recordId", [](const SourceRow &r) { return r.id; } },
+          { "title", [](const SourceRow &r) { return r.title; } },
+          { "date", [](const SourceRow &r) { return r.date; } },
+          { "amount", [](const SourceRow &r) { return r.amount; } },
+      })
+    , m_dashboard(new NativeBooksDashboard(api, this))
+    , m_transactions(new NativeBooksTransactions(this))
+    , m_expenses(new NativeBooksExpenses(api, this))
+    , m_report(new NativeBooksReport(api, this))
+    , m_bankRows(new NativeBankRows(api, this))
+    , m_import(new NativeBankImport(api, this))
+    , m_reconciliation(new NativeReconciliation(api, this))
+{
+    connect(m_bankRows, &NativeBankRows::booksChanged, this, &NativeBooksView::reload);
+    connect(m_import, &NativeBankImport::imported, this, &NativeBooksView::reload);
+    connect(m_reconciliation, &NativeReconciliation::closed, this, &NativeBooksView::reload);
+}
+
+NativeBooksView::~NativeBooksView() = default;
+
+QString NativeBooksView::sourceTitle() const
+{
+    if (!m_books.source_linked)
+        return u"Tarn activity is not linked"_s;
+    return m_sources.rowCount() == 0
+        ? u"No Tarn records need posting"_s
+        : u"Connected to this legal company. Review each eligible record before posting it."_s;
+}
+
+QString NativeBooksView::sourceDetail() const
+{
+    return m_books.source_linked
+        ? QString()
+        : u"Tarn invoices and payments are separate until you verify they belong to this legal company."_s;
+}
+
+QVariantList NativeBooksView::bankAccounts() const
+{
+    QVariantList banks;
+    for (const TarnBooksAccount &account : m_books.accounts) {
+        if (account.bank != 0)
+            banks.append(QVariantMap { { u"id"_s, account.id }, { u"name"_s, account.name } });
+    }
+    return banks;
+}
+
+void NativeBooksView::reload()
+{
+    load(++m_generation);
+}
+
+QCoro::Task<> NativeBooksView::load(int generation)
+{
+    const QPointer<NativeBooksView> self(this);
+    m_loading = true;
+    Q_EMIT stateChanged();
+    auto call = [&] { return TarnBooksCalls::books(m_api); };
+    NativeOutcome<TarnBooks> outcome = co_await nativeOutcome(std::move(call));
+    if (!self || generation != m_generation)
+        co_return;
+    // The terminal's payments fill in where the books are silent; a person
+    // without the terminal sees the books alone.
+    TarnPaymentsTerminal terminal;
+    if (outcome.value) {
+        try {
+            terminal = co_await TarnPaymentsCalls::payments(m_api);
+        } catch (const TarnAPIError &) {
+            terminal = {};
+        }
+        if (!self || generation != m_generation)
+            co_return;
+        m_books = std::move(*outcome.value);
+        apply(terminal);
+    }
+    m_loading = false;
+    m_error = outcome.error;
+    Q_EMIT stateChanged();
+}
+
+void NativeBooksView::apply(const TarnPaymentsTerminal &terminal)
+{
+    QList<AccountRow> accounts;
+    for (const TarnBooksPages::AccountGroup &group : TarnBooksPages::chartOfAccounts(m_books.accounts)) {
+        for (const TarnBooksAccount &account : group.accounts) {
+            accounts.append({ account.id, group.title, account.code, account.name,
+                TarnMoneyInput::dollars(account.debits - account.credits) });
+        }
+    }
+    m_accounts.setRows(accounts);
+    QList<SourceRow> sources;
+    if (m_books.source_linked && m_books.source_review) {
+        const auto add = [&sources](const QString &kind, const QList<TarnBooksSourceRecord> &records) {
+            for (const TarnBooksSourceRecord &record : records) {
+                sources.append({ kind + u'/' + record.id, kind, record.id, record.title.value_or(record.id),
+                    record.date.value_or(QString()), TarnMoneyInput::dollars(record.amount) });
+            }
+        };
+        add(u"invoice"_s, m_books.source_review->invoices);
+        add(u"payment"_s, m_books.source_review->payments);
+    }
+    m_sources.setRows(sources);
+    m_dashboard->show(m_books, terminal.payments, QDate::currentDate());
+    m_transactions->show(m_books, terminal.payments, terminal.open_invoices);
+    m_bankRows->setBooks(m_books);
+}
+
+void NativeBooksView::setForm(bool busy, const QString &error)
+{
+    m_busy = busy;
+    m_formError = error;
+    Q_EMIT formChanged();
+}
+
+template <typename Call> QCoro::Task<> NativeBooksView::change(Call call)
+{
+    const QPointer<NativeBooksView> self(this);
+    setForm(true, {});
+    const auto outcome = co_await nativeOutcome(std::move(call));
+    if (!self)
+        co_return;
+    setForm(false, outcome.error);
+    reload();
+}
+
+void NativeBooksView::setCompany(const QString &name)
+{
+    change([this, name] { return TarnBooksCalls::setBooksCompany(m_api, name); });
+}
+
+void NativeBooksView::setSourceLinked(bool linked)
+{
+    change([this, linked] { return TarnBooksCalls::setBooksSourceLinked(m_api, linked); });
+}
+
+void NativeBooksView::postSource(const QString &kind, const QString &id, const QString &incomeAccountID)
+{
+    const std::optional<QString> income
+        = incomeAccountID.isEmpty() ? std::nullopt : std::optional<QString>(incomeAccountID);
+    change([this, kind, id, income] { return TarnBooksCalls::postBooksSource(m_api, kind, id, income); });
+}
+
+bool NativeBooksView::reverseEntry(const QString &entryID, const QString &date)
+{
+    if (!TarnLedgerDates::isDay(date)) {
+        setForm(false, u"Give the day as YYYY-MM-DD."_s);
+        return false;
+    }
+    change([this, entryID, date] { return TarnBooksCalls::reverseBooksEntry(m_api, entryID, date); });
+    return true;
+}
+
+bool NativeBooksView::voidRecord(const QString &kind, const QString &id, const QString &date)
+{
+    using Void = QCoro::Task<TarnBooksEntryID> (*)(TarnAPI &, const QString &, const QString &);
+    const Void call = kind == "bill"_L1 ? &TarnBooksCalls::voidBooksBill
+        : kind == "invoice"_L1          ? &TarnBooksCalls::voidBooksInvoice
+        : kind == "bill_payment"_L1     ? &TarnBooksCalls::voidBooksBillPayment
+        : kind == "receipt"_L1          ? &TarnBooksCalls::voidBooksCustomerReceipt
+                                        : nullptr;
+    if (!call || !TarnLedgerDates::isDay(date)) {
+        setForm(false, u"Give the day as YYYY-MM-DD."_s);
+        return false;
+    }
+    change([this, call, id, date] { return call(m_api, id, date); });
+    return true;
+}

@@ -1,0 +1,10 @@
+#include "money/TarnPaymentCards.h"
+
+#include "service/TarnJSONObject.h"
+
+using namespace Qt::StringLiterals;
+
+TarnPaymentCards TarnPaymentCards::fromJSON(const TarnJSONObject &json)
+{
+    return { json.list<TarnPaymentCard>("cards"_L1) };
+}

@@ -1,0 +1,118 @@
+#include "money/MoneyTestSession.h"
+#include "money/NativeBooksView.h"
+
+#include <QDate>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+// The books area's state against the demo company, as its owner and as a
+// books keeper without the payments terminal.
+class TestBooksView : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void pagesFromOneOverview();
+    void linkAndPostActivity();
+    void reverseAndVoid();
+    void withoutTheTerminal();
+
+private:
+    // Runs the action and waits until the books are loaded again.
+    void settle(const std::function<void()> &action);
+
+    MoneyTestSession session;
+    std::unique_ptr<NativeBooksView> view;
+};
+
+void TestBooksView::init()
+{
+    const QString failed = session.start(u"maren@halvard.example"_s);
+    QVERIFY2(failed.isEmpty(), qPrintable(failed));
+    view = std::make_unique<NativeBooksView>(*session.api);
+    settle([this] { view->reload(); });
+}
+
+void TestBooksView::settle(const std::function<void()> &action)
+{
+    QSignalSpy loaded(view.get(), &NativeBooksView::stateChanged);
+    action();
+    while (loaded.isEmpty() || view->loading() || view->busy())
+        QVERIFY(loaded.wait());
+    QCOMPARE(view->error(), QString());
+}
+
+void TestBooksView::pagesFromOneOverview()
+{
+    QCOMPARE(view->company(), u"Halvard & Co. LLC"_s);
+    QCOMPARE(view->bankAccounts().size(), 1);
+    QAbstractListModel *accounts = view->accounts();
+    QCOMPARE(accounts->data(accounts->index(0), accounts->roleNames().key("group")).toString(), u"Assets"_s);
+    QVERIFY(view->transactions()->transactions()->rowCount() > 150);
+    QCOMPARE(view->bankRows()->unmatched()->rowCount(), 3);
+    QSignalSpy drawn(view->dashboard(), &NativeBooksDashboard::changed);
+    while (view->dashboard()->loading())
+        QVERIFY(drawn.wait());
+    QCOMPARE(view->dashboard()->bars()->rowCount(), 24);
+}
+
+void TestBooksView::linkAndPostActivity()
+{
+    QCOMPARE(view->sourceTitle(), u"Tarn activity is not linked"_s);
+    QVERIFY(!view->sourceDetail().isEmpty());
+    settle([this] { view->setSourceLinked(true); });
+    QCOMPARE(view->sourceTitle(), u"Connected to this legal company. Review each eligible record before posting it."_s);
+    QAbstractListModel *records = view->sourceRecords();
+    const int waiting = records->rowCount();
+    QVERIFY(waiting > 0);
+    const QHash<int, QByteArray> roles = records->roleNames();
+    const QString kind = records->data(records->index(0), roles.key("kind")).toString();
+    const QString id = records->data(records->index(0), roles.key("recordId")).toString();
+    settle([&] { view->postSource(kind, id, QString()); });
+    QCOMPARE(view->formError(), QString());
+    QCOMPARE(records->rowCount(), waiting - 1);
+}
+
+void TestBooksView::reverseAndVoid()
+{
+    QVERIFY(!view->reverseEntry(u"je-1"_s, u"2026-02-30"_s));
+    QCOMPARE(view->formError(), u"Give the day as YYYY-MM-DD."_s);
+    QAbstractListModel *invoices = view->transactions()->invoices();
+    const int openBefore = invoices->rowCount();
+    const QString today = QDate::currentDate().toString(Qt::ISODate);
+    // An invoice still owed, with no payment applied: void it.
+    QString owed;
+    const QHash<int, QByteArray> roles = invoices->roleNames();
+    for (int row = 0; row < invoices->rowCount() && owed.isEmpty(); ++row) {
+        const QModelIndex at = invoices->index(row);
+        if (invoices->data(at, roles.key("status")).toString() == "Open"_L1)
+            owed = invoices->data(at, roles.key("invoiceId")).toString();
+    }
+    QVERIFY(!owed.isEmpty());
+    settle([&] { QVERIFY(view->voidRecord(u"invoice"_s, owed, today)); });
+    QCOMPARE(view->formError(), QString());
+    QCOMPARE(invoices->rowCount(), openBefore);
+    for (int row = 0; row < invoices->rowCount(); ++row) {
+        const QModelIndex at = invoices->index(row);
+        if (invoices->data(at, roles.key("invoiceId")).toString() == owed)
+            QCOMPARE(invoices->data(at, roles.key("status")).toString(), u"Voided"_s);
+    }
+}
+
+void TestBooksView::withoutTheTerminal()
+{
+    // Tomas keeps the books but has no Payments app: the books alone.
+    const QString failed = session.signInAs(u"tomas@halvard.example"_s);
+    QVERIFY2(failed.isEmpty(), qPrintable(failed));
+    view = std::make_unique<NativeBooksView>(*session.api);
+    settle([this] { view->reload(); });
+    view->transactions()->setSource(u"payments"_s);
+    QCOMPARE(view->transactions()->transactions()->rowCount(), 0);
+    view->transactions()->setSource(u"books"_s);
+    QVERIFY(view->transactions()->transactions()->rowCount() > 0);
+}
+
+QTEST_GUILESS_MAIN(TestBooksView)
+#include "tst_books_view.moc"
