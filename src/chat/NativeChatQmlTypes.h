@@ -39,3 +39,10 @@ struct NativeGifPickerForeign {
     QML_NAMED_ELEMENT(NativeGifPicker)
     QML_UNCREATABLE("Built by the application.")
 };
+
+struct NativeGifModelForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeGifModel)
+    QML_NAMED_ELEMENT(NativeGifModel)
+    QML_UNCREATABLE("Built by the application.")
+};

@@ -51,6 +51,7 @@ ColumnLayout {
                              () => composer.chat.unstageFile(composer.chat.stagedFiles[index].id))
             delegate: ActionButton {
                 required property var modelData
+                objectName: "stagedFile"
                 kind: ActionButton.Secondary
                 symbol: "xmark"
                 text: modelData.name

@@ -156,6 +156,7 @@ ColumnLayout {
                         }
                     }
                     ActionButton {
+                        objectName: "replyCount"
                         visible: row.replyCount > 0 && !row.inThread
                         kind: ActionButton.Plain
                         symbol: "arrow.uturn.backward"
@@ -191,6 +192,7 @@ ColumnLayout {
                     onClicked: row.savedToggled(row.messageId)
                 }
                 IconButton {
+                    objectName: "deleteMessage"
                     symbol: "trash"
                     iconSize: 16
                     text: qsTr("Delete message")

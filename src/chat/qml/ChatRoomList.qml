@@ -16,16 +16,28 @@ Pane {
     padding: Theme.spacing.s
     background: Rectangle { color: Theme.colours.sidebar }
 
+    signal newRoomRequested()
+
     ColumnLayout {
         anchors.fill: parent
         spacing: Theme.spacing.s
 
-        SearchField {
-            objectName: "chatSearch"
-            placeholderText: qsTr("Search messages")
-            text: list.chat.searchText
+        RowLayout {
+            spacing: Theme.spacing.xs
             Layout.fillWidth: true
-            onTextChanged: if (text !== list.chat.searchText) list.chat.searchText = text
+            SearchField {
+                objectName: "chatSearch"
+                placeholderText: qsTr("Search messages")
+                text: list.chat.searchText
+                Layout.fillWidth: true
+                onTextChanged: if (text !== list.chat.searchText) list.chat.searchText = text
+            }
+            IconButton {
+                objectName: "newRoom"
+                symbol: "square.and.pencil"
+                text: qsTr("New room")
+                onClicked: list.newRoomRequested()
+            }
         }
 
         LoadingPlaceholder {

@@ -23,7 +23,7 @@ ListView {
     }
 
     delegate: ListRow {
-        id: room
+        objectName: "chatRoom"
 
         required property string roomId
         required property string name
@@ -32,11 +32,12 @@ ListView {
         required property string preview
         required property string previewAuthor
         readonly property ChatRoomView view: ListView.view as ChatRoomView
+        readonly property bool direct: kind === "dm"
 
         width: ListView.view.width
-        text: kind === "dm" ? name : "# " + name
-        symbol: kind === "dm" ? "" : "message"
-        avatarName: kind === "dm" ? name : ""
+        text: direct ? name : "# " + name
+        symbol: direct ? "" : "message"
+        avatarName: direct ? name : ""
         subtitle: previewAuthor.length > 0 ? previewAuthor + ": " + preview : preview
         count: unread
         lit: view !== null && roomId === view.chat.selectedRoom

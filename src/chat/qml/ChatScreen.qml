@@ -15,7 +15,34 @@ Pane {
     padding: 0
     background: null
 
-    Component.onCompleted: chat.appear()
+    Component.onCompleted: {
+        chat.appear()
+        openAskedSheet()
+    }
+
+    // Another part of the window asked for a new room of a kind.
+    function openAskedSheet() {
+        if (chat.createMode.length === 0)
+            return
+        newRoom.channel = chat.createMode !== "dm"
+        newRoom.open()
+    }
+
+    Connections {
+        target: screen.chat
+        function onCreateModeChanged() {
+            screen.openAskedSheet()
+        }
+    }
+
+    ChatNewRoomSheet {
+        id: newRoom
+        chat: screen.chat
+    }
+
+    ChatGifPicker {
+        chat: screen.chat
+    }
     Component.onDestruction: chat.disappear()
 
     // Nothing is marked read while the window is in the background.
@@ -33,6 +60,7 @@ Pane {
             id: roomList
             chat: screen.chat
             Layout.preferredWidth: 280
+            onNewRoomRequested: newRoom.open()
             Layout.fillHeight: true
         }
 

@@ -42,7 +42,9 @@ ListView {
         deleteSheet.open()
     }
 
-    onMovementEnded: following = atYEnd
+    // However the reader scrolls (flick, wheel, scroll bar), being near the
+    // end is following.
+    onContentYChanged: if (!toEnd.running) following = contentHeight - (contentY - originY) - height < Theme.spacing.xl
     onAtYBeginningChanged: if (atYBeginning && !inThread && chat.hasMore && count > 0) chat.loadOlder()
     onCountChanged: if (following) toEnd.restart()
     onHeightChanged: if (following) toEnd.restart()
