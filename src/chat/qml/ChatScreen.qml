@@ -33,6 +33,10 @@ Pane {
         function onCreateModeChanged() {
             screen.openAskedSheet()
         }
+        // A downloaded attachment opens in the desktop's app for its kind.
+        function onAttachmentReady(file) {
+            Qt.openUrlExternally(file)
+        }
     }
 
     ChatNewRoomSheet {
