@@ -12,6 +12,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarnPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_ShellPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_AssistantPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_ChatPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -25,6 +26,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_theme(preferences)
     , m_pilo(m_api)
     , m_piloReview(m_api)
+    , m_chat(m_api, m_navigation, preferences)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -50,6 +52,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"search"_s, QVariant::fromValue(&m_search) },
         { u"pilo"_s, QVariant::fromValue(&m_pilo) },
         { u"piloReview"_s, QVariant::fromValue(&m_piloReview) },
+        { u"chat"_s, QVariant::fromValue(&m_chat) },
         { u"gallery"_s, content == Content::Gallery },
     });
     m_engine.load(QUrl(u"qrc:/PiloTarn/qml/Main.qml"_s));

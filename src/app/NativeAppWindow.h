@@ -4,6 +4,7 @@
 #include "assistant/NativePiloReview.h"
 #include "assistant/TarnPiloConversation.h"
 #include "auth/NativeAuth.h"
+#include "chat/NativeChatView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
@@ -43,6 +44,7 @@ public:
     [[nodiscard]] NativeRootState &root() { return m_root; }
     [[nodiscard]] NativeTheme &theme() { return m_theme; }
     [[nodiscard]] TarnPiloConversation &pilo() { return m_pilo; }
+    [[nodiscard]] NativeChatView &chat() { return m_chat; }
 
 private:
     TarnAPI m_api;
@@ -54,6 +56,7 @@ private:
     NativeTheme m_theme;
     TarnPiloConversation m_pilo;
     NativePiloReview m_piloReview;
+    NativeChatView m_chat;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

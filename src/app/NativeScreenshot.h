@@ -20,12 +20,15 @@ class QQuickWindow;
 // ("chat", "books"), "search" or "settings" for the command search or the
 // settings window over the home page, or "gallery" for the design gallery,
 // which needs no sign-in; a ":dark" or ":light" suffix forces the colour
-// scheme.
+// scheme. PILO_TARN_SCREENSHOT_COMPOSER puts its text in the chat screen's
+// composer.
 class NativeScreenshot : public QObject {
     Q_OBJECT
 
 public:
     static constexpr auto profileVariable = "PILO_TARN_SCREENSHOT_PROFILE";
+    // The text the chat screen's composer holds in the shot.
+    static constexpr auto composerVariable = "PILO_TARN_SCREENSHOT_COMPOSER";
 
     struct Profile {
         // The place, without the scheme suffix.

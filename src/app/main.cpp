@@ -100,6 +100,17 @@ int main(int argc, char **argv)
             QObject::connect(
                 &pilo, &TarnPiloConversation::conversationChanged, capture.get(), [&capture] { capture->recheck(); });
         }
+        const std::optional<TarnDestination> shown = NativeScreenshot::destination(profile.place);
+        if (shown && shown->screen == TarnScreen::chat) {
+            NativeChatView &chat = app.chat();
+            chat.setComposerText(qEnvironmentVariable(NativeScreenshot::composerVariable));
+            auto loaded = std::make_shared<bool>(false);
+            capture->setReady([loaded] { return *loaded; });
+            QObject::connect(&chat, &NativeChatView::refreshed, capture.get(), [&capture, loaded] {
+                *loaded = true;
+                capture->recheck();
+            });
+        }
     }
 
     QObject::connect(&instance, &NativeSingleInstance::activated, &root, [&](const QUrl &url) {

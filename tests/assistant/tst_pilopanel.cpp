@@ -2,6 +2,7 @@
 #include "assistant/AgentTestPerson.h"
 #include "assistant/TarnPiloConversation.h"
 #include "shell/design/NativeTheme.h"
+#include "support/QuickItems.h"
 #include "support/TestWorkspace.h"
 
 #include <QQmlComponent>
@@ -19,30 +20,6 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_AssistantPlugin)
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QList<QQuickItem *> named(QQuickItem *root, const QString &name)
-{
-    QList<QQuickItem *> items { root };
-    QList<QQuickItem *> found;
-    for (qsizetype i = 0; i < items.size(); ++i) {
-        if (items.at(i)->objectName() == name && items.at(i)->isVisible())
-            found.append(items.at(i));
-        items += items.at(i)->childItems();
-    }
-    return found;
-}
-
-QStringList textsOf(const QList<QQuickItem *> &items)
-{
-    QStringList texts;
-    for (QQuickItem *item : items)
-        texts.append(item->property("text").toString());
-    return texts;
-}
-
-} // namespace
 
 struct PanelRow {
     QString agent;
@@ -94,21 +71,21 @@ void TestPiloPanel::panel()
     panel->setParentItem(window.contentItem());
 
     // Past replies stay readable whether or not the agent is there.
-    QTRY_COMPARE(textsOf(named(panel, u"piloStatus"_s)), QStringList({ u"Done"_s, u"Done"_s }));
-    QCOMPARE(named(panel, u"piloNotConnected"_s).size(), row.notConnectedShown ? 1 : 0);
-    QQuickItem *composer = named(panel, u"piloComposer"_s).value(0);
+    QTRY_COMPARE(tarnTextsOf(tarnNamedItems(panel, u"piloStatus"_s)), QStringList({ u"Done"_s, u"Done"_s }));
+    QCOMPARE(tarnNamedItems(panel, u"piloNotConnected"_s).size(), row.notConnectedShown ? 1 : 0);
+    QQuickItem *composer = tarnNamedItems(panel, u"piloComposer"_s).value(0);
     QVERIFY(composer);
     QCOMPARE(composer->isEnabled(), row.composerOpen);
     if (!row.composerOpen)
         return;
 
     composer->setProperty("text", u"Where am I signed in?"_s);
-    QQuickItem *send = named(panel, u"piloSend"_s).value(0);
+    QQuickItem *send = tarnNamedItems(panel, u"piloSend"_s).value(0);
     QVERIFY(send && send->isEnabled());
     QMetaObject::invokeMethod(send, "clicked");
     conversation.setActive(true);
     QTRY_COMPARE_WITH_TIMEOUT(
-        textsOf(named(panel, u"piloStatus"_s)), QStringList({ u"Done"_s, u"Done"_s, u"Done"_s }), 10000);
+        tarnTextsOf(tarnNamedItems(panel, u"piloStatus"_s)), QStringList({ u"Done"_s, u"Done"_s, u"Done"_s }), 10000);
     QCOMPARE(composer->property("text").toString(), QString());
 }
 

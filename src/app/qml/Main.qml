@@ -4,6 +4,7 @@ import PiloTarn
 import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
+import PiloTarn.Chat
 
 ApplicationWindow {
     id: window
@@ -14,6 +15,7 @@ ApplicationWindow {
     required property NativeCommandSearch search
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
+    required property NativeChatView chat
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -62,6 +64,7 @@ ApplicationWindow {
         search: window.search
         pilo: window.pilo
         piloReview: window.piloReview
+        chat: window.chat
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

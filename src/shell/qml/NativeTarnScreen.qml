@@ -4,6 +4,7 @@ import QtQuick.Layouts
 import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
+import PiloTarn.Chat
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board; the screens of the other sections are not part of
@@ -14,11 +15,22 @@ Pane {
     required property TarnNavigation navigation
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
+    required property NativeChatView chat
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
     readonly property bool onHistory: onAgent && navigation.destination.resolvedSection === "History"
     readonly property bool onReview: onAgent && navigation.destination.resolvedSection === "Blocked work"
+    readonly property bool showsChat: navigation.destination.screenName === "chat"
+
+    function showChat() {
+        if (showsChat)
+            chatLoader.setSource("qrc:/qt-project.org/imports/PiloTarn/Chat/qml/ChatScreen.qml", { chat: chat })
+        else
+            chatLoader.source = ""
+    }
+    onShowsChatChanged: showChat()
+    Component.onCompleted: showChat()
 
     padding: 0
     background: null
@@ -111,8 +123,18 @@ Pane {
             Layout.bottomMargin: Theme.spacing.l
         }
 
+        // Made only while shown, so the chat loads when it opens and stops
+        // refreshing when it closes; its state is handed over as it is made.
+        Loader {
+            id: chatLoader
+            objectName: "chatLoader"
+            visible: status === Loader.Ready
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
-            visible: !screen.onBoard && !screen.onHistory && !screen.onReview
+            visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

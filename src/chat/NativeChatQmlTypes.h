@@ -1,0 +1,48 @@
+#pragma once
+
+#include "chat/NativeChatView.h"
+
+#include <QtQml/qqml.h>
+
+// The chat screen's state and its lists as QML sees them; the window builds them.
+struct NativeChatViewForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeChatView)
+    QML_NAMED_ELEMENT(NativeChatView)
+    QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativeChatRoomModelForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeChatRoomModel)
+    QML_NAMED_ELEMENT(NativeChatRoomModel)
+    QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativeChatTimelineModelForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeChatTimelineModel)
+    QML_NAMED_ELEMENT(NativeChatTimelineModel)
+    QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativeChatSearchModelForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeChatSearchModel)
+    QML_NAMED_ELEMENT(NativeChatSearchModel)
+    QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativeGifPickerForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeGifPicker)
+    QML_NAMED_ELEMENT(NativeGifPicker)
+    QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativeGifModelForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeGifModel)
+    QML_NAMED_ELEMENT(NativeGifModel)
+    QML_UNCREATABLE("Built by the application.")
+};

@@ -1,0 +1,86 @@
+import QtQuick
+import QtQuick.Controls
+import PiloTarn.Chat
+import PiloTarn.Design
+
+// A list of messages, oldest at the top, kept at its newest row while the
+// reader is there. The room's timeline pages older messages in when it is
+// scrolled to the top; a thread shows its replies the same way.
+ListView {
+    id: timeline
+
+    required property NativeChatView chat
+    property bool inThread: false
+    // Follows new rows only while the newest one is in sight.
+    property bool following: true
+
+    objectName: inThread ? "chatThreadTimeline" : "chatTimeline"
+    model: inThread ? chat.thread : chat.timeline
+    clip: true
+    spacing: 0
+    boundsBehavior: Flickable.StopAtBounds
+    ScrollBar.vertical: ScrollBar {}
+
+    header: Item { implicitHeight: Theme.spacing.xl }
+    footer: Item { implicitHeight: Theme.spacing.s }
+
+    // A delegate sees only its own roles and the list it is in.
+    delegate: ChatMessageRow {
+        readonly property ChatTimeline list: ListView.view as ChatTimeline
+
+        width: ListView.view.width
+        inThread: list !== null && list.inThread
+        onThreadRequested: id => list.chat.openThread(id)
+        onReactionToggled: (id, emoji) => list.chat.toggleReaction(id, emoji)
+        onSavedToggled: id => list.chat.toggleSaved(id)
+        onDeleteRequested: id => list.confirmDelete(id)
+        onAttachmentOpened: (id, fileId) => list.chat.openAttachment(id, fileId)
+    }
+
+    function confirmDelete(id) {
+        deleteSheet.messageId = id
+        deleteSheet.open()
+    }
+
+    // However the reader scrolls (flick, wheel, scroll bar), being near the
+    // end is following.
+    onContentYChanged: if (!toEnd.running) following = contentHeight - (contentY - originY) - height < Theme.spacing.xl
+    onAtYBeginningChanged: if (atYBeginning && !inThread && chat.hasMore && count > 0) chat.loadOlder()
+    onCountChanged: if (following) toEnd.restart()
+    onHeightChanged: if (following) toEnd.restart()
+    // Rows settle their heights after they are made (wrapped text, files).
+    onContentHeightChanged: if (following && !moving) toEnd.restart()
+
+    // Once the rows of this turn are laid out.
+    Timer {
+        id: toEnd
+        interval: 0
+        onTriggered: timeline.positionViewAtEnd()
+    }
+
+    BusyIndicator {
+        visible: timeline.chat.loadingOlder && !timeline.inThread
+        anchors.top: parent.top
+        anchors.horizontalCenter: parent.horizontalCenter
+    }
+
+    Connections {
+        target: timeline.chat
+        function onSelectedRoomChanged() {
+            timeline.following = true
+        }
+        function onThreadChanged() {
+            timeline.following = true
+        }
+    }
+
+    ConfirmSheet {
+        id: deleteSheet
+        property string messageId
+        title: qsTr("Delete this message?")
+        text: qsTr("It is removed for everyone in the room.")
+        confirmText: qsTr("Delete")
+        destructive: true
+        onConfirmed: timeline.chat.deleteMessage(messageId)
+    }
+}
