@@ -204,6 +204,53 @@ void NativeChatView::disappear()
     ++m_loopGeneration;
 }
 
+void NativeChatView::clear()
+{
+    ++m_loopGeneration;
+    ++m_roomGeneration;
+    m_searchDelay.stop();
+    m_roomList.clear();
+    m_people.clear();
+    m_previews.clear();
+    m_room.clear();
+    m_messages.clear();
+    m_newFrom.reset();
+    m_hasMore = false;
+    m_loadingOlder = false;
+    m_threadParent.clear();
+    m_replies.clear();
+    m_staged.clear();
+    m_sending = false;
+    m_retryBody.clear();
+    m_retryNonce.clear();
+    m_retryRoom.clear();
+    m_retrySignature.clear();
+    m_composer.clear();
+    m_search.clear();
+    m_createMode.clear();
+    m_roomSettings.clear();
+    m_error.clear();
+    m_loading = false;
+    m_gifPickerOpen = false;
+    const QDateTime now = QDateTime::currentDateTime();
+    m_rooms->setRows({});
+    m_timeline->setMessages({}, std::nullopt, now);
+    m_thread->setMessages({}, std::nullopt, now);
+    m_searchHits->setRows({});
+    Q_EMIT peopleChanged();
+    Q_EMIT selectedRoomChanged();
+    Q_EMIT threadChanged();
+    Q_EMIT composerChanged();
+    Q_EMIT searchTextChanged();
+    Q_EMIT sendingChanged();
+    Q_EMIT loadingChanged();
+    Q_EMIT timelineStateChanged();
+    Q_EMIT roomSettingsChanged();
+    Q_EMIT errorTextChanged();
+    Q_EMIT createModeChanged();
+    Q_EMIT gifPickerOpenChanged();
+}
+
 void NativeChatView::refresh()
 {
     refreshOnce();

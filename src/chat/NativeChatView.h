@@ -104,6 +104,9 @@ public:
     // every 8 seconds until `disappear`.
     Q_INVOKABLE void appear();
     Q_INVOKABLE void disappear();
+    // Forgets everything shown and typed: the session ended, and the next
+    // person must not see one line of it.
+    void clear();
     Q_INVOKABLE void refresh();
     Q_INVOKABLE void selectRoom(const QString &room);
     Q_INVOKABLE void loadOlder();

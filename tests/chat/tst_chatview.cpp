@@ -43,6 +43,7 @@ private slots:
     void oversizedFileIsRefusedByName();
     void gifCommandOpensThePicker();
     void failuresKeepWhatIsShown();
+    void signingOutForgetsEverything();
     void cleanupTestCase();
 
 private:
@@ -72,6 +73,18 @@ void TestChatView::initTestCase()
     settings = client.settings.get();
     navigation = std::make_unique<TarnNavigation>(settings);
     view = std::make_unique<NativeChatView>(*api, *navigation, *settings);
+}
+
+void TestChatView::signingOutForgetsEverything()
+{
+    view->setComposerText(u"half a thought"_s);
+    QVERIFY(view->rooms()->rowCount() > 0);
+    view->clear();
+    QCOMPARE(view->rooms()->rowCount(), 0);
+    QCOMPARE(view->timeline()->rowCount(), 0);
+    QCOMPARE(view->thread()->rowCount(), 0);
+    QVERIFY(view->selectedRoom().isEmpty());
+    QVERIFY(view->composerText().isEmpty());
 }
 
 void TestChatView::cleanupTestCase()
