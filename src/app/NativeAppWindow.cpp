@@ -12,6 +12,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarnPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_ShellPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_AssistantPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -25,6 +26,8 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_theme(preferences)
     , m_pilo(m_api)
     , m_piloReview(m_api)
+    , m_books(m_api)
+    , m_payments(m_api)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -50,6 +53,8 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"search"_s, QVariant::fromValue(&m_search) },
         { u"pilo"_s, QVariant::fromValue(&m_pilo) },
         { u"piloReview"_s, QVariant::fromValue(&m_piloReview) },
+        { u"books"_s, QVariant::fromValue(&m_books) },
+        { u"payments"_s, QVariant::fromValue(&m_payments) },
         { u"gallery"_s, content == Content::Gallery },
     });
     m_engine.load(QUrl(u"qrc:/PiloTarn/qml/Main.qml"_s));

@@ -4,6 +4,8 @@
 #include "assistant/NativePiloReview.h"
 #include "assistant/TarnPiloConversation.h"
 #include "auth/NativeAuth.h"
+#include "money/NativeBooksView.h"
+#include "money/NativePaymentsView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
@@ -43,6 +45,8 @@ public:
     [[nodiscard]] NativeRootState &root() { return m_root; }
     [[nodiscard]] NativeTheme &theme() { return m_theme; }
     [[nodiscard]] TarnPiloConversation &pilo() { return m_pilo; }
+    [[nodiscard]] NativeBooksView &books() { return m_books; }
+    [[nodiscard]] NativePaymentsView &payments() { return m_payments; }
 
 private:
     TarnAPI m_api;
@@ -54,6 +58,8 @@ private:
     NativeTheme m_theme;
     TarnPiloConversation m_pilo;
     NativePiloReview m_piloReview;
+    NativeBooksView m_books;
+    NativePaymentsView m_payments;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -4,6 +4,7 @@ import PiloTarn
 import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
+import PiloTarn.Money
 
 ApplicationWindow {
     id: window
@@ -14,6 +15,8 @@ ApplicationWindow {
     required property NativeCommandSearch search
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
+    required property NativeBooksView books
+    required property NativePaymentsView payments
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -62,6 +65,8 @@ ApplicationWindow {
         search: window.search
         pilo: window.pilo
         piloReview: window.piloReview
+        books: window.books
+        payments: window.payments
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

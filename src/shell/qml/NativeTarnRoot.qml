@@ -3,6 +3,7 @@ import QtQuick.Layouts
 import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
+import PiloTarn.Money
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -14,6 +15,8 @@ Item {
     required property NativeCommandSearch search
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
+    required property NativeBooksView books
+    required property NativePaymentsView payments
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
@@ -63,6 +66,8 @@ Item {
             navigation: shell.navigation
             pilo: shell.pilo
             piloReview: shell.piloReview
+            books: shell.books
+            payments: shell.payments
             personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true
