@@ -13,6 +13,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_ShellPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_AssistantPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_ChatPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -27,6 +28,8 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_pilo(m_api)
     , m_piloReview(m_api)
     , m_chat(m_api, m_navigation, preferences)
+    , m_books(m_api)
+    , m_payments(m_api)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -54,6 +57,8 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"pilo"_s, QVariant::fromValue(&m_pilo) },
         { u"piloReview"_s, QVariant::fromValue(&m_piloReview) },
         { u"chat"_s, QVariant::fromValue(&m_chat) },
+        { u"books"_s, QVariant::fromValue(&m_books) },
+        { u"payments"_s, QVariant::fromValue(&m_payments) },
         { u"gallery"_s, content == Content::Gallery },
     });
     m_engine.load(QUrl(u"qrc:/PiloTarn/qml/Main.qml"_s));

@@ -5,6 +5,8 @@
 #include "assistant/TarnPiloConversation.h"
 #include "auth/NativeAuth.h"
 #include "chat/NativeChatView.h"
+#include "money/NativeBooksView.h"
+#include "money/NativePaymentsView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
@@ -45,6 +47,8 @@ public:
     [[nodiscard]] NativeTheme &theme() { return m_theme; }
     [[nodiscard]] TarnPiloConversation &pilo() { return m_pilo; }
     [[nodiscard]] NativeChatView &chat() { return m_chat; }
+    [[nodiscard]] NativeBooksView &books() { return m_books; }
+    [[nodiscard]] NativePaymentsView &payments() { return m_payments; }
 
 private:
     TarnAPI m_api;
@@ -57,6 +61,8 @@ private:
     TarnPiloConversation m_pilo;
     NativePiloReview m_piloReview;
     NativeChatView m_chat;
+    NativeBooksView m_books;
+    NativePaymentsView m_payments;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -17,6 +17,23 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// The shot of a screen whose state reports `loading` waits until a load has
+// started and ended, so it never catches the screen before its first answer.
+template <typename State, typename Signal>
+void waitForFirstLoad(NativeScreenshot &capture, State &state, Signal changed)
+{
+    auto started = std::make_shared<bool>(false);
+    capture.setReady([&state, started] { return *started && !state.loading(); });
+    QObject::connect(&state, changed, &capture, [&capture, &state, started] {
+        *started = *started || state.loading();
+        capture.recheck();
+    });
+}
+
+} // namespace
+
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
@@ -110,7 +127,11 @@ int main(int argc, char **argv)
                 *loaded = true;
                 capture->recheck();
             });
-        }
+        } else if (shown && shown->screen == TarnScreen::payments)
+            waitForFirstLoad(*capture, app.payments(), &NativePaymentsView::stateChanged);
+        // The books are shown once the Dashboard's months are in.
+        else if (shown && shown->screen == TarnScreen::documents && shown->section == "Dashboard"_L1)
+            waitForFirstLoad(*capture, *app.books().dashboard(), &NativeBooksDashboard::changed);
     }
 
     QObject::connect(&instance, &NativeSingleInstance::activated, &root, [&](const QUrl &url) {

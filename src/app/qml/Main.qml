@@ -5,6 +5,7 @@ import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
+import PiloTarn.Money
 
 ApplicationWindow {
     id: window
@@ -16,6 +17,8 @@ ApplicationWindow {
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
     required property NativeChatView chat
+    required property NativeBooksView books
+    required property NativePaymentsView payments
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -65,6 +68,8 @@ ApplicationWindow {
         pilo: window.pilo
         piloReview: window.piloReview
         chat: window.chat
+        books: window.books
+        payments: window.payments
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

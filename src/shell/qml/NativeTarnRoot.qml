@@ -4,6 +4,7 @@ import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
+import PiloTarn.Money
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -16,6 +17,8 @@ Item {
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
     required property NativeChatView chat
+    required property NativeBooksView books
+    required property NativePaymentsView payments
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
@@ -66,6 +69,8 @@ Item {
             pilo: shell.pilo
             piloReview: shell.piloReview
             chat: shell.chat
+            books: shell.books
+            payments: shell.payments
             personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -5,10 +5,12 @@ import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
+import PiloTarn.Money
 
 // The current place: its breadcrumb trail and what it shows. The home page
-// shows the work board; the screens of the other sections are not part of
-// this version yet and say so under their title.
+// shows the work board, the books' Dashboard and the payments terminal their
+// screens; the screens of the other sections are not part of this version
+// yet and say so under their title.
 Pane {
     id: screen
 
@@ -16,6 +18,8 @@ Pane {
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
     required property NativeChatView chat
+    required property NativeBooksView books
+    required property NativePaymentsView payments
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -31,6 +35,13 @@ Pane {
     }
     onShowsChatChanged: showChat()
     Component.onCompleted: showChat()
+
+    // The books area is the documents screen's money sections. Not named
+    // "onBooks" or "onPayments": beside the `books` and `payments` properties
+    // QML takes those names for handlers, and they never update.
+    readonly property bool showsBooks: navigation.destination.screenName === "documents"
+                                       && navigation.destination.resolvedSection === "Dashboard"
+    readonly property bool showsPayments: navigation.destination.screenName === "payments"
 
     padding: 0
     background: null
@@ -133,8 +144,38 @@ Pane {
             Layout.fillHeight: true
         }
 
+        // Loaded only while shown, so a screen's state loads when it opens.
+        // Given by source with its state as an initial property, which a
+        // component declared here could not reach without an outer id.
+        Loader {
+            objectName: "booksDashboard"
+            active: screen.showsBooks
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Money/qml/BooksDashboard.qml",
+                                             { view: screen.books })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.leftMargin: Theme.spacing.xl
+            Layout.rightMargin: Theme.spacing.xl
+            Layout.bottomMargin: Theme.spacing.l
+        }
+
+        Loader {
+            objectName: "paymentsTerminal"
+            active: screen.showsPayments
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Money/qml/PaymentsScreen.qml",
+                                             { view: screen.payments })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.leftMargin: Theme.spacing.xl
+            Layout.rightMargin: Theme.spacing.xl
+            Layout.bottomMargin: Theme.spacing.l
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
+                     && !screen.showsBooks && !screen.showsPayments
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

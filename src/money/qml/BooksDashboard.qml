@@ -1,0 +1,112 @@
+import QtQuick
+import QtQuick.Layouts
+import PiloTarn.Design
+import PiloTarn.Money
+
+// The books' Dashboard: the twelve months' money in and out as bars, their
+// totals, what is owed on bills and how the bank accounts stand. The books
+// load when the page opens.
+ColumnLayout {
+    id: page
+
+    required property NativeBooksView view
+    readonly property NativeBooksDashboard dashboard: view.dashboard
+    readonly property bool loaded: !view.loading && !dashboard.loading
+    // Kept once the first load asked for here is in, so a reload does not
+    // blank the chart.
+    property bool shown: false
+    property bool asked: false
+
+    spacing: Theme.spacing.l
+
+    Component.onCompleted: {
+        asked = true
+        view.reload()
+    }
+    onLoadedChanged: if (asked && loaded && error.text.length === 0) shown = true
+
+    ErrorBanner {
+        id: error
+
+        visible: text.length > 0
+        text: page.view.error.length > 0 ? page.view.error : page.dashboard.error
+        retryable: true
+        onRetry: page.view.reload()
+        Layout.fillWidth: true
+    }
+
+    RowLayout {
+        spacing: Theme.spacing.m
+        Layout.fillWidth: true
+
+        Repeater {
+            model: [
+                { title: qsTr("Money in"), value: page.dashboard.moneyIn, note: qsTr("Last 12 months") },
+                { title: qsTr("Money out"), value: page.dashboard.moneyOut, note: qsTr("Last 12 months") },
+                { title: qsTr("Unpaid bills"), value: page.dashboard.unpaidBills, note: "" },
+                { title: qsTr("Bank accounts"), value: page.dashboard.bankNote, note: "" }
+            ]
+            delegate: Rectangle {
+                id: card
+
+                required property var modelData
+                radius: Theme.radii.medium
+                color: Theme.colours.surface
+                border.width: 1
+                border.color: Theme.colours.separator
+                implicitHeight: figure.implicitHeight + 2 * Theme.spacing.m
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+
+                ColumnLayout {
+                    id: figure
+
+                    anchors.fill: parent
+                    anchors.margins: Theme.spacing.m
+                    spacing: Theme.spacing.xxs
+                    Text {
+                        text: card.modelData.title
+                        font.pixelSize: Theme.type.footnote
+                        color: Theme.colours.secondaryText
+                    }
+                    Text {
+                        text: card.modelData.value
+                        wrapMode: Text.Wrap
+                        font.pixelSize: Theme.type.title3
+                        font.weight: Font.DemiBold
+                        color: Theme.colours.text
+                        Layout.fillWidth: true
+                    }
+                    Text {
+                        visible: text.length > 0
+                        text: card.modelData.note
+                        font.pixelSize: Theme.type.caption
+                        color: Theme.colours.tertiaryText
+                    }
+                }
+            }
+        }
+    }
+
+    SectionHeader {
+        text: qsTr("Money in and out by month")
+        Layout.fillWidth: true
+    }
+
+    LoadingPlaceholder {
+        visible: !page.shown && page.view.error.length === 0
+        rows: 3
+        Layout.fillWidth: true
+    }
+
+    MonthBars {
+        objectName: "dashboardChart"
+        visible: page.shown
+        bars: page.dashboard.bars
+        largest: page.dashboard.largestBar
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.minimumHeight: 160
+    }
+}

@@ -1,0 +1,202 @@
+#include "money/MoneyTestSession.h"
+#include "money/NativeBooksView.h"
+#include "money/NativePaymentsView.h"
+#include "shell/design/NativeTheme.h"
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTest>
+#include <QtQml/QQmlExtensionPlugin>
+
+Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QObject *named(QObject *root, const QString &name)
+{
+    return root->findChild<QObject *>(name);
+}
+
+// The value of `role` in the first row whose `match` role holds `value`.
+QVariant cell(QAbstractItemModel *model, const QByteArray &match, const QVariant &value, const QByteArray &role)
+{
+    const QHash<int, QByteArray> roles = model->roleNames();
+    const QModelIndexList found = model->match(model->index(0, 0), roles.key(match), value);
+    return found.isEmpty() ? QVariant() : found[0].data(roles.key(role));
+}
+
+} // namespace
+
+// The money screens drawn offscreen over the demo workspace.
+class TestMoneyScreens : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void paymentsFilter();
+    void refusedFormStaysOpen_data();
+    void refusedFormStaysOpen();
+    void approvedRefundShowsRefunded();
+    void dashboardDrawsTwoBarsAMonth();
+
+private:
+    // The screen `type` of the module over `view`, shown in the window; the
+    // caller keeps it no longer than the view.
+    std::unique_ptr<QQuickItem> show(const QByteArray &type, QObject *view);
+
+    MoneyTestSession session;
+    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<QSettings> preferences;
+    std::unique_ptr<NativeTheme> theme;
+    std::unique_ptr<QQmlEngine> engine;
+    std::unique_ptr<QQuickWindow> window;
+};
+
+void TestMoneyScreens::init()
+{
+    const QString failed = session.start(u"maren@halvard.example"_s);
+    QVERIFY2(failed.isEmpty(), qPrintable(failed));
+    folder = std::make_unique<QTemporaryDir>();
+    preferences = std::make_unique<QSettings>(folder->filePath(u"prefs.ini"_s), QSettings::IniFormat);
+    theme = std::make_unique<NativeTheme>(*preferences);
+    engine = std::make_unique<QQmlEngine>();
+    theme->attach(*engine);
+    window = std::make_unique<QQuickWindow>();
+    window->resize(900, 700);
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+}
+
+void TestMoneyScreens::cleanup()
+{
+    window.reset();
+    engine.reset();
+}
+
+std::unique_ptr<QQuickItem> TestMoneyScreens::show(const QByteArray &type, QObject *view)
+{
+    QQmlComponent component(engine.get());
+    component.setData("import PiloTarn.Money\n" + type + " { width: 900; height: 700 }", QUrl());
+    std::unique_ptr<QQuickItem> item(qobject_cast<QQuickItem *>(
+        component.createWithInitialProperties({ { u"view"_s, QVariant::fromValue(view) } })));
+    if (!item)
+        qWarning("%s", qPrintable(component.errorString()));
+    else
+        item->setParentItem(window->contentItem());
+    return item;
+}
+
+void TestMoneyScreens::paymentsFilter()
+{
+    NativePaymentsView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("PaymentsScreen", &view);
+    QQuickItem *screen = shown.get();
+    QVERIFY(screen);
+    auto *list = qobject_cast<QQuickItem *>(named(screen, u"payments"_s));
+    QVERIFY(list);
+    QTRY_VERIFY(!view.loading() && list->property("count").toInt() > 0);
+    const int all = list->property("count").toInt();
+
+    QMetaObject::invokeMethod(named(screen, u"filter-refunded"_s), "clicked");
+    QCOMPARE(view.filter(), u"refunded"_s);
+    QTRY_VERIFY(list->property("count").toInt() > 0);
+    QVERIFY(list->property("count").toInt() < all);
+}
+
+struct RefusedForm {
+    QString sheet;
+    QString field;
+    QString reference;
+    QString typed;
+    QString error;
+};
+Q_DECLARE_METATYPE(RefusedForm)
+
+void TestMoneyScreens::refusedFormStaysOpen_data()
+{
+    QTest::addColumn<RefusedForm>("row");
+    QTest::addRow("refund above what is left")
+        << RefusedForm { u"refundSheet"_s, u"refundAmount"_s, {}, u"99999999"_s, u"Type an amount"_s };
+    QTest::addRow("refund not an amount")
+        << RefusedForm { u"refundSheet"_s, u"refundAmount"_s, {}, u"1.234"_s, u"Type an amount"_s };
+    QTest::addRow("payment without reference")
+        << RefusedForm { u"offlineSheet"_s, u"offlineReference"_s, u" "_s, u"2026-01-05"_s, u"Give the payment"_s };
+    QTest::addRow("payment on no such day")
+        << RefusedForm { u"offlineSheet"_s, u"offlinePaidOn"_s, u"cheque 7"_s, u"2026-02-30"_s, u"Give the day"_s };
+}
+
+// A refused form marks its field in place, stays open and sends nothing.
+void TestMoneyScreens::refusedFormStaysOpen()
+{
+    QFETCH(RefusedForm, row);
+    NativePaymentsView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("PaymentsScreen", &view);
+    QVERIFY(shown);
+    QTRY_VERIFY(!view.loading() && view.openInvoices()->rowCount() > 0);
+    QObject *sheet = named(shown.get(), row.sheet);
+    QVERIFY(sheet);
+    if (row.sheet == "refundSheet"_L1) {
+        const QString payment = cell(view.payments(), "refundable", true, "paymentId").toString();
+        QVERIFY(QMetaObject::invokeMethod(
+            sheet, "ask", Q_ARG(QString, payment), Q_ARG(QString, u"client"_s), Q_ARG(QString, u"1.00"_s)));
+        named(sheet, u"refundAmount"_s)->setProperty("text", row.typed);
+    } else {
+        const QString invoice = view.openInvoices()->index(0).data(Qt::UserRole + 1).toString();
+        QVERIFY(QMetaObject::invokeMethod(sheet, "ask", Q_ARG(QString, invoice), Q_ARG(QString, u"1042"_s)));
+        named(sheet, u"offlineReference"_s)->setProperty("text", row.reference);
+        named(sheet, u"offlinePaidOn"_s)->setProperty("text", row.typed);
+    }
+    const qsizetype sent = session.workspace->requests().size();
+    QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
+    QVERIFY(named(sheet, row.field)->property("error").toString().startsWith(row.error));
+    QTRY_VERIFY(sheet->property("opened").toBool());
+    QCOMPARE(session.workspace->requests().size(), sent);
+}
+
+void TestMoneyScreens::approvedRefundShowsRefunded()
+{
+    NativePaymentsView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("PaymentsScreen", &view);
+    QVERIFY(shown);
+    QTRY_VERIFY(!view.loading() && view.payments()->rowCount() > 0);
+    const QString request = cell(view.payments(), "pill", u"Refund requested"_s, "requestId").toString();
+    const QString payment = cell(view.payments(), "requestId", request, "paymentId").toString();
+    QVERIFY(!request.isEmpty());
+    QObject *sheet = named(shown.get(), u"decideSheet"_s);
+    QVERIFY(sheet);
+    QVERIFY(QMetaObject::invokeMethod(sheet, "ask", Q_ARG(QString, request), Q_ARG(QString, u"client"_s)));
+    QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
+    QTRY_VERIFY(view.formError().isEmpty() && !view.busy() && !view.loading()
+        && cell(view.payments(), "paymentId", payment, "pill") != u"Refund requested"_s);
+    QVERIFY(cell(view.payments(), "paymentId", payment, "pill").toString().endsWith("efunded"_L1));
+}
+
+void TestMoneyScreens::dashboardDrawsTwoBarsAMonth()
+{
+    NativeBooksView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("BooksDashboard", &view);
+    QQuickItem *screen = shown.get();
+    QVERIFY(screen);
+    QTRY_VERIFY_WITH_TIMEOUT(screen->property("shown").toBool(), 10000);
+    QCOMPARE(view.error(), QString());
+    auto *bars = qobject_cast<QQuickItem *>(named(screen, u"monthBars"_s));
+    QVERIFY(bars && bars->isVisible());
+    const QList<QQuickItem *> drawn = bars->childItems();
+    // Twelve months, money in and out each, and the repeater itself.
+    QCOMPARE(drawn.size(), 2 * NativeBooksDashboard::monthCount + 1);
+    const auto tallest = std::ranges::max(drawn, {}, [](QQuickItem *bar) {
+        const QList<QQuickItem *> parts = bar->childItems();
+        return parts.isEmpty() ? 0.0 : parts.constFirst()->height();
+    });
+    QVERIFY(tallest->childItems().constFirst()->height() > 0);
+}
+
+QTEST_MAIN(TestMoneyScreens)
+#include "tst_money_screens.moc"
