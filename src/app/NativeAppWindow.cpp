@@ -35,12 +35,14 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
     followAppearance();
     QObject::connect(&m_settings, &NativeSettingsState::appearanceChanged, &m_theme, followAppearance);
-    // One person's conversation, review and chat never show to the next.
+    // Nothing one person saw (conversation, review, chat, books, payments) shows to the next.
     QObject::connect(&m_root, &NativeRootState::changed, &m_pilo, [this] {
         if (m_root.phase() != NativeRootState::Phase::SignedIn) {
             m_pilo.clear();
             m_piloReview.clear();
             m_chat.clear();
+            m_books.clear();
+            m_payments.clear();
         }
     });
     NativeTheme::loadFonts();

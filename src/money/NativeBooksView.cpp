@@ -84,6 +84,18 @@ void NativeBooksView::reload()
     load(++m_generation);
 }
 
+void NativeBooksView::clear()
+{
+    ++m_generation;
+    m_books = {};
+    apply({});
+    m_loading = false;
+    m_busy = false;
+    m_error.clear();
+    m_formError.clear();
+    Q_EMIT stateChanged();
+}
+
 QCoro::Task<> NativeBooksView::load(int generation)
 {
     const QPointer<NativeBooksView> self(this);

@@ -87,6 +87,9 @@ public:
     [[nodiscard]] NativeReconciliation *reconciliation() const { return m_reconciliation; }
 
     Q_INVOKABLE void reload();
+    // Forgets what was shown: the session ended, and the next person must
+    // not see it.
+    void clear();
     Q_INVOKABLE void setCompany(const QString &name);
     Q_INVOKABLE void setSourceLinked(bool linked);
     // Posts one record of the review ("invoice" or "payment"); an invoice may

@@ -99,6 +99,20 @@ void NativePaymentsView::reload()
     load(++m_generation);
 }
 
+void NativePaymentsView::clear()
+{
+    ++m_generation;
+    m_terminal = {};
+    m_chargeKeys.clear();
+    m_cards.setRows({});
+    m_loading = false;
+    m_busy = false;
+    m_error.clear();
+    m_formError.clear();
+    apply();
+    Q_EMIT stateChanged();
+}
+
 QCoro::Task<> NativePaymentsView::load(int generation)
 {
     const QPointer<NativePaymentsView> self(this);

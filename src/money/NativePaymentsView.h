@@ -77,6 +77,9 @@ public:
     [[nodiscard]] QString formError() const { return m_formError; }
 
     Q_INVOKABLE void reload();
+    // Forgets what was shown: the session ended, and the next person must
+    // not see it.
+    void clear();
     // False when the amount is refused here: nothing is sent.
     Q_INVOKABLE bool requestRefund(const QString &paymentID, const QString &amount, const QString &reason);
     Q_INVOKABLE void decideRefund(const QString &requestID, bool approve, const QString &note);

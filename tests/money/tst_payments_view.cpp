@@ -91,6 +91,12 @@ void TestPaymentsView::listAndFilter()
     view->setFilter(u"pending"_s);
     QCOMPARE(cell(view->payments(), u"pay-1034"_s, "tone").toInt(), 1);
     QVERIFY(cell(view->payments(), u"pay-1031"_s, "pill").isNull());
+
+    // Signing out leaves nothing of this person's terminal behind.
+    view->clear();
+    QCOMPARE(view->payments()->rowCount(), 0);
+    QCOMPARE(view->openInvoices()->rowCount(), 0);
+    QCOMPARE(view->receivedCount(), 0);
 }
 
 void TestPaymentsView::refundRequestedThenApproved()
