@@ -27,3 +27,27 @@ function(tarn_library name)
   set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
   tarn_strict(${name})
 endfunction()
+
+# A feature's QML module "PiloTarn.NAME" as a static library: its QML files
+# and the C++ that registers its types, built beside PiloTarn.Shell so that
+# the tools (qmllint, qmlcachegen) and the app find every module on one
+# import path, and embedded under a prefix QML searches without being told.
+#   tarn_qml_module(target NAME Chat QML_FILES ... SOURCES ... LIBS ... [DEPENDENCIES ...])
+function(tarn_qml_module target)
+  cmake_parse_arguments(ARG "" "NAME" "QML_FILES;SOURCES;LIBS;DEPENDENCIES" ${ARGN})
+  set(dependencies)
+  if(ARG_DEPENDENCIES)
+    set(dependencies DEPENDENCIES ${ARG_DEPENDENCIES})
+  endif()
+  qt_add_library(${target} STATIC)
+  qt_add_qml_module(${target}
+    URI PiloTarn.${ARG_NAME}
+    VERSION 1.0
+    RESOURCE_PREFIX /qt-project.org/imports
+    OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/src/shell/PiloTarn/${ARG_NAME}
+    ${dependencies}
+    QML_FILES ${ARG_QML_FILES}
+    SOURCES ${ARG_SOURCES})
+  target_link_libraries(${target} PRIVATE ${ARG_LIBS} Qt6::Quick)
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/src)
+endfunction()
