@@ -107,6 +107,7 @@ void WorkspaceFaults::record(const WorkspaceRequest &request)
         { u"csrf"_s, headerValue(request, "X-CSRF-Token") },
         { u"accept"_s, headerValue(request, "Accept") },
         { u"content_type"_s, headerValue(request, "Content-Type") },
+        { u"idempotency_key"_s, headerValue(request, "Idempotency-Key") },
         { u"body"_s, QString::fromUtf8(request.body().left(WorkspaceLimits::loggedBodyBytes)) },
     });
     if (m_requests.size() > WorkspaceLimits::loggedRequests)

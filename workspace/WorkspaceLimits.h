@@ -42,6 +42,12 @@ inline constexpr int descriptorReserve = 64;
 inline constexpr int acceptRetryMs = 100;
 inline constexpr int acceptLogIntervalMs = 60'000;
 
+// Answers to keyed changes ("Idempotency-Key"), kept to answer a resend of
+// the same request: the client's network layer resends on its own within
+// moments, and a person retries within minutes.
+inline constexpr int rememberedAnswers = 512;
+inline constexpr qint64 rememberedAnswerMs = 10 * 60 * 1000;
+
 // The request log of "--test-faults": the latest requests, bodies cut short.
 inline constexpr int loggedRequests = 200;
 inline constexpr qsizetype loggedBodyBytes = 4 * 1024;

@@ -6,6 +6,8 @@
 #include <QHttpServerResponder>
 #include <QMetaEnum>
 
+#include <utility>
+
 WorkspaceResponder::WorkspaceResponder(QHttpServerResponder &&responder, Body body)
     : m_responder(std::make_unique<QHttpServerResponder>(std::move(responder)))
     , m_socket(m_responder->socket())
@@ -22,6 +24,7 @@ WorkspaceResponder &WorkspaceResponder::operator=(WorkspaceResponder &&other) no
         m_responder = std::move(other.m_responder);
         m_socket = std::move(other.m_socket);
         m_body = other.m_body;
+        m_witness = std::move(other.m_witness);
     }
     return *this;
 }
@@ -49,6 +52,8 @@ void WorkspaceResponder::send(const WorkspaceReply &reply)
     if (!m_responder)
         return;
     const std::unique_ptr<QHttpServerResponder> responder = std::move(m_responder);
+    if (const auto witness = std::exchange(m_witness, {}))
+        witness(reply);
     if (!isConnected())
         return;
     const int status = canWrite(reply.status) ? reply.status : 500;

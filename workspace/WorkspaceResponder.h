@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QTcpSocket>
 
+#include <functional>
 #include <memory>
 
 class QHttpServerResponder;
@@ -25,6 +26,9 @@ public:
     [[nodiscard]] bool isAnswered() const { return !m_responder; }
     // Writes the answer once; later calls do nothing.
     void send(const WorkspaceReply &reply);
+    // Hears the answer when it is given, whether or not the client is still
+    // there to read it.
+    void setWitness(std::function<void(const WorkspaceReply &)> witness) { m_witness = std::move(witness); }
 
     // Whether the HTTP library has a reason phrase for the status: it cannot
     // write any other.
@@ -36,4 +40,5 @@ private:
     std::unique_ptr<QHttpServerResponder> m_responder;
     QPointer<QTcpSocket> m_socket;
     Body m_body = Body::Send;
+    std::function<void(const WorkspaceReply &)> m_witness;
 };

@@ -16,6 +16,7 @@
 #include "workspace/routes/TeamRoutes.h"
 #include "workspace/routes/TestRoutes.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QHttpServerRequest>
@@ -200,6 +201,19 @@ void WorkspaceServer::dispatch(const WorkspaceRequest &incoming, WorkspaceRespon
             }
         }
         request.setSession(std::move(*session));
+        if (!request.isSafeMethod()) {
+            if (const std::optional<QByteArray> key = request.header("Idempotency-Key"); key && !key->isEmpty()) {
+                WorkspaceReplays::Key replay { request.session().id, *key, request.method(), request.path() };
+                const qint64 now = QDateTime::currentMSecsSinceEpoch();
+                if (const std::optional<WorkspaceReply> answered = m_replays.answerTo(replay, now)) {
+                    responder.send(*answered);
+                    return;
+                }
+                responder.setWitness([this, replay = std::move(replay)](const WorkspaceReply &reply) {
+                    m_replays.remember(replay, reply, QDateTime::currentMSecsSinceEpoch());
+                });
+            }
+        }
     }
     match->route->run(request, std::move(responder));
 }

@@ -2,6 +2,7 @@
 
 #include "workspace/WorkspaceFaults.h"
 #include "workspace/WorkspaceOptions.h"
+#include "workspace/WorkspaceReplays.h"
 #include "workspace/WorkspaceRouter.h"
 #include "workspace/WorkspaceStore.h"
 
@@ -46,6 +47,7 @@ private:
     WorkspaceStore m_store;
     WorkspaceFaults m_faults;
     WorkspaceRouter m_router;
+    WorkspaceReplays m_replays;
     QUrl m_url;
     QString m_certificatePath;
     QString m_autoSignInPersonId;

@@ -7,6 +7,7 @@
 
 #include <QPointer>
 #include <QSettings>
+#include <QUuid>
 
 using namespace Qt::StringLiterals;
 
@@ -54,6 +55,10 @@ QCoro::Task<TarnReply> TarnAPI::sendChecked(TarnPath path, TarnMethod method, st
         if (csrf.isEmpty())
             throw TarnAPIError::signedOut();
         request.headers.append({ "X-CSRF-Token", csrf });
+        // One key per call: when the network layer sends the change again on
+        // its own (a reused connection closed before the answer), the service
+        // recognises it and answers without carrying it out twice.
+        request.headers.append({ "Idempotency-Key", QUuid::createUuid().toByteArray(QUuid::WithoutBraces) });
     }
 
     const QString requestedPath = request.url.path();

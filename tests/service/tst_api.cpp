@@ -1,5 +1,6 @@
 #include "TarnWaitFor.h"
 #include "auth/NativeSessionStore.h"
+#include "chat/TarnChatCalls.h"
 #include "service/TarnAPI.h"
 #include "shell/TarnSettingsCalls.h"
 #include "support/TestWorkspace.h"
@@ -76,6 +77,7 @@ private Q_SLOTS:
     void downloads();
     void refreshWritesTextSize();
     void logoutAlwaysForgets();
+    void resentChangeIsCarriedOutOnce();
 
 private:
     [[nodiscard]] bool tokenStored() { return tarnWaitFor(store.token()).has_value(); }
@@ -338,6 +340,35 @@ void TestAPI::logoutAlwaysForgets()
     QCOMPARE(outcomeOf(api->logout()).text, u"Pilo Tarn returned HTTP 500."_s);
     QVERIFY(!tokenStored());
     QVERIFY(!api->signedIn());
+}
+
+void TestAPI::resentChangeIsCarriedOutOnce()
+{
+    tarnWaitFor(api->refreshSession());
+    const QString name = u"resent-%1"_s.arg(QDateTime::currentMSecsSinceEpoch());
+    // The room is made, then the answer is lost with the connection: the
+    // network layer sends the same request again by itself.
+    QJsonObject cut { { u"method"_s, u"POST"_s }, { u"path"_s, u"/api/rooms"_s }, { u"cut"_s, true },
+        { u"times"_s, 1 } };
+    workspace->setFault(cut);
+    const TarnCreatedID created = tarnWaitFor(TarnChatCalls::createChannel(*api, name, false, {}));
+
+    const QList<TarnRoom> rooms = tarnWaitFor(TarnChatCalls::rooms(*api));
+    QCOMPARE(std::count_if(rooms.begin(), rooms.end(), [&](const TarnRoom &room) { return room.name == name; }), 1);
+    QVERIFY(std::any_of(rooms.begin(), rooms.end(), [&](const TarnRoom &room) { return room.id == created.id; }));
+
+    QJsonArray posts;
+    for (const QJsonValue &sent : workspace->requests())
+        if (sent.toObject().value("method"_L1) == "POST"_L1)
+            posts.append(sent);
+    QCOMPARE(posts.size(), 2);
+    const QString key = posts.at(0).toObject().value("idempotency_key"_L1).toString();
+    QVERIFY(!key.isEmpty());
+    QCOMPARE(posts.at(1).toObject().value("idempotency_key"_L1).toString(), key);
+
+    // Another call is another change, under a key of its own.
+    tarnWaitFor(TarnChatCalls::createChannel(*api, name + u"-2"_s, false, {}));
+    QVERIFY(workspace->requests().last().toObject().value("idempotency_key"_L1).toString() != key);
 }
 
 QTEST_GUILESS_MAIN(TestAPI)
