@@ -64,6 +64,8 @@ public:
     [[nodiscard]] QList<HuddleCommand> peerFailed(const QString &peer);
     void signalFailed(const QString &peer);
     void markFailed();
+    // A peer's media could not start; the huddle runs on without it.
+    void mediaFailed(const QString &error);
 
     [[nodiscard]] bool isCurrent(quint64 generation) const { return generation == m_generation && m_running; }
     [[nodiscard]] bool isRunning() const { return m_running; }
