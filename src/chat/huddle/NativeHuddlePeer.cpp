@@ -17,6 +17,13 @@ struct NativeHuddlePeer::Relay {
     bool playAudio = true;
     std::atomic<qint64> decoded { 0 };
 
+    // The pipeline, held for the caller; nothing once the peer is going away.
+    NativeGst::Element pipelineRef()
+    {
+        const std::lock_guard<std::mutex> guard(lock);
+        return NativeGst::Element(pipeline ? GST_ELEMENT(gst_object_ref(pipeline)) : nullptr);
+    }
+
     // Runs `work` on the peer's thread, unless the peer is going away.
     template <typename Work> void post(Work work)
     {
@@ -116,13 +123,14 @@ void onDecodedPad(GstElement *, GstPad *pad, gpointer data)
     const bool audio = caps && g_str_has_prefix(gst_structure_get_name(gst_caps_get_structure(caps, 0)), "audio/");
     if (caps)
         gst_caps_unref(caps);
-    if (!audio)
+    const NativeGst::Element pipeline = relay.pipelineRef();
+    if (!audio || !pipeline)
         return;
     GstElement *sink = gst_parse_bin_from_description(
         relay.playAudio ? "audioconvert ! audioresample ! autoaudiosink" : "fakesink sync=false", TRUE, nullptr);
     if (!sink)
         return;
-    gst_bin_add(GST_BIN(relay.pipeline), sink);
+    gst_bin_add(GST_BIN(pipeline.get()), sink);
     gst_element_sync_state_with_parent(sink);
     const NativeGst::Pad sinkPad(gst_element_get_static_pad(sink, "sink"));
     gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BUFFER, countDecoded, share(*static_cast<RelayRef *>(data)), release);
@@ -134,10 +142,12 @@ void onRemotePad(GstElement *, GstPad *pad, gpointer data)
 {
     if (GST_PAD_DIRECTION(pad) != GST_PAD_SRC)
         return;
-    Relay &relay = relayOf(data);
+    const NativeGst::Element pipeline = relayOf(data).pipelineRef();
+    if (!pipeline)
+        return;
     GstElement *decode = gst_element_factory_make("decodebin", nullptr);
     connectRelay(decode, "pad-added", onDecodedPad, *static_cast<RelayRef *>(data));
-    gst_bin_add(GST_BIN(relay.pipeline), decode);
+    gst_bin_add(GST_BIN(pipeline.get()), decode);
     gst_element_sync_state_with_parent(decode);
     const NativeGst::Pad sinkPad(gst_element_get_static_pad(decode, "sink"));
     gst_pad_link(pad, sinkPad.get());
@@ -160,16 +170,11 @@ void onDescribed(GstPromise *promise, gpointer data)
     Relay &relay = relayOf(data);
     // Set here, before anything else reaches webrtcbin's queue of operations,
     // so that the candidates it gathers belong to this description.
-    GstElement *webrtc = nullptr;
-    {
-        const std::lock_guard<std::mutex> guard(relay.lock);
-        if (relay.pipeline)
-            webrtc = gst_bin_get_by_name(GST_BIN(relay.pipeline), "webrtc");
-    }
-    if (!webrtc)
+    const NativeGst::Element pipeline = relay.pipelineRef();
+    if (!pipeline)
         return;
-    g_signal_emit_by_name(webrtc, "set-local-description", description.get(), nullptr);
-    gst_object_unref(webrtc);
+    const NativeGst::Element webrtc(gst_bin_get_by_name(GST_BIN(pipeline.get()), "webrtc"));
+    g_signal_emit_by_name(webrtc.get(), "set-local-description", description.get(), nullptr);
     relay.post([&relay, local] {
         if (relay.target)
             Q_EMIT relay.target->descriptionCreated(local);

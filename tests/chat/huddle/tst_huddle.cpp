@@ -7,9 +7,9 @@
 #include <QTest>
 #include <QTimer>
 
-#include <algorithm>
 #include <functional>
 #include <memory>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
