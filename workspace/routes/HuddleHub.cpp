@@ -4,6 +4,9 @@
 #include "workspace/WorkspaceTokens.h"
 
 #include <QDateTime>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
 
 #include <algorithm>
 
@@ -14,6 +17,14 @@ namespace {
 qint64 now()
 {
     return QDateTime::currentMSecsSinceEpoch();
+}
+
+bool run(QSqlQuery &q)
+{
+    if (q.exec())
+        return true;
+    qWarning("workspace huddles: %s: %s", qPrintable(q.lastQuery()), qPrintable(q.lastError().text()));
+    return false;
 }
 
 WorkspaceReply notIn()
@@ -29,6 +40,17 @@ HuddleHub::HuddleHub(Settings settings, RoomFor roomFor, NameOf nameOf, QObject 
     , m_roomFor(std::move(roomFor))
     , m_nameOf(std::move(nameOf))
 {
+    const QSqlDatabase db = QSqlDatabase::database(m_settings.connection);
+    for (const QString &statement : { u"CREATE TABLE IF NOT EXISTS huddles (room_id TEXT PRIMARY KEY, id TEXT NOT NULL,"
+                                      " started_by TEXT NOT NULL, version INTEGER NOT NULL, seq INTEGER NOT NULL)"_s,
+             u"CREATE TABLE IF NOT EXISTS huddle_members (sid TEXT PRIMARY KEY, room_id TEXT NOT NULL,"
+             " person_id TEXT NOT NULL, conn TEXT NOT NULL, muted INTEGER NOT NULL, video INTEGER NOT NULL,"
+             " screen INTEGER NOT NULL, position INTEGER NOT NULL)"_s }) {
+        QSqlQuery q(db);
+        q.prepare(statement);
+        run(q);
+    }
+    load();
     m_sweep.setInterval(std::clamp(m_settings.dropAfterMs / 4, 50, 5'000));
     connect(&m_sweep, &QTimer::timeout, this, &HuddleHub::dropSilent);
     m_sweep.start();
@@ -98,6 +120,7 @@ WorkspaceReply HuddleHub::join(const QString &me, const QString &room, const QSt
             huddle.ringing.insert(person);
     }
     ++huddle.version;
+    save(room);
     wake(room);
     return WorkspaceReply::json(QJsonObject { { u"sid"_s, joined.sid }, { u"conn"_s, joined.conn },
         { u"state"_s, stateFor(me, room) }, { u"ice_servers"_s, m_settings.iceServers } });
@@ -129,6 +152,7 @@ WorkspaceReply HuddleHub::mark(const QString &me, const QString &room, const QSt
     m->seenMs = now();
     if (changed) {
         ++m_huddles[room].version;
+        save(room);
         wake(room);
     }
     return WorkspaceReply::json(stateFor(me, room));
@@ -147,6 +171,7 @@ WorkspaceReply HuddleHub::signal(const QString &me, const QString &room, const Q
         return WorkspaceReply::error(404, u"That connection is not in this huddle."_s);
     from->seenMs = now();
     huddle.signals_.append({ ++huddle.seq, me, from->conn, toConn, type, data });
+    save(room);
     wake(room);
     return WorkspaceReply::ok();
 }
@@ -246,6 +271,7 @@ void HuddleHub::removeMember(const QString &room, const QString &sid)
     // The last one out ends it, and the ringing with it.
     if (huddle.members.isEmpty())
         m_huddles.remove(room);
+    save(room);
     wake(room);
 }
 
@@ -263,4 +289,72 @@ void HuddleHub::dropSilent()
     }
     for (const auto &[room, sid] : std::as_const(silent))
         removeMember(room, sid);
+}
+
+void HuddleHub::save(const QString &room)
+{
+    QSqlDatabase db = QSqlDatabase::database(m_settings.connection);
+    db.transaction();
+    QSqlQuery gone(db);
+    gone.prepare(u"DELETE FROM huddle_members WHERE room_id = ?"_s);
+    gone.addBindValue(room);
+    run(gone);
+    const auto huddle = m_huddles.constFind(room);
+    QSqlQuery head(db);
+    if (huddle == m_huddles.constEnd()) {
+        head.prepare(u"DELETE FROM huddles WHERE room_id = ?"_s);
+        head.addBindValue(room);
+        run(head);
+        db.commit();
+        return;
+    }
+    head.prepare(u"INSERT OR REPLACE INTO huddles (room_id, id, started_by, version, seq) VALUES (?, ?, ?, ?, ?)"_s);
+    for (const QVariant &value : { QVariant(room), QVariant(huddle->id), QVariant(huddle->startedBy),
+             QVariant(huddle->version), QVariant(huddle->seq) })
+        head.addBindValue(value);
+    run(head);
+    for (qsizetype i = 0; i < huddle->members.size(); ++i) {
+        const Member &m = huddle->members.at(i);
+        QSqlQuery member(db);
+        member.prepare(u"INSERT INTO huddle_members (sid, room_id, person_id, conn, muted, video, screen, position)"
+                       " VALUES (?, ?, ?, ?, ?, ?, ?, ?)"_s);
+        for (const QVariant &value : { QVariant(m.sid), QVariant(room), QVariant(m.person), QVariant(m.conn),
+                 QVariant(m.muted), QVariant(m.video), QVariant(m.screen), QVariant(i) })
+            member.addBindValue(value);
+        run(member);
+    }
+    db.commit();
+}
+
+void HuddleHub::load()
+{
+    const QSqlDatabase db = QSqlDatabase::database(m_settings.connection);
+    QSqlQuery heads(db);
+    heads.prepare(u"SELECT room_id, id, started_by, version, seq FROM huddles"_s);
+    if (run(heads)) {
+        while (heads.next()) {
+            Huddle &huddle = m_huddles[heads.value(0).toString()];
+            huddle.id = heads.value(1).toString();
+            huddle.startedBy = heads.value(2).toString();
+            huddle.version = heads.value(3).toLongLong();
+            huddle.seq = heads.value(4).toLongLong();
+        }
+    }
+    QSqlQuery members(db);
+    members.prepare(u"SELECT room_id, person_id, sid, conn, muted, video, screen FROM huddle_members"
+                    " ORDER BY room_id, position"_s);
+    if (!run(members))
+        return;
+    while (members.next()) {
+        const auto huddle = m_huddles.find(members.value(0).toString());
+        if (huddle == m_huddles.end())
+            continue;
+        huddle->members.append({ .person = members.value(1).toString(),
+            .sid = members.value(2).toString(),
+            .conn = members.value(3).toString(),
+            .muted = members.value(4).toBool(),
+            .video = members.value(5).toBool(),
+            .screen = members.value(6).toBool(),
+            .seenMs = now() });
+    }
 }

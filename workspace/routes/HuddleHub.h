@@ -17,8 +17,11 @@
 
 class WorkspaceResponder;
 
-// The live huddles of the workspace, one per room, kept in memory only: a
-// restart ends every huddle (clients see `joined` false and leave). Each
+// The live huddles of the workspace, one per room. Who is in them, their
+// marks and the counters are also written to the database, so a restarted
+// service carries on the huddles it had (the media flows between the clients
+// meanwhile) and their polls resume where they were; signals not yet polled
+// and the ringing live in memory only. Each
 // joined client has a session id (`sid`, private to it) and a connection id
 // (`conn`, what others address signals to). Signals carry a per-huddle `seq`;
 // every change of who is in it, who is ringing or of anyone's marks raises the
@@ -32,6 +35,8 @@ public:
         // candidates always meet.
         QJsonArray iceServers;
         int dropAfterMs = 45'000;
+        // The database connection the huddles are kept in.
+        QString connection;
     };
     // The room's name when the person may see the room; nothing otherwise.
     using RoomFor = std::function<std::optional<QString>(const QString &person, const QString &room)>;
@@ -99,6 +104,10 @@ private:
     void wake(const QString &room);
     void removeMember(const QString &room, const QString &sid);
     void dropSilent();
+    // Writes the room's huddle (or its end) to the database.
+    void save(const QString &room);
+    // The huddles a previous run left, each member given a fresh grace period.
+    void load();
 
     Settings m_settings;
     RoomFor m_roomFor;

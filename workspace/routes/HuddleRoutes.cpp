@@ -64,7 +64,9 @@ void add(WorkspaceServer &server)
         return found ? found->name : person;
     };
     // Owned by the server, which outlives its routes' calls.
-    auto *hub = new HuddleHub({ ice, server.options().huddleDropSeconds * 1000 }, roomFor, nameOf, &server);
+    auto *hub
+        = new HuddleHub({ ice, server.options().huddleDropSeconds * 1000, server.store().database().connectionName() },
+            roomFor, nameOf, &server);
 
     WorkspaceRouter &router = server.router();
 

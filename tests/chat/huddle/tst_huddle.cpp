@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-enum class Fault { None, FirstSignal, Polls };
+enum class Fault { None, FirstSignal, Polls, Restart };
 
 // Runs the event loop until `done` holds, up to `ms`, looking again at each
 // tick: decoded audio arrives without a signal per buffer.
@@ -78,6 +78,7 @@ void TestHuddle::everyoneHearsEveryone_data()
     QTest::addRow("three") << 3 << Fault::None;
     QTest::addRow("two, the first signal lost") << 2 << Fault::FirstSignal;
     QTest::addRow("two, polls failing for a while") << 2 << Fault::Polls;
+    QTest::addRow("two, the workspace restarted") << 2 << Fault::Restart;
 }
 
 void TestHuddle::everyoneHearsEveryone()
@@ -120,6 +121,17 @@ void TestHuddle::everyoneHearsEveryone()
         const qint64 before = first.decodedAudioFrom(team.members[1].id);
         QVERIFY(waitUntil([&] { return first.decodedAudioFrom(team.members[1].id) > before; }, 5'000));
         tarnWaitFor(huddles[1]->toggleMute());
+    }
+
+    if (fault == Fault::Restart) {
+        NativeHuddle &first = *huddles[0];
+        team.workspace->halt();
+        QVERIFY(waitUntil([&] { return first.status() == u"Reconnecting"_s; }));
+        // The media does not go through the service.
+        const qint64 before = first.decodedAudioFrom(team.members[1].id);
+        QVERIFY(waitUntil([&] { return first.decodedAudioFrom(team.members[1].id) > before + 50; }));
+        QVERIFY2(team.workspace->restart(), qPrintable(team.workspace->error()));
+        QVERIFY(waitUntil([&] { return first.status() == u"Live"_s && huddles[1]->status() == u"Live"_s; }));
     }
 
     // Muting is seen by the others in the state.
