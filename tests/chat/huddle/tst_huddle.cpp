@@ -2,11 +2,13 @@
 #include "chat/huddle/HuddleTestTeam.h"
 #include "chat/huddle/NativeHuddle.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -15,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-enum class Fault { None, FirstSignal, Polls, Restart };
+enum class Fault { None, SameInstant, FirstSignal, Polls, Restart };
 
 // Runs the event loop until `done` holds, up to `ms`, looking again at each
 // tick: decoded audio arrives without a signal per buffer.
@@ -76,6 +78,7 @@ void TestHuddle::everyoneHearsEveryone_data()
     QTest::addColumn<Fault>("fault");
     QTest::addRow("two") << 2 << Fault::None;
     QTest::addRow("three") << 3 << Fault::None;
+    QTest::addRow("two joining at the same instant") << 2 << Fault::SameInstant;
     QTest::addRow("two, the first signal lost") << 2 << Fault::FirstSignal;
     QTest::addRow("two, polls failing for a while") << 2 << Fault::Polls;
     QTest::addRow("two, the workspace restarted") << 2 << Fault::Restart;
@@ -90,11 +93,18 @@ void TestHuddle::everyoneHearsEveryone()
         team.workspace->setFault({ { u"method"_s, u"POST"_s }, { u"path"_s, QString(huddlePath + u"signal"_s) },
             { u"status"_s, 503 }, { u"times"_s, 1 } });
 
+    team.workspace->clearRequests();
     std::vector<std::unique_ptr<NativeHuddle>> huddles;
+    std::vector<QCoro::Task<>> joins;
     for (int i = 0; i < people; ++i) {
         huddles.push_back(std::make_unique<NativeHuddle>(media));
-        tarnWaitFor(huddles.back()->join(room, *team.members[size_t(i)].api));
-        QCOMPARE(huddles.back()->status(), u"Live"_s);
+        joins.push_back(huddles.back()->join(room, *team.members[size_t(i)].api));
+        if (fault != Fault::SameInstant)
+            tarnWaitFor(std::move(joins.back()));
+    }
+    if (fault == Fault::SameInstant) {
+        for (QCoro::Task<> &join : joins)
+            tarnWaitFor(std::move(join));
     }
     const auto everyoneHears = [&] {
         for (int i = 0; i < people; ++i) {
@@ -106,6 +116,15 @@ void TestHuddle::everyoneHearsEveryone()
         return true;
     };
     QVERIFY2(waitUntil(everyoneHears), "decoded audio did not arrive from every other participant");
+    // Exactly one offer per pair, however the joins interleaved.
+    if (fault == Fault::None || fault == Fault::SameInstant) {
+        const QJsonArray requests = team.workspace->requests();
+        const auto offers = std::count_if(requests.begin(), requests.end(), [](const QJsonValue &request) {
+            return request[u"path"_s].toString().endsWith("/huddle/signal"_L1)
+                && request[u"body"_s].toString().endsWith(R"("type":"offer"})"_L1);
+        });
+        QCOMPARE(offers, people * (people - 1) / 2);
+    }
     // Maren's id sorts first: hers was the offer that failed, and was sent again.
     if (fault == Fault::FirstSignal)
         QCOMPARE(huddles[0]->notice(), u"Call signaling to Tomas Reyes failed. Reconnecting."_s);
