@@ -237,6 +237,11 @@ void HuddleCall::markFailed()
     m_notice = u"Mute status could not sync. Reconnecting may be needed."_s;
 }
 
+void HuddleCall::microphoneMissing()
+{
+    m_notice = u"No microphone is available, so you joined muted."_s;
+}
+
 void HuddleCall::mediaFailed(const QString &error)
 {
     m_notice = u"Could not start the call: "_s + error;

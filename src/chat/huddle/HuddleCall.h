@@ -64,6 +64,7 @@ public:
     [[nodiscard]] QList<HuddleCommand> peerFailed(const QString &peer);
     void signalFailed(const QString &peer);
     void markFailed();
+    void microphoneMissing();
     // A peer's media could not start; the huddle runs on without it.
     void mediaFailed(const QString &error);
 

@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 
 NativeHuddle::NativeHuddle(NativeHuddleMedia media, QObject *parent)
     : QObject(parent)
+    , m_configured(media)
     , m_media(media)
 {
 }
@@ -38,6 +39,9 @@ QCoro::Task<> NativeHuddle::join(QString roomID, TarnAPI &api, QList<QString> in
         Q_EMIT changed();
         co_return;
     }
+    m_media = m_configured;
+    m_media.microphone = m_configured.testSources || NativeHuddleMedia::hasMicrophone();
+    m_muted = !m_media.microphone;
     TarnHuddleJoined joined;
     try {
         joined = co_await TarnHuddleCalls::joinHuddle(api, roomID, invite);
@@ -57,6 +61,10 @@ QCoro::Task<> NativeHuddle::join(QString roomID, TarnAPI &api, QList<QString> in
         co_return;
     }
     run(m_call.joined(joined));
+    if (!m_media.microphone) {
+        m_call.microphoneMissing();
+        reportMuted(generation);
+    }
     Q_EMIT changed();
     pollLoop(generation);
 }
@@ -84,12 +92,23 @@ QCoro::Task<> NativeHuddle::toggleMute()
 {
     if (!m_call.isRunning() || !m_api)
         co_return;
-    const QPointer<NativeHuddle> self(this);
+    if (!m_media.microphone) {
+        m_call.microphoneMissing();
+        Q_EMIT changed();
+        co_return;
+    }
     m_muted = !m_muted;
     for (const auto &[id, peer] : m_peers)
         peer->setMuted(m_muted);
     Q_EMIT changed();
-    const quint64 generation = m_call.generation();
+    co_await reportMuted(m_call.generation());
+}
+
+QCoro::Task<> NativeHuddle::reportMuted(quint64 generation)
+{
+    if (!m_api)
+        co_return;
+    const QPointer<NativeHuddle> self(this);
     const QString room = m_call.roomID().value_or(QString());
     const TarnHuddleMarks marks { .sid = m_call.sid(), .muted = m_muted };
     try {

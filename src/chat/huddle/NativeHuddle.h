@@ -68,7 +68,10 @@ private:
     QCoro::Task<> pollLoop(quint64 generation);
     QCoro::Task<> sendLoop(quint64 generation);
     QCoro::Task<> pause(int ms);
+    QCoro::Task<> reportMuted(quint64 generation);
 
+    const NativeHuddleMedia m_configured;
+    // What this join uses: without a microphone, silence.
     NativeHuddleMedia m_media;
     HuddleCall m_call;
     QPointer<TarnAPI> m_api;

@@ -50,3 +50,18 @@ QString NativeHuddleMedia::missingPlugin()
     }
     return {};
 }
+
+bool NativeHuddleMedia::hasMicrophone()
+{
+    GstDeviceMonitor *monitor = gst_device_monitor_new();
+    gst_device_monitor_add_filter(monitor, "Audio/Source", nullptr);
+    bool found = false;
+    if (gst_device_monitor_start(monitor)) {
+        GList *devices = gst_device_monitor_get_devices(monitor);
+        found = devices != nullptr;
+        g_list_free_full(devices, gst_object_unref);
+        gst_device_monitor_stop(monitor);
+    }
+    gst_object_unref(monitor);
+    return found;
+}

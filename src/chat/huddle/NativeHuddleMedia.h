@@ -9,9 +9,13 @@
 struct NativeHuddleMedia {
     bool testSources = false;
     bool playAudio = true;
+    // Without a microphone the huddle sends silence, muted.
+    bool microphone = true;
 
     // Initialises GStreamer once, then checks that every plugin a huddle
     // needs is installed: empty when all are, otherwise the message to show,
     // naming the first missing plugin and its Debian package.
     [[nodiscard]] static QString missingPlugin();
+    // Whether the desktop has any audio input; call after missingPlugin().
+    [[nodiscard]] static bool hasMicrophone();
 };

@@ -224,7 +224,9 @@ NativeHuddlePeer::~NativeHuddlePeer()
 
 bool NativeHuddlePeer::start(QString *error)
 {
-    const QString source = m_media.testSources ? u"audiotestsrc is-live=true wave=sine freq=440"_s : u"autoaudiosrc"_s;
+    const QString source = m_media.testSources ? u"audiotestsrc is-live=true wave=sine freq=440"_s
+        : m_media.microphone                   ? u"autoaudiosrc"_s
+                                               : u"audiotestsrc is-live=true wave=silence"_s;
     // The payload's caps in full: webrtcbin builds its offer from them.
     const QString description = source
         + u" ! audioconvert ! audioresample ! volume name=mic ! opusenc ! rtpopuspay pt=96"

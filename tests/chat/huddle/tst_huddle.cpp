@@ -55,6 +55,7 @@ private slots:
     void everyoneHearsEveryone_data();
     void everyoneHearsEveryone();
     void joiningElsewhereEndsThisHuddle();
+    void withoutMicrophoneJoinsMuted();
 
 private:
     HuddleTestTeam team;
@@ -179,6 +180,27 @@ void TestHuddle::joiningElsewhereEndsThisHuddle()
     QCOMPARE(here.endedReason(), u"You are no longer in this huddle."_s);
     QVERIFY(elsewhere.running());
     tarnWaitFor(elsewhere.leave());
+}
+
+void TestHuddle::withoutMicrophoneJoinsMuted()
+{
+    if (NativeHuddleMedia::hasMicrophone())
+        QSKIP("this machine has a microphone");
+    NativeHuddle silent({ .testSources = false, .playAudio = false });
+    NativeHuddle speaking(media);
+    tarnWaitFor(silent.join(room, *team.members[0].api));
+    QVERIFY(silent.muted());
+    QCOMPARE(silent.notice(), u"No microphone is available, so you joined muted."_s);
+    tarnWaitFor(speaking.join(room, *team.members[1].api));
+    QVERIFY(waitUntil([&] { return mutedIn(speaking, team.members[0].id); }));
+    // Both connections are up: the silent side hears the other and sends silence.
+    QVERIFY(waitUntil([&] {
+        return silent.decodedAudioFrom(team.members[1].id) > 0 && speaking.decodedAudioFrom(team.members[0].id) > 0;
+    }));
+    tarnWaitFor(silent.toggleMute());
+    QVERIFY(silent.muted());
+    tarnWaitFor(speaking.leave());
+    tarnWaitFor(silent.leave());
 }
 
 QTEST_GUILESS_MAIN(TestHuddle)
