@@ -197,8 +197,6 @@ void TestHuddle::withoutMicrophoneJoinsMuted()
     QVERIFY(waitUntil([&] {
         return silent.decodedAudioFrom(team.members[1].id) > 0 && speaking.decodedAudioFrom(team.members[0].id) > 0;
     }));
-    tarnWaitFor(silent.toggleMute());
-    QVERIFY(silent.muted());
     tarnWaitFor(speaking.leave());
     tarnWaitFor(silent.leave());
 }

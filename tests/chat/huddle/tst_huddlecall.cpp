@@ -114,8 +114,7 @@ void TestHuddleCall::whoOffers()
         { .sid = u"s"_s, .conn = u"c1"_s, .state = stateWith({ person(me, u"c1"_s), person(other, u"c2"_s) }) });
     QCOMPARE(kinds(commands), opening);
     // Seen from the other side, exactly one of the two offers (or neither, for equal ids).
-    QCOMPARE(HuddleCall::offers(me, other) && HuddleCall::offers(other, me), false);
-    QCOMPARE(HuddleCall::offers(me, other) || HuddleCall::offers(other, me), me != other);
+    QCOMPARE(int(HuddleCall::offers(me, other)) + int(HuddleCall::offers(other, me)), me == other ? 0 : 1);
 }
 
 void TestHuddleCall::candidatesWaitForTheRemoteDescription_data()
@@ -203,13 +202,11 @@ void TestHuddleCall::notJoinedEndsTheHuddle()
     QFETCH(QString, reason);
     HuddleCall call = joinedWithB(u"p-a"_s);
     const quint64 generation = call.generation();
-    QVERIFY(call.isCurrent(generation));
     const QList<HuddleCommand> ended = call.polled({ .joined = false,
         .signals_ = { signal(1, u"answer"_s, described(u"answer"_s)) },
         .state = { .active = active } });
     QCOMPARE(kinds(ended), QList<Kind> { Kind::ClosePeer });
     QCOMPARE(call.endedReason(), reason);
-    QCOMPARE(call.status(), QString());
     // The loop that asked stops on its next pass.
     QVERIFY(!call.isCurrent(generation));
     QVERIFY(!call.isRunning());
@@ -222,8 +219,6 @@ void TestHuddleCall::statusFollowsThePolls()
     QCOMPARE(call.status(), u"Connecting"_s);
     (void)call.joined({ .sid = u"s"_s, .conn = u"c"_s, .state = stateWith({ person(u"p-a"_s, u"c"_s) }, 4) });
     QCOMPARE(call.status(), u"Live"_s);
-    QCOMPARE(call.version(), 4);
-    call.pollFailed();
     call.pollFailed();
     QCOMPARE(call.status(), u"Reconnecting"_s);
     (void)call.polled({ .joined = true, .state = stateWith({ person(u"p-a"_s, u"c"_s) }, 6) });
