@@ -25,10 +25,10 @@ std::optional<WorkspaceOptions> WorkspaceOptions::parse(const QStringList &argum
 
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString &arg = arguments.at(i);
-        const QStringList counts
-            = { u"--code-ttl"_s, u"--idle-timeout-ms"_s, u"--request-timeout-ms"_s, u"--max-connections"_s };
+        const QStringList counts = { u"--code-ttl"_s, u"--idle-timeout-ms"_s, u"--request-timeout-ms"_s,
+            u"--max-connections"_s, u"--huddle-drop-seconds"_s };
         const bool takesValue = arg == "--data"_L1 || arg == "--port"_L1 || arg == "--auto-sign-in"_L1
-            || arg == "--agent"_L1 || counts.contains(arg);
+            || arg == "--agent"_L1 || arg == "--ice-server"_L1 || counts.contains(arg);
         if (arg == "--test-faults"_L1) {
             options.testFaults = true;
             continue;
@@ -62,13 +62,17 @@ std::optional<WorkspaceOptions> WorkspaceOptions::parse(const QStringList &argum
             if (!modes.contains(value))
                 return fail(u"--agent needs online, offline or off"_s);
             options.agent = static_cast<Agent>(modes.indexOf(value));
+        } else if (arg == "--ice-server"_L1) {
+            if (value.isEmpty())
+                return fail(u"--ice-server needs a stun: or turn: address"_s);
+            options.iceServers.append(value);
         } else {
             bool ok = false;
             const int count = value.toInt(&ok);
             if (!ok || count < 0 || (count == 0 && arg != "--code-ttl"_L1))
                 return fail(u"%1 needs a positive number"_s.arg(arg));
             int *const target[] = { &options.codeTtlSeconds, &options.idleTimeoutMs, &options.requestTimeoutMs,
-                &options.maxConnections };
+                &options.maxConnections, &options.huddleDropSeconds };
             *target[counts.indexOf(arg)] = count;
         }
     }

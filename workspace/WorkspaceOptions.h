@@ -24,6 +24,10 @@ struct WorkspaceOptions {
     // The assistant's agent: set up and connected, set up but away, or not set up.
     enum class Agent { Online, Offline, Off };
     Agent agent = Agent::Online;
+    // The ICE servers huddles are told to use ("--ice-server URL", repeated).
+    QStringList iceServers;
+    // A huddle member who has not polled for this long is taken out.
+    int huddleDropSeconds = 45;
     // Exit when standard input reaches its end (test harnesses keep it open).
     bool stopWithStdin = false;
 

@@ -10,6 +10,7 @@
 #include "workspace/routes/BooksRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
+#include "workspace/routes/HuddleRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
@@ -128,6 +129,7 @@ bool WorkspaceServer::start(QString *error)
     AgentRoutes::add(*this);
     if (!ChatRoutes::add(*this, error))
         return false;
+    HuddleRoutes::add(*this);
     PaymentsRoutes::add(*this);
     // After the terminal: the books link to its invoices and payments.
     BooksRoutes::add(*this);

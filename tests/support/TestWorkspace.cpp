@@ -112,6 +112,17 @@ void TestWorkspace::stop()
     m_output += m_process.readAllStandardOutput() + m_process.readAllStandardError();
 }
 
+void TestWorkspace::halt()
+{
+    stop();
+}
+
+bool TestWorkspace::restart()
+{
+    m_arguments[m_arguments.indexOf(u"--port"_s) + 1] = QString::number(m_url.port());
+    return start();
+}
+
 QByteArray TestWorkspace::output()
 {
     m_output += m_process.readAllStandardOutput() + m_process.readAllStandardError();

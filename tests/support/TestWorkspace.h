@@ -42,6 +42,10 @@ public:
     TestWorkspace &operator=(const TestWorkspace &) = delete;
 
     [[nodiscard]] bool isRunning() const;
+    // Stops the server as a crash or an upgrade would; restart() starts it
+    // again on the same port with the same data.
+    void halt();
+    [[nodiscard]] bool restart();
     // Why start-up failed (with the server's standard error), for QVERIFY2.
     [[nodiscard]] QString error() const { return m_error; }
     [[nodiscard]] QUrl url() const { return m_url; }

@@ -1,0 +1,301 @@
+#include "chat/huddle/NativeHuddle.h"
+
+#include "chat/huddle/TarnHuddleCalls.h"
+#include "service/TarnAPI.h"
+#include "service/TarnAPIError.h"
+
+#include <QCoroTimer>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+NativeHuddle::NativeHuddle(NativeHuddleMedia media, QObject *parent)
+    : QObject(parent)
+    , m_configured(media)
+    , m_media(media)
+{
+}
+
+NativeHuddle::~NativeHuddle() = default;
+
+QCoro::Task<> NativeHuddle::join(QString roomID, TarnAPI &api, QList<QString> invite)
+{
+    const QPointer<NativeHuddle> self(this);
+    if (m_call.isRunning()) {
+        co_await leave();
+        if (!self)
+            co_return;
+    }
+    if (!api.session())
+        co_return;
+    m_api = &api;
+    const quint64 generation = m_call.begin(roomID, api.session()->id);
+    Q_EMIT changed();
+    // Checked before anything is asked of the service, so a missing plugin
+    // never leaves a half-joined huddle behind.
+    const QString missing = NativeHuddleMedia::missingPlugin();
+    if (!missing.isEmpty()) {
+        m_call.joinFailed(missing);
+        Q_EMIT changed();
+        co_return;
+    }
+    m_media = m_configured;
+    m_media.microphone = m_configured.testSources || NativeHuddleMedia::hasMicrophone();
+    m_muted = !m_media.microphone;
+    TarnHuddleJoined joined;
+    try {
+        joined = co_await TarnHuddleCalls::joinHuddle(api, roomID, invite);
+    } catch (const TarnAPIError &error) {
+        if (self && m_call.isCurrent(generation)) {
+            m_call.joinFailed(error.text());
+            Q_EMIT changed();
+        }
+        co_return;
+    }
+    if (!self)
+        co_return;
+    if (!m_call.isCurrent(generation)) {
+        // Left while joining: the service still counts this session in.
+        const QString sid = joined.sid;
+        co_await TarnHuddleCalls::leaveHuddle(api, roomID, sid);
+        co_return;
+    }
+    run(m_call.joined(joined));
+    if (!m_media.microphone) {
+        m_call.microphoneMissing();
+        reportMuted(generation);
+    }
+    Q_EMIT changed();
+    pollLoop(generation);
+}
+
+QCoro::Task<> NativeHuddle::leave()
+{
+    const std::optional<QString> room = m_call.roomID();
+    const QString sid = m_call.sid();
+    run(m_call.leave());
+    m_outbox.clear();
+    m_muted = false;
+    Q_EMIT changed();
+    const QPointer<TarnAPI> api = m_api;
+    if (!room || sid.isEmpty() || !api)
+        co_return;
+    try {
+        const QString roomID = *room;
+        co_await TarnHuddleCalls::leaveHuddle(*api, roomID, sid);
+    } catch (const TarnAPIError &) {
+        // Unheard, the service takes the session out once its polls stop.
+    }
+}
+
+QCoro::Task<> NativeHuddle::toggleMute()
+{
+    if (!m_call.isRunning() || !m_api)
+        co_return;
+    if (!m_media.microphone) {
+        m_call.microphoneMissing();
+        Q_EMIT changed();
+        co_return;
+    }
+    m_muted = !m_muted;
+    for (const auto &[id, peer] : m_peers)
+        peer->setMuted(m_muted);
+    Q_EMIT changed();
+    co_await reportMuted(m_call.generation());
+}
+
+QCoro::Task<> NativeHuddle::reportMuted(quint64 generation)
+{
+    if (!m_api)
+        co_return;
+    const QPointer<NativeHuddle> self(this);
+    const QString room = m_call.roomID().value_or(QString());
+    const TarnHuddleMarks marks { .sid = m_call.sid(), .muted = m_muted };
+    try {
+        co_await TarnHuddleCalls::setHuddleState(*m_api, room, marks);
+    } catch (const TarnAPIError &) {
+        if (self && m_call.isCurrent(generation)) {
+            m_call.markFailed();
+            Q_EMIT changed();
+        }
+    }
+}
+
+QCoro::Task<> NativeHuddle::refreshVisible(TarnAPI &api)
+{
+    const QPointer<NativeHuddle> self(this);
+    try {
+        const TarnHuddleList list = co_await TarnHuddleCalls::huddles(api);
+        if (self && list.huddles != m_visible) {
+            m_visible = list.huddles;
+            Q_EMIT visibleChanged();
+        }
+    } catch (const TarnAPIError &) {
+        // The room list keeps what it showed; the next refresh tries again.
+    }
+}
+
+qint64 NativeHuddle::decodedAudioFrom(const QString &userID) const
+{
+    const auto found = m_peers.find(userID);
+    return found == m_peers.end() ? 0 : found->second->decodedAudioBuffers();
+}
+
+QCoro::Task<> NativeHuddle::pause(int ms)
+{
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    timer.setSingleShot(true);
+    timer.start(ms);
+    co_await qCoro(timer).waitForTimeout();
+}
+
+QCoro::Task<> NativeHuddle::pollLoop(quint64 generation)
+{
+    const QPointer<NativeHuddle> self(this);
+    int failures = 0;
+    while (self && m_call.isCurrent(generation) && m_api) {
+        const QString room = m_call.roomID().value_or(QString());
+        // After a failure the poll asks for an answer at once, so "Live"
+        // returns as soon as the service does, not when a held poll ends.
+        const TarnHuddlePoll poll {
+            .sid = m_call.sid(), .after = m_call.after(), .version = m_call.version(), .wait = failures > 0 ? 0 : 15
+        };
+        std::optional<TarnHuddlePolled> polled;
+        try {
+            polled = co_await TarnHuddleCalls::poll(*m_api, room, poll);
+        } catch (const TarnAPIError &) {
+        }
+        if (!self || !m_call.isCurrent(generation))
+            co_return;
+        if (!polled) {
+            m_call.pollFailed();
+            Q_EMIT changed();
+            co_await pause(HuddleCall::retryMs(++failures));
+            continue;
+        }
+        failures = 0;
+        run(m_call.polled(*polled));
+        Q_EMIT changed();
+    }
+}
+
+QCoro::Task<> NativeHuddle::sendLoop(quint64 generation)
+{
+    const QPointer<NativeHuddle> self(this);
+    m_sending = true;
+    int failures = 0;
+    while (self && m_call.isCurrent(generation) && !m_outbox.isEmpty() && m_api) {
+        const HuddleCommand next = m_outbox.first();
+        const QString room = m_call.roomID().value_or(QString());
+        const TarnHuddleSignalSend signal { m_call.sid(), next.conn, next.type, next.data };
+        bool sent = false;
+        try {
+            co_await TarnHuddleCalls::signal(*m_api, room, signal);
+            sent = true;
+        } catch (const TarnAPIError &) {
+        }
+        if (!self || !m_call.isCurrent(generation))
+            co_return;
+        const HuddleCall::Peer *peer = m_call.peer(next.peer);
+        // A signal for a connection that has since closed is not resent.
+        if (sent || !peer || peer->conn != next.conn) {
+            failures = 0;
+            m_outbox.removeFirst();
+            continue;
+        }
+        m_call.signalFailed(next.peer);
+        Q_EMIT changed();
+        co_await pause(HuddleCall::retryMs(++failures));
+    }
+    if (self)
+        m_sending = false;
+}
+
+void NativeHuddle::run(const QList<HuddleCommand> &commands)
+{
+    using Kind = HuddleCommand::Kind;
+    for (const HuddleCommand &command : commands) {
+        if (command.kind == Kind::Send) {
+            m_outbox.append(command);
+            continue;
+        }
+        if (command.kind == Kind::OpenPeer) {
+            openPeer(command);
+            continue;
+        }
+        const auto found = m_peers.find(command.peer);
+        if (found == m_peers.end())
+            continue;
+        NativeHuddlePeer &peer = *found->second;
+        switch (command.kind) {
+        case Kind::ClosePeer:
+            m_peers.erase(found);
+            break;
+        case Kind::MakeOffer:
+            peer.createOffer();
+            break;
+        case Kind::MakeAnswer:
+            peer.createAnswer();
+            break;
+        case Kind::SetRemote:
+            peer.setRemoteDescription(command.description);
+            break;
+        case Kind::AddCandidate:
+            peer.addCandidate(command.candidate);
+            break;
+        case Kind::OpenPeer:
+        case Kind::Send:
+            break;
+        }
+    }
+    if (!m_outbox.isEmpty() && !m_sending)
+        sendLoop(m_call.generation());
+}
+
+void NativeHuddle::openPeer(const HuddleCommand &command)
+{
+    TarnLaterPointer<NativeHuddlePeer> peer(
+        new NativeHuddlePeer(command.peer, command.conn, m_call.iceServers(), m_media, m_muted, this));
+    QString error;
+    if (!peer->start(&error)) {
+        m_call.mediaFailed(error);
+        return;
+    }
+    NativeHuddlePeer *raw = peer.get();
+    const QString id = command.peer;
+    connect(raw, &NativeHuddlePeer::descriptionCreated, this, [this, raw, id](const TarnHuddleDescription &local) {
+        if (isCurrent(raw))
+            run(m_call.descriptionCreated(id, local));
+    });
+    connect(raw, &NativeHuddlePeer::localCandidate, this, [this, raw, id](const TarnHuddleCandidate &candidate) {
+        if (!isCurrent(raw) || !m_call.localCandidate(id, candidate) || m_batchDue.contains(id))
+            return;
+        // Candidates come in bursts: one signal carries each burst.
+        m_batchDue.insert(id);
+        QTimer::singleShot(HuddleCall::candidateBatchMs, this, [this, id] {
+            m_batchDue.remove(id);
+            run(m_call.flushLocalCandidates(id));
+        });
+    });
+    connect(raw, &NativeHuddlePeer::linkChanged, this, [this, raw, id](NativeHuddlePeer::Link link) {
+        if (!isCurrent(raw))
+            return;
+        if (link == NativeHuddlePeer::Link::Interrupted)
+            m_call.peerReconnecting();
+        else if (link == NativeHuddlePeer::Link::Failed)
+            run(m_call.peerFailed(id));
+        Q_EMIT changed();
+    });
+    connect(raw, &NativeHuddlePeer::remoteAudioStarted, this, [this, raw, id] {
+        if (isCurrent(raw))
+            Q_EMIT remoteAudioStarted(id);
+    });
+    m_peers[id] = std::move(peer);
+}
+
+bool NativeHuddle::isCurrent(const NativeHuddlePeer *peer) const
+{
+    const auto found = m_peers.find(peer->id());
+    return found != m_peers.end() && found->second.get() == peer;
+}

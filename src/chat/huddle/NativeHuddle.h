@@ -1,0 +1,85 @@
+#pragma once
+
+#include "chat/huddle/HuddleCall.h"
+#include "chat/huddle/NativeHuddleMedia.h"
+#include "chat/huddle/NativeHuddlePeer.h"
+#include "chat/huddle/TarnHuddleState.h"
+#include "service/TarnDeleteLater.h"
+
+#include <QCoroTask>
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QSet>
+#include <QString>
+
+#include <map>
+#include <optional>
+
+class TarnAPI;
+
+// The one object that owns a running huddle: it joins, long-polls the
+// service, keeps one NativeHuddlePeer per other participant and carries out
+// what HuddleCall decides, and publishes the status and notice texts and the
+// microphone's state to the screens. Only one huddle runs at a time: joining
+// another leaves the first. All of it lives on the thread that made it.
+class NativeHuddle : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString status READ status NOTIFY changed)
+    Q_PROPERTY(QString notice READ notice NOTIFY changed)
+    Q_PROPERTY(QString endedReason READ endedReason NOTIFY changed)
+    Q_PROPERTY(QString roomID READ roomID NOTIFY changed)
+    Q_PROPERTY(bool running READ running NOTIFY changed)
+    Q_PROPERTY(bool muted READ muted NOTIFY changed)
+
+public:
+    explicit NativeHuddle(NativeHuddleMedia media, QObject *parent = nullptr);
+    ~NativeHuddle() override;
+
+    // Starts the room's huddle or joins it, ringing `invite`.
+    QCoro::Task<> join(QString roomID, TarnAPI &api, QList<QString> invite = {});
+    QCoro::Task<> leave();
+    // Flips the microphone track's enabled flag and reports it.
+    QCoro::Task<> toggleMute();
+    // The huddles the person may see, for the room list.
+    QCoro::Task<> refreshVisible(TarnAPI &api);
+
+    [[nodiscard]] QString status() const { return m_call.status(); }
+    [[nodiscard]] QString notice() const { return m_call.notice(); }
+    [[nodiscard]] QString endedReason() const { return m_call.endedReason().value_or(QString()); }
+    [[nodiscard]] QString roomID() const { return m_call.roomID().value_or(QString()); }
+    [[nodiscard]] bool running() const { return m_call.isRunning(); }
+    [[nodiscard]] bool muted() const { return m_muted; }
+    [[nodiscard]] const std::optional<TarnHuddleState> &state() const { return m_call.state(); }
+    [[nodiscard]] const QList<TarnHuddleState> &visible() const { return m_visible; }
+    // Decoded buffers of a participant's audio so far (0 without a connection).
+    [[nodiscard]] qint64 decodedAudioFrom(const QString &userID) const;
+
+Q_SIGNALS:
+    void changed();
+    void visibleChanged();
+    void remoteAudioStarted(const QString &userID);
+
+private:
+    void run(const QList<HuddleCommand> &commands);
+    void openPeer(const HuddleCommand &command);
+    // Whether `peer` is still the connection the call has for its participant.
+    [[nodiscard]] bool isCurrent(const NativeHuddlePeer *peer) const;
+    QCoro::Task<> pollLoop(quint64 generation);
+    QCoro::Task<> sendLoop(quint64 generation);
+    QCoro::Task<> pause(int ms);
+    QCoro::Task<> reportMuted(quint64 generation);
+
+    const NativeHuddleMedia m_configured;
+    // What this join uses: without a microphone, silence.
+    NativeHuddleMedia m_media;
+    HuddleCall m_call;
+    QPointer<TarnAPI> m_api;
+    std::map<QString, TarnLaterPointer<NativeHuddlePeer>> m_peers;
+    // Signals go out one at a time, in the order the call made them.
+    QList<HuddleCommand> m_outbox;
+    bool m_sending = false;
+    QSet<QString> m_batchDue;
+    bool m_muted = false;
+    QList<TarnHuddleState> m_visible;
+};

@@ -1,0 +1,67 @@
+#include "chat/huddle/NativeHuddleMedia.h"
+
+#include <gst/gst.h>
+
+#include <mutex>
+
+using namespace Qt::StringLiterals;
+
+QString NativeHuddleMedia::missingPlugin()
+{
+    static std::once_flag once;
+    static QString initError;
+    std::call_once(once, [] {
+        GError *error = nullptr;
+        if (!gst_init_check(nullptr, nullptr, &error)) {
+            initError = u"GStreamer could not start: "_s + QString::fromUtf8(error ? error->message : "unknown error");
+            g_clear_error(&error);
+        }
+    });
+    if (!initError.isEmpty())
+        return initError;
+
+    struct Needed {
+        const char *plugin;
+        const char *package;
+    };
+    static constexpr Needed needed[] {
+        { "coreelements", "gstreamer1.0-plugins-base" },
+        { "audiotestsrc", "gstreamer1.0-plugins-base" },
+        { "audioconvert", "gstreamer1.0-plugins-base" },
+        { "audioresample", "gstreamer1.0-plugins-base" },
+        { "volume", "gstreamer1.0-plugins-base" },
+        { "opus", "gstreamer1.0-plugins-base" },
+        { "playback", "gstreamer1.0-plugins-base" },
+        { "autodetect", "gstreamer1.0-plugins-good" },
+        { "rtp", "gstreamer1.0-plugins-good" },
+        { "rtpmanager", "gstreamer1.0-plugins-good" },
+        { "webrtc", "gstreamer1.0-plugins-bad" },
+        { "dtls", "gstreamer1.0-plugins-bad" },
+        { "srtp", "gstreamer1.0-plugins-bad" },
+        { "nice", "gstreamer1.0-nice" },
+    };
+    GstRegistry *registry = gst_registry_get();
+    for (const Needed &need : needed) {
+        GstPlugin *plugin = gst_registry_find_plugin(registry, need.plugin);
+        if (!plugin)
+            return u"Huddles need the GStreamer plugin \"%1\" (Debian package %2)."_s.arg(
+                QLatin1StringView(need.plugin), QLatin1StringView(need.package));
+        gst_object_unref(plugin);
+    }
+    return {};
+}
+
+bool NativeHuddleMedia::hasMicrophone()
+{
+    GstDeviceMonitor *monitor = gst_device_monitor_new();
+    gst_device_monitor_add_filter(monitor, "Audio/Source", nullptr);
+    bool found = false;
+    if (gst_device_monitor_start(monitor)) {
+        GList *devices = gst_device_monitor_get_devices(monitor);
+        found = devices != nullptr;
+        g_list_free_full(devices, gst_object_unref);
+        gst_device_monitor_stop(monitor);
+    }
+    gst_object_unref(monitor);
+    return found;
+}
