@@ -10,6 +10,7 @@
 #include "workspace/routes/BooksRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
+#include "workspace/routes/InboxRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
@@ -131,6 +132,7 @@ bool WorkspaceServer::start(QString *error)
     PaymentsRoutes::add(*this);
     // After the terminal: the books link to its invoices and payments.
     BooksRoutes::add(*this);
+    InboxRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;
