@@ -27,7 +27,8 @@ struct TarnInboxAction {
     [[nodiscard]] static TarnInboxAction reopen();
     // The nonce is made once per reply and kept for its retries, so the
     // service stores a resent reply only once.
-    [[nodiscard]] static TarnInboxAction reply(const QString &text, const QString &nonce, const QList<QString> &mentions);
+    [[nodiscard]] static TarnInboxAction reply(
+        const QString &text, const QString &nonce, const QList<QString> &mentions);
     [[nodiscard]] static TarnInboxAction discard(const QString &entryID);
 
     [[nodiscard]] QJsonObject toJSON() const;

@@ -6,7 +6,5 @@ using namespace Qt::StringLiterals;
 
 TarnInboxAttachment TarnInboxAttachment::fromJSON(const TarnJSONObject &json)
 {
-    return { .id = json.string("id"_L1),
-        .name = json.string("name"_L1),
-        .status = json.string("status"_L1) };
+    return { .id = json.string("id"_L1), .name = json.string("name"_L1), .status = json.string("status"_L1) };
 }

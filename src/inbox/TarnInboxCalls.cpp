@@ -29,8 +29,7 @@ QCoro::Task<TarnInboxThread> inboxThread(TarnAPI &api, const QString &id)
 
 QCoro::Task<TarnInboxActionResult> inboxAction(TarnAPI &api, const QString &id, const TarnInboxAction &action)
 {
-    return api.request<TarnInboxActionResult>(
-        threadPath(id).id(action.action), TarnMethod::Post, action);
+    return api.request<TarnInboxActionResult>(threadPath(id).id(action.action), TarnMethod::Post, action);
 }
 
 QCoro::Task<TarnInboxAssist> inboxAssist(TarnAPI &api, const QString &id, const QString &draft)
@@ -60,8 +59,7 @@ QCoro::Task<QList<TarnInboxNotification>> inboxNotifications(TarnAPI &api)
 
 QCoro::Task<> dismissInboxNotification(TarnAPI &api, const QString &entryID)
 {
-    return api.request<void>(
-        TarnPath(u"/api/inbox/notifications"_s), TarnMethod::Post, TarnInboxDismissal { entryID });
+    return api.request<void>(TarnPath(u"/api/inbox/notifications"_s), TarnMethod::Post, TarnInboxDismissal { entryID });
 }
 
 } // namespace TarnInboxCalls

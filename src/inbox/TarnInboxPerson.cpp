@@ -6,6 +6,5 @@ using namespace Qt::StringLiterals;
 
 TarnInboxPerson TarnInboxPerson::fromJSON(const TarnJSONObject &json)
 {
-    return { .id = json.string("id"_L1),
-        .name = json.string("name"_L1) };
+    return { .id = json.string("id"_L1), .name = json.string("name"_L1) };
 }

@@ -18,8 +18,7 @@ TarnAPI &InboxTestClient::as(const QString &email)
             = Config::fromOptions(workspace->url().toString(), workspace->certificatePath(), nullptr);
         person.store = std::make_unique<NativeSessionStore>(
             u"co.halvard.pilo-tarn.inbox.test.%1.%2"_s.arg(workspace->url().port()).arg(email));
-        person.settings
-            = std::make_unique<QSettings>(m_folder.filePath(email + u".ini"_s), QSettings::IniFormat);
+        person.settings = std::make_unique<QSettings>(m_folder.filePath(email + u".ini"_s), QSettings::IniFormat);
         tarnWaitFor(person.store->save(workspace->signIn(email)));
         person.api = std::make_unique<TarnAPI>(*config, *person.store, person.settings.get());
         tarnWaitFor(person.api->refreshSession());

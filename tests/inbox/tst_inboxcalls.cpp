@@ -147,7 +147,8 @@ void TestInboxCalls::wireForm()
     const QJsonArray sent = client.workspace->requests();
     QCOMPARE(sent.size(), 1);
     const QJsonObject request = sent.first().toObject();
-    QCOMPARE(request.value("method"_L1).toString(), body.isEmpty() && !path.endsWith("clear"_L1) ? u"GET"_s : u"POST"_s);
+    QCOMPARE(
+        request.value("method"_L1).toString(), body.isEmpty() && !path.endsWith("clear"_L1) ? u"GET"_s : u"POST"_s);
     QCOMPARE(request.value("path"_L1).toString(), path);
     QCOMPARE(request.value("query"_L1).toString(), query);
     const QByteArray sentBody = request.value("body"_L1).toString().toUtf8();
@@ -163,9 +164,9 @@ void TestInboxCalls::filters_data()
     // The demo's threads as the owner sees them; Harbor's snooze is already due.
     QTest::addRow("mine open") << u"mine"_s << u"open"_s << u"all"_s
                                << QStringList { u"+1 555 0113"_s, u"+1 555 0117"_s };
-    QTest::addRow("unassigned open")
-        << u"unassigned"_s << u"open"_s << u"all"_s
-        << QStringList { u"+1 555 0111"_s, u"+1 555 0142"_s, u"lena@example.net"_s, u"team@copperkettle.example"_s };
+    QTest::addRow("unassigned open") << u"unassigned"_s << u"open"_s << u"all"_s
+                                     << QStringList { u"+1 555 0111"_s, u"+1 555 0142"_s, u"lena@example.net"_s,
+                                            u"team@copperkettle.example"_s };
     QTest::addRow("a due snooze has woken") << u"all"_s << u"snoozed"_s << u"all"_s << QStringList { u"+1 555 0115"_s };
     QTest::addRow("done") << u"all"_s << u"done"_s << u"all"_s
                           << QStringList { u"+1 555 0118"_s, u"office@marlow.example"_s };
@@ -190,7 +191,8 @@ void TestInboxCalls::actionsChangeTheThread()
 {
     TarnAPI &api = client.as(maren);
     const QString id = inbound(u"+1 555 0901"_s);
-    const auto act = [&](const TarnInboxAction &action) { return failureOf(TarnInboxCalls::inboxAction(api, id, action)); };
+    const auto act
+        = [&](const TarnInboxAction &action) { return failureOf(TarnInboxCalls::inboxAction(api, id, action)); };
     const auto view = [&](const QString &name) {
         return addresses(tarnWaitFor(TarnInboxCalls::inbox(api, u"all"_s, name, u"text"_s))).contains(u"+1 555 0901"_s);
     };
@@ -303,8 +305,8 @@ void TestInboxCalls::notificationsUntilDismissed()
     const QString id = inbound(u"+1 555 0906"_s, u"New order please"_s);
     const auto find = [&] {
         const QList<TarnInboxNotification> all = tarnWaitFor(TarnInboxCalls::inboxNotifications(api));
-        const auto it = std::find_if(
-            all.begin(), all.end(), [&](const TarnInboxNotification &n) { return n.thread_id == id; });
+        const auto it
+            = std::find_if(all.begin(), all.end(), [&](const TarnInboxNotification &n) { return n.thread_id == id; });
         return it == all.end() ? std::optional<TarnInboxNotification>() : std::optional(*it);
     };
     const std::optional<TarnInboxNotification> raised = find();

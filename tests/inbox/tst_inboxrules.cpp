@@ -19,8 +19,8 @@ struct SnoozeRow {
 
 QDateTime at(const QString &text)
 {
-    return QDateTime(QDate::fromString(text.left(10), Qt::ISODate), QTime::fromString(text.mid(11), u"HH:mm"_s),
-        QTimeZone::utc());
+    return QDateTime(
+        QDate::fromString(text.left(10), Qt::ISODate), QTime::fromString(text.mid(11), u"HH:mm"_s), QTimeZone::utc());
 }
 
 QStringList shown(const QList<TarnSnoozeChoice> &choices)
@@ -63,39 +63,31 @@ void TestInboxRules::snoozeChoices_data()
 {
     QTest::addColumn<SnoozeRow>("row");
     // 2026-11-25 is a Wednesday.
-    QTest::addRow("20:59 still offers later today")
-        << SnoozeRow { u"2026-11-25 20:59"_s, Qt::Monday,
-               { u"Later today 2026-11-25 23:59"_s, u"Tomorrow morning 2026-11-26 08:00"_s,
-                   u"Next week 2026-11-30 08:00"_s } };
-    QTest::addRow("21:00 does not")
-        << SnoozeRow { u"2026-11-25 21:00"_s, Qt::Monday,
-               { u"Tomorrow morning 2026-11-26 08:00"_s, u"Next week 2026-11-30 08:00"_s } };
-    QTest::addRow("just after midnight")
-        << SnoozeRow { u"2026-11-25 00:05"_s, Qt::Monday,
-               { u"Later today 2026-11-25 03:05"_s, u"Tomorrow morning 2026-11-26 08:00"_s,
-                   u"Next week 2026-11-30 08:00"_s } };
-    QTest::addRow("Sunday: next week is tomorrow")
-        << SnoozeRow { u"2026-11-29 10:00"_s, Qt::Monday,
-               { u"Later today 2026-11-29 13:00"_s, u"Tomorrow morning 2026-11-30 08:00"_s,
-                   u"Next week 2026-11-30 08:00"_s } };
-    QTest::addRow("Monday: next week is seven days on, across the month end")
-        << SnoozeRow { u"2026-11-30 10:00"_s, Qt::Monday,
-               { u"Later today 2026-11-30 13:00"_s, u"Tomorrow morning 2026-12-01 08:00"_s,
-                   u"Next week 2026-12-07 08:00"_s } };
-    QTest::addRow("year end")
-        << SnoozeRow { u"2026-12-31 22:30"_s, Qt::Monday,
-               { u"Tomorrow morning 2027-01-01 08:00"_s, u"Next week 2027-01-04 08:00"_s } };
-    QTest::addRow("leap day")
-        << SnoozeRow { u"2028-02-28 09:00"_s, Qt::Monday,
-               { u"Later today 2028-02-28 12:00"_s, u"Tomorrow morning 2028-02-29 08:00"_s,
-                   u"Next week 2028-03-06 08:00"_s } };
-    QTest::addRow("weeks starting on Sunday, on a Sunday")
-        << SnoozeRow { u"2026-11-29 21:00"_s, Qt::Sunday,
-               { u"Tomorrow morning 2026-11-30 08:00"_s, u"Next week 2026-12-06 08:00"_s } };
-    QTest::addRow("weeks starting on Sunday, on a Saturday")
-        << SnoozeRow { u"2026-11-28 12:00"_s, Qt::Sunday,
-               { u"Later today 2026-11-28 15:00"_s, u"Tomorrow morning 2026-11-29 08:00"_s,
-                   u"Next week 2026-11-29 08:00"_s } };
+    QTest::addRow("20:59 still offers later today") << SnoozeRow { u"2026-11-25 20:59"_s, Qt::Monday,
+        { u"Later today 2026-11-25 23:59"_s, u"Tomorrow morning 2026-11-26 08:00"_s,
+            u"Next week 2026-11-30 08:00"_s } };
+    QTest::addRow("21:00 does not") << SnoozeRow { u"2026-11-25 21:00"_s, Qt::Monday,
+        { u"Tomorrow morning 2026-11-26 08:00"_s, u"Next week 2026-11-30 08:00"_s } };
+    QTest::addRow("just after midnight") << SnoozeRow { u"2026-11-25 00:05"_s, Qt::Monday,
+        { u"Later today 2026-11-25 03:05"_s, u"Tomorrow morning 2026-11-26 08:00"_s,
+            u"Next week 2026-11-30 08:00"_s } };
+    QTest::addRow("Sunday: next week is tomorrow") << SnoozeRow { u"2026-11-29 10:00"_s, Qt::Monday,
+        { u"Later today 2026-11-29 13:00"_s, u"Tomorrow morning 2026-11-30 08:00"_s,
+            u"Next week 2026-11-30 08:00"_s } };
+    QTest::addRow("Monday: next week is seven days on, across the month end") << SnoozeRow {
+        u"2026-11-30 10:00"_s, Qt::Monday,
+        { u"Later today 2026-11-30 13:00"_s, u"Tomorrow morning 2026-12-01 08:00"_s, u"Next week 2026-12-07 08:00"_s }
+    };
+    QTest::addRow("year end") << SnoozeRow { u"2026-12-31 22:30"_s, Qt::Monday,
+        { u"Tomorrow morning 2027-01-01 08:00"_s, u"Next week 2027-01-04 08:00"_s } };
+    QTest::addRow("leap day") << SnoozeRow { u"2028-02-28 09:00"_s, Qt::Monday,
+        { u"Later today 2028-02-28 12:00"_s, u"Tomorrow morning 2028-02-29 08:00"_s,
+            u"Next week 2028-03-06 08:00"_s } };
+    QTest::addRow("weeks starting on Sunday, on a Sunday") << SnoozeRow { u"2026-11-29 21:00"_s, Qt::Sunday,
+        { u"Tomorrow morning 2026-11-30 08:00"_s, u"Next week 2026-12-06 08:00"_s } };
+    QTest::addRow("weeks starting on Sunday, on a Saturday") << SnoozeRow { u"2026-11-28 12:00"_s, Qt::Sunday,
+        { u"Later today 2026-11-28 15:00"_s, u"Tomorrow morning 2026-11-29 08:00"_s,
+            u"Next week 2026-11-29 08:00"_s } };
 }
 
 void TestInboxRules::snoozeChoices()

@@ -6,8 +6,8 @@
 #include "workspace/routes/InboxStore.h"
 
 #include <QDateTime>
-#include <QSqlDatabase>
 #include <QJsonObject>
+#include <QSqlDatabase>
 
 using namespace Qt::StringLiterals;
 
@@ -60,8 +60,8 @@ void add(WorkspaceServer &server)
         }));
     router.add("POST", u"/api/inbox/new"_s, Access::Session,
         open([](InboxStore &store, const QString &me, const WorkspaceRequest &request) {
-            return store.startConversation(me, field(request, "kind"_L1), field(request, "client_id"_L1),
-                field(request, "customer_address"_L1));
+            return store.startConversation(
+                me, field(request, "kind"_L1), field(request, "client_id"_L1), field(request, "customer_address"_L1));
         }));
     router.add("GET", u"/api/inbox/:id"_s, Access::Session,
         open([](InboxStore &store, const QString &me, const WorkspaceRequest &request) {

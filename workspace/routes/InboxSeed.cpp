@@ -64,8 +64,7 @@ void plant(InboxStore &inbox, QSqlDatabase db)
             { { 5 * hour, 'i', {}, u"Are the oak shelves back in stock?"_s },
                 { 3 * hour, 'o', u"p-tomas"_s, u"They are! Shall I hold two for you?"_s } } },
         { u"text"_s, u"+1 555 0113"_s, u"c-fernhill"_s, u"p-maren"_s,
-            { { 26 * hour, 'i', {}, u"The invoice total looks higher than we agreed."_s,
-                  u"invoice-photo.jpg"_s },
+            { { 26 * hour, 'i', {}, u"The invoice total looks higher than we agreed."_s, u"invoice-photo.jpg"_s },
                 { 25 * hour, 'd', u"p-maren"_s, u"Sorry about that, I'm checking with @Tomas now."_s } } },
         { u"text"_s, u"+1 555 0142"_s, {}, {}, { { 2 * hour, 'i', {}, u"Hello, do you ship to Portland?"_s } } },
         { u"email"_s, u"office@marlow.example"_s, u"c-marlow"_s, u"p-priya"_s,
@@ -98,16 +97,17 @@ void plant(InboxStore &inbox, QSqlDatabase db)
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     const auto ago = [now](int minutes) { return now - qint64(minutes) * 60'000; };
     for (const Thread &thread : threads) {
-        const QString id
-            = inbox.addThread(thread.kind, thread.address, thread.client, thread.owner, ago(thread.entries.first().minutesAgo));
+        const QString id = inbox.addThread(
+            thread.kind, thread.address, thread.client, thread.owner, ago(thread.entries.first().minutesAgo));
         for (const Entry &entry : thread.entries) {
             const QString direction = entry.direction == 'i' ? u"inbound"_s : u"outbound"_s;
-            const QString entryId
-                = inbox.addEntry(id, direction, entry.body, entry.author, entry.direction == 'd', ago(entry.minutesAgo));
+            const QString entryId = inbox.addEntry(
+                id, direction, entry.body, entry.author, entry.direction == 'd', ago(entry.minutesAgo));
             if (!entry.attachment.isEmpty())
                 inbox.addAttachment(entryId, entry.attachment, u"ready"_s);
         }
-        inbox.setThreadState(id, thread.done, thread.snoozeMinutes == 0 ? 0 : now + qint64(thread.snoozeMinutes) * 60'000);
+        inbox.setThreadState(
+            id, thread.done, thread.snoozeMinutes == 0 ? 0 : now + qint64(thread.snoozeMinutes) * 60'000);
     }
     db.commit();
 }

@@ -181,8 +181,8 @@ WorkspaceReply InboxStore::list(const QString &me, const QString &scope, const Q
             { u"updated_at"_s, isoTime(q.value(10).toLongLong()) } });
     }
     // Every open thread waiting for a reply, whatever the filters: the badge's count.
-    const qint64 unreplied = single(db,
-        u"SELECT COUNT(*) FROM inbox_threads t WHERE t.snoozed_until IS NULL AND "_s + unrepliedExpression());
+    const qint64 unreplied = single(
+        db, u"SELECT COUNT(*) FROM inbox_threads t WHERE t.snoozed_until IS NULL AND "_s + unrepliedExpression());
     return WorkspaceReply::json(QJsonObject { { u"threads"_s, threads }, { u"unreplied_count"_s, unreplied } });
 }
 
@@ -219,8 +219,8 @@ WorkspaceReply InboxStore::thread(const QString &me, const QString &id)
             status = age < queuedMs ? u"queued"_s : age < sentMs ? u"sent"_s : u"delivered"_s;
         const bool withProvider = !draft && (inbound || age >= queuedMs);
         QJsonArray attachments;
-        QSqlQuery a = run(db, u"SELECT id, name, status FROM inbox_attachments WHERE entry_id = ? ORDER BY id"_s,
-            { entryId });
+        QSqlQuery a
+            = run(db, u"SELECT id, name, status FROM inbox_attachments WHERE entry_id = ? ORDER BY id"_s, { entryId });
         while (a.next())
             attachments.append(QJsonObject { { u"id"_s, a.value(0).toString() }, { u"name"_s, a.value(1).toString() },
                 { u"status"_s, a.value(2).toString() } });
@@ -231,9 +231,7 @@ WorkspaceReply InboxStore::thread(const QString &me, const QString &id)
             { u"message_id"_s, withProvider ? QJsonValue(u"msg-"_s + entryId) : QJsonValue() },
             { u"provider_key"_s, withProvider ? QJsonValue(u"local-"_s + kind) : QJsonValue() },
             { u"status"_s, status }, { u"created_at"_s, isoTime(e.value(7).toLongLong()) },
-            { u"mentions"_s,
-                QJsonArray::fromStringList(mentions.isEmpty() ? QStringList() : mentions.split(u','))
-            },
+            { u"mentions"_s, QJsonArray::fromStringList(mentions.isEmpty() ? QStringList() : mentions.split(u',')) },
             { u"attachments"_s, attachments }, { u"can_discard"_s, draft && e.value(3).toString() == me } });
     }
 
@@ -338,15 +336,15 @@ WorkspaceReply InboxStore::assist(const QString &me, const QString &id, const QS
     if (!access.aiConfigured)
         return WorkspaceReply::error(409, u"Pilo cannot draft a reply to this conversation."_s);
     const QSqlDatabase db = m_store.database();
-    const QString client = text(db,
-        u"SELECT c.name FROM inbox_threads t JOIN clients c ON c.id = t.client_id WHERE t.id = ?"_s, { id });
+    const QString client
+        = text(db, u"SELECT c.name FROM inbox_threads t JOIN clients c ON c.id = t.client_id WHERE t.id = ?"_s, { id });
     const QString asked = text(db,
         u"SELECT body FROM inbox_entries WHERE thread_id = ? AND direction = 'inbound' AND draft = 0"
         " ORDER BY created_at DESC, seq DESC LIMIT 1"_s,
         { id });
     const QString me_ = m_store.person(me)->name.section(u' ', 0, 0);
-    QString suggestion = u"Hi %1, thanks for your message: \"%2\". "_s.arg(
-        client.isEmpty() ? u"there"_s : client, asked.left(80));
+    QString suggestion
+        = u"Hi %1, thanks for your message: \"%2\". "_s.arg(client.isEmpty() ? u"there"_s : client, asked.left(80));
     suggestion += draft.trimmed().isEmpty() ? u"We will get back to you today."_s : draft.trimmed();
     suggestion += u"\n%1, Halvard & Co."_s.arg(me_);
     return WorkspaceReply::json(QJsonObject { { u"draft"_s, suggestion } });
@@ -391,8 +389,7 @@ WorkspaceReply InboxStore::startConversation(
     }
     if (to.isEmpty())
         return WorkspaceReply::error(400, u"Say where to reach the customer: \"customer_address\"."_s);
-    QString thread = text(
-        db, u"SELECT id FROM inbox_threads WHERE kind = ? AND customer_address = ?"_s, { kind, to });
+    QString thread = text(db, u"SELECT id FROM inbox_threads WHERE kind = ? AND customer_address = ?"_s, { kind, to });
     if (thread.isEmpty())
         thread = addThread(kind, to, clientId, me, nowMs());
     else if (!clientId.isEmpty())
@@ -436,8 +433,8 @@ QString InboxStore::receive(const QString &kind, const QString &address, const Q
     QString thread
         = text(db, u"SELECT id FROM inbox_threads WHERE kind = ? AND customer_address = ?"_s, { kind, address });
     if (thread.isEmpty()) {
-        const QString client = text(db, u"SELECT id FROM clients WHERE phone = ? OR email = ? ORDER BY id"_s,
-            { address, address });
+        const QString client
+            = text(db, u"SELECT id FROM clients WHERE phone = ? OR email = ? ORDER BY id"_s, { address, address });
         thread = addThread(kind, address, client, QString(), atMs);
     }
     const QString entry = addEntry(thread, u"inbound"_s, body, QString(), false, atMs);

@@ -25,9 +25,11 @@ public:
     [[nodiscard]] bool hasThreads() const;
     [[nodiscard]] bool hasClients() const;
 
-    [[nodiscard]] WorkspaceReply list(const QString &me, const QString &scope, const QString &view, const QString &kind);
+    [[nodiscard]] WorkspaceReply list(
+        const QString &me, const QString &scope, const QString &view, const QString &kind);
     [[nodiscard]] WorkspaceReply thread(const QString &me, const QString &id);
-    [[nodiscard]] WorkspaceReply act(const QString &me, const QString &id, const QString &action, const QJsonObject &body);
+    [[nodiscard]] WorkspaceReply act(
+        const QString &me, const QString &id, const QString &action, const QJsonObject &body);
     [[nodiscard]] WorkspaceReply assist(const QString &me, const QString &id, const QString &draft);
     [[nodiscard]] WorkspaceReply createCustomer(
         const QString &me, const QString &id, const QString &board, const QString &name);
@@ -44,8 +46,8 @@ public:
 
     // For the demo: a client, a thread and its entries as they stand.
     void addClient(const QString &id, const QString &name, const QString &phone, const QString &email);
-    QString addThread(const QString &kind, const QString &address, const QString &clientId, const QString &ownerId,
-        qint64 atMs);
+    QString addThread(
+        const QString &kind, const QString &address, const QString &clientId, const QString &ownerId, qint64 atMs);
     QString addEntry(const QString &thread, const QString &direction, const QString &body, const QString &authorId,
         bool draft, qint64 atMs);
     void setThreadState(const QString &thread, bool done, qint64 snoozedUntilMs);
