@@ -13,6 +13,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_ShellPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_AssistantPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_ChatPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_InboxPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
 
 using namespace Qt::StringLiterals;
@@ -28,6 +29,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_pilo(m_api)
     , m_piloReview(m_api)
     , m_chat(m_api, m_navigation, preferences)
+    , m_inbox(m_api)
     , m_books(m_api)
     , m_payments(m_api)
 {
@@ -35,12 +37,13 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
     followAppearance();
     QObject::connect(&m_settings, &NativeSettingsState::appearanceChanged, &m_theme, followAppearance);
-    // Nothing one person saw (conversation, review, chat, books, payments) shows to the next.
+    // Nothing one person saw (conversation, review, chat, inbox, books, payments) shows to the next.
     QObject::connect(&m_root, &NativeRootState::changed, &m_pilo, [this] {
         if (m_root.phase() != NativeRootState::Phase::SignedIn) {
             m_pilo.clear();
             m_piloReview.clear();
             m_chat.clear();
+            m_inbox.clear();
             m_books.clear();
             m_payments.clear();
         }
@@ -59,6 +62,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"pilo"_s, QVariant::fromValue(&m_pilo) },
         { u"piloReview"_s, QVariant::fromValue(&m_piloReview) },
         { u"chat"_s, QVariant::fromValue(&m_chat) },
+        { u"inbox"_s, QVariant::fromValue(&m_inbox) },
         { u"books"_s, QVariant::fromValue(&m_books) },
         { u"payments"_s, QVariant::fromValue(&m_payments) },
         { u"gallery"_s, content == Content::Gallery },

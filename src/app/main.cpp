@@ -127,6 +127,15 @@ int main(int argc, char **argv)
                 *loaded = true;
                 capture->recheck();
             });
+        } else if (shown && shown->screen == TarnScreen::calls && shown->section == "Inbox"_L1) {
+            // The inbox is shown with its newest thread open.
+            NativeInboxView &inbox = app.inbox();
+            capture->setReady([&inbox] { return !inbox.threadTitle().isEmpty(); });
+            QObject::connect(&inbox, &NativeInboxView::refreshed, capture.get(), [&capture, &inbox] {
+                if (inbox.selectedThread().isEmpty() && inbox.threads()->rowCount() > 0)
+                    inbox.selectThread(inbox.threads()->rows().constFirst().id);
+                capture->recheck();
+            });
         } else if (shown && shown->screen == TarnScreen::payments)
             waitForFirstLoad(*capture, app.payments(), &NativePaymentsView::stateChanged);
         // The books are shown once the Dashboard's months are in.

@@ -26,29 +26,24 @@ NativeInboxView::~NativeInboxView() = default;
 
 void NativeInboxView::setScope(const QString &scope)
 {
-    if (m_scope == scope)
-        return;
-    m_scope = scope;
-    ++m_listGeneration;
-    Q_EMIT filtersChanged();
-    refresh();
+    setFilter(m_scope, scope);
 }
 
 void NativeInboxView::setView(const QString &view)
 {
-    if (m_view == view)
-        return;
-    m_view = view;
-    ++m_listGeneration;
-    Q_EMIT filtersChanged();
-    refresh();
+    setFilter(m_view, view);
 }
 
 void NativeInboxView::setKind(const QString &kind)
 {
-    if (m_kind == kind)
+    setFilter(m_kind, kind);
+}
+
+void NativeInboxView::setFilter(QString &filter, const QString &value)
+{
+    if (filter == value)
         return;
-    m_kind = kind;
+    filter = value;
     ++m_listGeneration;
     Q_EMIT filtersChanged();
     refresh();
@@ -65,7 +60,9 @@ QString NativeInboxView::snoozedUntil() const
 {
     if (!m_thread || !m_thread->snoozed_until)
         return {};
-    return QDateTime::fromString(*m_thread->snoozed_until, Qt::ISODateWithMs).toLocalTime().toString(u"ddd d MMM HH:mm"_s);
+    return QDateTime::fromString(*m_thread->snoozed_until, Qt::ISODateWithMs)
+        .toLocalTime()
+        .toString(u"ddd d MMM HH:mm"_s);
 }
 
 QVariantList NativeInboxView::assignees() const

@@ -145,6 +145,8 @@ private:
     QCoro::Task<> customerTask(QString id, QString name);
     QCoro::Task<> conversationTask(QString address, QString clientId, QString kind);
     void act(const TarnInboxAction &action);
+    // A new filter drops the answers for the old one and loads the list again.
+    void setFilter(QString &filter, const QString &value);
     void showThread(std::optional<TarnInboxThread> thread);
     [[nodiscard]] QList<TarnSnoozeChoice> presets() const;
     [[nodiscard]] QString typedMention() const;

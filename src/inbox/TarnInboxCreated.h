@@ -1,14 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "service/TarnCreatedID.h"
 
-class TarnJSONObject;
-
-// The answer of starting a new conversation: the thread's id.
-struct TarnInboxCreated {
-    QString id;
-
-    static TarnInboxCreated fromJSON(const TarnJSONObject &json);
-
-    friend bool operator==(const TarnInboxCreated &, const TarnInboxCreated &) = default;
-};
+// The answer of starting a new conversation: the thread's id, the shape
+// every creation answers with.
+using TarnInboxCreated = TarnCreatedID;

@@ -188,8 +188,8 @@ void TestInboxView::mentionsGoWithTheReply()
 
     client.workspace->clearRequests();
     QVERIFY(settle(*view, &NativeInboxView::actionFinished, [&] { view->send(); }));
-    QCOMPARE(posted(*client.workspace, u"/reply"_s).value(0).value("mentions"_L1).toArray(),
-        QJsonArray { u"p-priya"_s });
+    QCOMPARE(
+        posted(*client.workspace, u"/reply"_s).value(0).value("mentions"_L1).toArray(), QJsonArray { u"p-priya"_s });
     const auto &rows = view->entries()->rows();
     QCOMPARE(rows.last().body, u"Checking with @Priya Nair now"_s);
     QCOMPARE(view->entries()->data(view->entries()->index(int(rows.size() - 1)), Qt::UserRole + 7).toStringList(),
