@@ -30,6 +30,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_piloReview(m_api)
     , m_chat(m_api, m_navigation, preferences)
     , m_inbox(m_api)
+    , m_watch(m_api, m_unread)
     , m_books(m_api)
     , m_payments(m_api)
 {
@@ -39,6 +40,10 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     QObject::connect(&m_settings, &NativeSettingsState::appearanceChanged, &m_theme, followAppearance);
     // Nothing one person saw (conversation, review, chat, inbox, books, payments) shows to the next.
     QObject::connect(&m_root, &NativeRootState::changed, &m_pilo, [this] {
+        if (m_root.phase() == NativeRootState::Phase::SignedIn)
+            m_watch.start();
+        else
+            m_watch.stop();
         if (m_root.phase() != NativeRootState::Phase::SignedIn) {
             m_pilo.clear();
             m_piloReview.clear();
@@ -48,6 +53,9 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_payments.clear();
         }
     });
+    // The open inbox counts sooner than the watch.
+    QObject::connect(&m_inbox, &NativeInboxView::unrepliedCountChanged, &m_unread,
+        [this] { m_unread.setInboxWaiting(m_inbox.unrepliedCount()); });
     NativeTheme::loadFonts();
     m_theme.attach(m_engine);
 

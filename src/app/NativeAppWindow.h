@@ -1,6 +1,8 @@
 #pragma once
 
+#include "app/NativeActivityWatch.h"
 #include "app/NativeRootState.h"
+#include "app/NativeUnreadCount.h"
 #include "assistant/NativePiloReview.h"
 #include "assistant/TarnPiloConversation.h"
 #include "auth/NativeAuth.h"
@@ -49,6 +51,8 @@ public:
     [[nodiscard]] TarnPiloConversation &pilo() { return m_pilo; }
     [[nodiscard]] NativeChatView &chat() { return m_chat; }
     [[nodiscard]] NativeInboxView &inbox() { return m_inbox; }
+    // What waits for the person, for the launcher badge.
+    [[nodiscard]] NativeUnreadCount &unread() { return m_unread; }
     [[nodiscard]] NativeBooksView &books() { return m_books; }
     [[nodiscard]] NativePaymentsView &payments() { return m_payments; }
 
@@ -64,6 +68,8 @@ private:
     NativePiloReview m_piloReview;
     NativeChatView m_chat;
     NativeInboxView m_inbox;
+    NativeUnreadCount m_unread;
+    NativeActivityWatch m_watch;
     NativeBooksView m_books;
     NativePaymentsView m_payments;
     QQmlApplicationEngine m_engine;

@@ -95,6 +95,8 @@ int main(int argc, char **argv)
     NativeLauncherBadge badge(QGuiApplication::desktopFileName() + u".desktop"_s);
     badge.clear();
     QObject::connect(&root, &NativeRootState::signedOut, &root, [&badge] { badge.clear(); });
+    QObject::connect(
+        &app.unread(), &NativeUnreadCount::totalChanged, &root, [&badge](qint64 total) { badge.setCount(total); });
 
     QQuickWindow *window = app.window();
     if (!window)

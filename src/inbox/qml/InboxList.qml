@@ -27,10 +27,12 @@ ListView {
         required property string time
         required property bool unreplied
         readonly property InboxList list: ListView.view as InboxList
+        readonly property bool email: kind === "email"
+        readonly property bool webForm: kind === "web"
 
         width: ListView.view.width
         text: owner.length > 0 ? title + " · " + owner : title
-        symbol: kind === "email" ? "envelope" : kind === "web" ? "globe" : "message"
+        symbol: email ? "envelope" : webForm ? "globe" : "message"
         subtitle: previewDraft ? qsTr("Draft: %1").arg(preview) : preview
         detail: time
         dot: unreplied

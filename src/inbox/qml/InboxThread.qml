@@ -95,10 +95,11 @@ ColumnLayout {
         }
         IconButton {
             objectName: "inboxDone"
+            readonly property bool reopens: thread.inbox.view === "done"
             enabled: thread.inbox.canEdit
-            symbol: thread.inbox.view === "done" ? "arrow.uturn.backward" : "checkmark"
-            text: thread.inbox.view === "done" ? qsTr("Reopen") : qsTr("Done")
-            onClicked: thread.inbox.view === "done" ? thread.inbox.reopen() : thread.inbox.markDone()
+            symbol: reopens ? "arrow.uturn.backward" : "checkmark"
+            text: reopens ? qsTr("Reopen") : qsTr("Done")
+            onClicked: reopens ? thread.inbox.reopen() : thread.inbox.markDone()
         }
         IconButton {
             symbol: "xmark"
