@@ -2,14 +2,23 @@
 
 #include <QCoroTask>
 #include <QObject>
+#include <QSet>
+#include <QString>
 
+#include <functional>
+
+class NativeDesktopNotifier;
 class NativeUnreadCount;
 class TarnAPI;
 
 // Keeps the unread count current while someone is signed in, whichever
 // screen is shown: every 15 seconds it reads how many inbox threads wait for
 // a reply and how many chat messages are unread. A person without the inbox
-// counts none there; a failed read keeps the last count.
+// counts none there; a failed read keeps the last count. With a notifier it
+// also raises one desktop notification for each inbox notification the
+// service holds for the person (unless `quiet` says the person is looking at
+// that thread, or has turned them off) and dismisses it on the service, so
+// none is raised twice.
 class NativeActivityWatch : public QObject {
     Q_OBJECT
 
@@ -23,6 +32,8 @@ public:
     // Stops reading and clears the count: the session ended.
     void stop();
     void refresh();
+    // `quiet(threadID)`: no desktop notification for that thread now.
+    void setNotifications(NativeDesktopNotifier *notifier, std::function<bool(const QString &)> quiet);
 
 Q_SIGNALS:
     // One reading has finished (for tests).
@@ -31,9 +42,13 @@ Q_SIGNALS:
 private:
     QCoro::Task<> loop(int generation);
     QCoro::Task<> readOnce(int generation);
+    QCoro::Task<> raiseNotifications(int generation);
 
     TarnAPI &m_api;
     NativeUnreadCount &m_unread;
+    NativeDesktopNotifier *m_notifier = nullptr;
+    std::function<bool(const QString &)> m_quiet;
+    QSet<QString> m_raised;
     bool m_running = false;
     int m_generation = 0;
 };

@@ -31,6 +31,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_chat(m_api, m_navigation, preferences)
     , m_inbox(m_api)
     , m_watch(m_api, m_unread)
+    , m_notifier(u"pilo-tarn"_s)
     , m_books(m_api)
     , m_payments(m_api)
 {
@@ -51,6 +52,24 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_inbox.clear();
             m_books.clear();
             m_payments.clear();
+        }
+    });
+    // Nothing is raised for the thread in front of the person.
+    m_watch.setNotifications(&m_notifier, [this](const QString &thread) {
+        const TarnDestination shown = m_navigation.destination();
+        const bool looking = m_window && m_window->isActive() && shown.screen == TarnScreen::calls
+            && shown.resolvedSection() == "Inbox"_L1 && m_inbox.selectedThread() == thread;
+        return looking || !m_settings.desktopNotifications();
+    });
+    QObject::connect(&m_notifier, &NativeDesktopNotifier::activated, &m_inbox, [this](const QString &target) {
+        if (!target.startsWith("inbox:"_L1))
+            return;
+        m_navigation.open(TarnDestination { .screen = TarnScreen::calls, .section = u"Inbox"_s });
+        m_inbox.selectThread(target.mid(6));
+        if (m_window) {
+            m_window->show();
+            m_window->raise();
+            m_window->requestActivate();
         }
     });
     // The open inbox counts sooner than the watch.

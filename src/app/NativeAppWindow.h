@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/NativeActivityWatch.h"
+#include "app/NativeDesktopNotifier.h"
 #include "app/NativeRootState.h"
 #include "app/NativeUnreadCount.h"
 #include "assistant/NativePiloReview.h"
@@ -70,6 +71,7 @@ private:
     NativeInboxView m_inbox;
     NativeUnreadCount m_unread;
     NativeActivityWatch m_watch;
+    NativeDesktopNotifier m_notifier;
     NativeBooksView m_books;
     NativePaymentsView m_payments;
     QQmlApplicationEngine m_engine;

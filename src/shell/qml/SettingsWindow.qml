@@ -203,6 +203,15 @@ Window {
                     }
                 }
 
+                Heading { text: qsTr("Notifications") }
+                Switch {
+                    objectName: "desktopNotifications"
+                    leftPadding: 0
+                    text: qsTr("Show new customer messages on the desktop")
+                    checked: settingsWindow.settings.desktopNotifications
+                    onToggled: settingsWindow.settings.desktopNotifications = checked
+                }
+
                 Heading { text: qsTr("Text size") }
                 ListView {
                     objectName: "textSizes"
