@@ -55,17 +55,22 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         }
     });
     // Nothing is raised for the thread in front of the person.
-    m_watch.setNotifications(&m_notifier, [this](const QString &thread) {
+    m_watch.setNotifications(&m_notifier, [this](const QString &target) {
         const TarnDestination shown = m_navigation.destination();
-        const bool looking = m_window && m_window->isActive() && shown.screen == TarnScreen::calls
-            && shown.resolvedSection() == "Inbox"_L1 && m_inbox.selectedThread() == thread;
+        const bool inInbox = shown.screen == TarnScreen::calls && shown.resolvedSection() == "Inbox"_L1;
+        const bool looking = m_window && m_window->isActive()
+            && ((inInbox && target == u"inbox:"_s + m_inbox.selectedThread())
+                || (shown.screen == TarnScreen::chat && target == u"chat:"_s + m_chat.selectedRoom()));
         return looking || !m_settings.desktopNotifications();
     });
     QObject::connect(&m_notifier, &NativeDesktopNotifier::activated, &m_inbox, [this](const QString &target) {
-        if (!target.startsWith("inbox:"_L1))
-            return;
-        m_navigation.open(TarnDestination { .screen = TarnScreen::calls, .section = u"Inbox"_s });
-        m_inbox.selectThread(target.mid(6));
+        if (target.startsWith("inbox:"_L1)) {
+            m_navigation.open(TarnDestination { .screen = TarnScreen::calls, .section = u"Inbox"_s });
+            m_inbox.selectThread(target.mid(6));
+        } else if (target.startsWith("chat:"_L1)) {
+            m_navigation.open(TarnDestination { .screen = TarnScreen::chat, .section = std::nullopt });
+            m_chat.selectRoom(target.mid(5));
+        }
         if (m_window) {
             m_window->show();
             m_window->raise();

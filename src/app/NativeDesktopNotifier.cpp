@@ -33,8 +33,8 @@ void NativeDesktopNotifier::notify(const QString &title, const QString &body, co
         { u"category"_s, u"im.received"_s },
     };
     // No replaced id, the desktop entry's icon, the default action, the desktop's own timeout.
-    call << u"Pilo Tarn"_s << 0U << m_desktopEntry << title << body << QStringList { u"default"_s, u"Open"_s }
-         << hints << -1;
+    call << u"Pilo Tarn"_s << 0U << m_desktopEntry << title << body << QStringList { u"default"_s, u"Open"_s } << hints
+         << -1;
     auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, target](QDBusPendingCallWatcher *finished) {
         const QDBusPendingReply<uint> reply = *finished;

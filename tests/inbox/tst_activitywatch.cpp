@@ -4,6 +4,7 @@
 #include "app/NativeLauncherBadge.h"
 #include "app/NativeUnreadCount.h"
 #include "chat/TarnChatCalls.h"
+#include "chat/TarnChatPerson.h"
 #include "inbox/InboxTestClient.h"
 #include "inbox/TarnInboxCalls.h"
 
@@ -11,7 +12,6 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QJsonDocument>
-#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -45,6 +45,15 @@ public:
         QVariantMap hints;
     };
     QList<Shown> shown;
+    QDBusConnection server = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"notifications"_s);
+
+    ~FakeNotifications() override { QDBusConnection::disconnectFromBus(u"notifications"_s); }
+    [[nodiscard]] bool serving()
+    {
+        return server.registerObject(QString::fromLatin1(NativeDesktopNotifier::path), this,
+                   QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals)
+            && server.registerService(QString::fromLatin1(NativeDesktopNotifier::service));
+    }
 
 public slots:
     uint Notify(const QString &app, uint, const QString &, const QString &summary, const QString &body,
@@ -69,6 +78,9 @@ private slots:
     void noInboxCountsNothingThere();
     void notifiesOnceUnlessLooking_data();
     void notifiesOnceUnlessLooking();
+    void chatMessagesForThePerson();
+    void mentions_data();
+    void mentions();
 
 private:
     void post(const QByteArray &path, const QJsonObject &body)
@@ -139,12 +151,8 @@ void TestActivityWatch::notifiesOnceUnlessLooking_data()
 void TestActivityWatch::notifiesOnceUnlessLooking()
 {
     QFETCH(bool, looking);
-    QDBusConnection server = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"notifications"_s);
-    const auto disconnect = qScopeGuard([] { QDBusConnection::disconnectFromBus(u"notifications"_s); });
     FakeNotifications fake;
-    QVERIFY(server.registerObject(QString::fromLatin1(NativeDesktopNotifier::path), &fake,
-        QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
-    QVERIFY(server.registerService(QString::fromLatin1(NativeDesktopNotifier::service)));
+    QVERIFY(fake.serving());
 
     TarnAPI &api = client.as(u"jonah@halvard.example"_s);
     // Only this row's notification is pending.
@@ -154,7 +162,7 @@ void TestActivityWatch::notifiesOnceUnlessLooking()
     NativeActivityWatch watch(api, unread);
     NativeDesktopNotifier notifier(u"pilo-tarn"_s);
     QString quietFor;
-    watch.setNotifications(&notifier, [&quietFor](const QString &thread) { return thread == quietFor; });
+    watch.setNotifications(&notifier, [&quietFor](const QString &target) { return target == quietFor; });
     QSignalSpy refreshed(&watch, &NativeActivityWatch::refreshed);
     const QString address = looking ? u"+1 555 0702"_s : u"+1 555 0701"_s;
     const TestWorkspace::Answer arrived = client.workspace->send("POST", u"api/test/inbox/inbound"_s,
@@ -162,7 +170,7 @@ void TestActivityWatch::notifiesOnceUnlessLooking()
             .toJson());
     const QString thread = arrived.json().value("id"_L1).toString();
     if (looking)
-        quietFor = thread;
+        quietFor = u"inbox:"_s + thread;
 
     watch.refresh();
     QVERIFY(refreshed.wait());
@@ -185,9 +193,74 @@ void TestActivityWatch::notifiesOnceUnlessLooking()
     QDBusMessage invoked = QDBusMessage::createSignal(QString::fromLatin1(NativeDesktopNotifier::path),
         QString::fromLatin1(NativeDesktopNotifier::interface), u"ActionInvoked"_s);
     invoked << 1U << u"default"_s;
-    server.send(invoked);
+    fake.server.send(invoked);
     QVERIFY(activated.wait());
     QCOMPARE(activated.constFirst().constFirst().toString(), u"inbox:"_s + thread);
+}
+
+void TestActivityWatch::chatMessagesForThePerson()
+{
+    FakeNotifications fake;
+    QVERIFY(fake.serving());
+
+    TarnAPI &api = client.as(u"maren@halvard.example"_s);
+    NativeUnreadCount unread;
+    NativeActivityWatch watch(api, unread);
+    NativeDesktopNotifier notifier(u"pilo-tarn"_s);
+    watch.setNotifications(&notifier, {});
+    QSignalSpy refreshed(&watch, &NativeActivityWatch::refreshed);
+    watch.refresh();
+    QVERIFY(refreshed.wait());
+    const int before = int(fake.shown.size());
+
+    QString direct, channel, partner;
+    for (const TarnRoom &room : tarnWaitFor(TarnChatCalls::rooms(api))) {
+        if (room.kind == "dm"_L1 && direct.isEmpty()) {
+            direct = room.id;
+            partner = room.name;
+        } else if (room.name == "general"_L1) {
+            channel = room.id;
+        }
+    }
+    QString partnerId;
+    for (const TarnChatPerson &person : tarnWaitFor(TarnChatCalls::team(api)))
+        if (person.name == partner)
+            partnerId = person.id;
+    const auto say = [&](const QString &room, const QString &who, const QString &body) {
+        post("api/test/rooms/" + room.toUtf8() + "/messages", { { u"user_id"_s, who }, { u"body"_s, body } });
+    };
+    say(direct, partnerId, u"Lunch?"_s);
+    say(channel, u"p-tomas"_s, u"Stand-up moved to ten"_s);
+    say(channel, u"p-tomas"_s, u"@Maren the proofs are in"_s);
+    watch.refresh();
+    QVERIFY(refreshed.wait());
+    QTRY_COMPARE(fake.shown.size(), before + 2);
+    QStringList shown;
+    for (qsizetype i = before; i < fake.shown.size(); ++i)
+        shown.append(fake.shown.at(i).summary + u": "_s + fake.shown.at(i).body);
+    QStringList expected { partner + u": Lunch?"_s, u"Tomas Reyes in #general: @Maren the proofs are in"_s };
+    shown.sort();
+    expected.sort();
+    QCOMPARE(shown, expected);
+}
+
+void TestActivityWatch::mentions_data()
+{
+    QTest::addColumn<QString>("body");
+    QTest::addColumn<bool>("named");
+    QTest::addRow("first name") << u"@Maren can you look?"_s << true;
+    QTest::addRow("any case, at the end") << u"thanks @maren"_s << true;
+    QTest::addRow("full name") << u"cc @Maren Holt."_s << true;
+    QTest::addRow("a longer name") << u"@Marenka said so"_s << false;
+    QTest::addRow("an address") << u"write to maren@halvard.example"_s << false;
+    QTest::addRow("no at sign") << u"Maren will know"_s << false;
+}
+
+void TestActivityWatch::mentions()
+{
+    QFETCH(QString, body);
+    QFETCH(bool, named);
+    QCOMPARE(NativeActivityWatch::mentions(body, u"Maren Holt"_s), named);
 }
 
 QTEST_GUILESS_MAIN(TestActivityWatch)

@@ -62,9 +62,8 @@ private slots:
     void filters_data();
     void filters();
     void actionsChangeTheThread();
-    void retriedReplyIsStoredOnce();
     void assignAndSnoozeAtOnce();
-    void webFormsCannotBeAnswered();
+    void assistantDraftsFromTheThread();
     void customersAndConversations();
     void notificationsUntilDismissed();
     void onlyTheAuthorDiscardsADraft();
@@ -214,28 +213,6 @@ void TestInboxCalls::actionsChangeTheThread()
     QVERIFY(view(u"open"_s) && !view(u"done"_s));
 }
 
-void TestInboxCalls::retriedReplyIsStoredOnce()
-{
-    TarnAPI &api = client.as(maren);
-    const QString id = inbound(u"+1 555 0902"_s);
-    const TarnInboxAction reply = TarnInboxAction::reply(u"On our way"_s, u"nonce-cut"_s, {});
-    client.workspace->setFault(QJsonObject { { u"method"_s, u"POST"_s },
-        { u"path"_s, u"/api/inbox/%1/reply"_s.arg(id) }, { u"cut"_s, true }, { u"times"_s, 0 } });
-    QVERIFY(!failureOf(TarnInboxCalls::inboxAction(api, id, reply)).isEmpty());
-    client.workspace->clearFaults();
-    QCOMPARE(failureOf(TarnInboxCalls::inboxAction(api, id, reply)), QString());
-
-    const TarnInboxThread thread = tarnWaitFor(TarnInboxCalls::inboxThread(api, id));
-    QCOMPARE(thread.entries.size(), 2);
-    QCOMPARE(thread.entries.last().body, u"On our way"_s);
-    QCOMPARE(thread.entries.last().author_name, u"Maren Holt"_s);
-    QVERIFY(thread.entries.last().status == u"queued"_s || thread.entries.last().status == u"sent"_s);
-    const TarnInboxList list = tarnWaitFor(TarnInboxCalls::inbox(api, u"all"_s, u"open"_s, u"text"_s));
-    const auto row = std::find_if(list.threads.begin(), list.threads.end(),
-        [&](const TarnInboxThreadSummary &summary) { return summary.id == id; });
-    QVERIFY(row != list.threads.end() && !row->unreplied);
-}
-
 void TestInboxCalls::assignAndSnoozeAtOnce()
 {
     const QString id = inbound(u"+1 555 0903"_s);
@@ -260,16 +237,9 @@ void TestInboxCalls::assignAndSnoozeAtOnce()
     }
 }
 
-void TestInboxCalls::webFormsCannotBeAnswered()
+void TestInboxCalls::assistantDraftsFromTheThread()
 {
     TarnAPI &api = client.as(maren);
-    const TarnInboxList list = tarnWaitFor(TarnInboxCalls::inbox(api, u"all"_s, u"open"_s, u"web"_s));
-    QCOMPARE(list.threads.size(), 1);
-    const TarnInboxThread web = tarnWaitFor(TarnInboxCalls::inboxThread(api, list.threads.first().id));
-    QVERIFY(!web.can_send && !web.ai_configured && !web.entries.isEmpty());
-    QVERIFY(!failureOf(TarnInboxCalls::inboxAction(api, web.id, TarnInboxAction::reply(u"x"_s, u"n"_s, {}))).isEmpty());
-    QVERIFY(!failureOf(TarnInboxCalls::inboxAssist(api, web.id, {})).isEmpty());
-
     // The assistant's draft is built from the thread, so it can be checked.
     const QString text = inbound(u"+1 555 0111"_s, u"Is Friday at 9 possible?"_s);
     const TarnInboxAssist assist = tarnWaitFor(TarnInboxCalls::inboxAssist(api, text, u"Yes, 9 works."_s));

@@ -56,7 +56,6 @@ private slots:
     void mentionsGoWithTheReply();
     void retriedSendStoresOnce();
     void theLoserSeesTheCurrentThread();
-    void customersAndConversations();
 
 private:
     // A view signed in as `email`, loaded, with the thread of `title` open.
@@ -232,24 +231,6 @@ void TestInboxView::theLoserSeesTheCurrentThread()
     QCOMPARE(theirs->ownerId(), u"p-maren"_s);
     QVERIFY(!theirs->canEdit());
     QCOMPARE(theirs->snoozedUntil(), QString());
-}
-
-void TestInboxView::customersAndConversations()
-{
-    const std::unique_ptr<NativeInboxView> view = openOn(maren, u"+1 555 0177"_s);
-    QVERIFY(view);
-    QVERIFY(!view->hasCustomer());
-    QVERIFY(settle(*view, &NativeInboxView::actionFinished, [&] { view->createCustomer(u" Ruth Abara "_s); }));
-    QVERIFY(view->hasCustomer());
-    QCOMPARE(view->threadTitle(), u"Ruth Abara"_s);
-    QVERIFY(!threadTitled(*view, u"Ruth Abara"_s).isEmpty());
-
-    QVERIFY(settle(*view, &NativeInboxView::actionFinished,
-        [&] { view->newConversation(u"+1 555 0999"_s, QString(), u"text"_s); }));
-    QCOMPARE(view->threadAddress(), u"+1 555 0999"_s);
-    QCOMPARE(view->entries()->rowCount(), 0);
-    QVERIFY(view->canSend() && !view->aiConfigured());
-    QCOMPARE(view->ownerId(), u"p-maren"_s);
 }
 
 QTEST_GUILESS_MAIN(TestInboxView)

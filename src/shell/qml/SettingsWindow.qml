@@ -20,7 +20,7 @@ Window {
     objectName: "settingsWindow"
     title: qsTr("Settings")
     width: 540
-    height: 720
+    height: 780
     minimumWidth: 420
     minimumHeight: 420
     flags: Qt.Dialog
