@@ -11,6 +11,7 @@
 #include "workspace/routes/ChatRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/HuddleRoutes.h"
+#include "workspace/routes/InboxRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
@@ -133,6 +134,7 @@ bool WorkspaceServer::start(QString *error)
     PaymentsRoutes::add(*this);
     // After the terminal: the books link to its invoices and payments.
     BooksRoutes::add(*this);
+    InboxRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

@@ -120,6 +120,29 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS payment_refund_requests ("
     " id TEXT PRIMARY KEY, payment_id TEXT NOT NULL REFERENCES payments(id),"
     " amount INTEGER NOT NULL CHECK (amount > 0), status TEXT NOT NULL, reason TEXT NOT NULL, note TEXT)",
+    // Customers, shared by every part that names one; `board_id` is the board
+    // a customer started on. Times are milliseconds since the epoch.
+    "CREATE TABLE IF NOT EXISTS clients ("
+    " id TEXT PRIMARY KEY, name TEXT NOT NULL, board_id TEXT NOT NULL, phone TEXT, email TEXT,"
+    " created_at INTEGER NOT NULL)",
+    // The shared inbox: one thread per channel and customer address.
+    "CREATE TABLE IF NOT EXISTS inbox_threads ("
+    " id TEXT PRIMARY KEY, kind TEXT NOT NULL, client_id TEXT REFERENCES clients(id),"
+    " customer_address TEXT NOT NULL, business_address TEXT NOT NULL, owner_id TEXT REFERENCES people(id),"
+    " snoozed_until INTEGER, done INTEGER NOT NULL DEFAULT 0, updated_at INTEGER NOT NULL,"
+    " UNIQUE (kind, customer_address))",
+    // An outbound entry's delivery state follows from its age; "draft" is kept.
+    "CREATE TABLE IF NOT EXISTS inbox_entries ("
+    " seq INTEGER PRIMARY KEY AUTOINCREMENT, id TEXT NOT NULL UNIQUE,"
+    " thread_id TEXT NOT NULL REFERENCES inbox_threads(id), direction TEXT NOT NULL, body TEXT NOT NULL,"
+    " author_id TEXT REFERENCES people(id), draft INTEGER NOT NULL DEFAULT 0, nonce TEXT,"
+    " mentions TEXT, created_at INTEGER NOT NULL, UNIQUE (thread_id, nonce))",
+    "CREATE TABLE IF NOT EXISTS inbox_attachments ("
+    " id TEXT PRIMARY KEY, entry_id TEXT NOT NULL REFERENCES inbox_entries(id), name TEXT NOT NULL,"
+    " status TEXT NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS inbox_notifications ("
+    " entry_id TEXT NOT NULL REFERENCES inbox_entries(id), person_id TEXT NOT NULL REFERENCES people(id),"
+    " reason TEXT NOT NULL, dismissed INTEGER NOT NULL DEFAULT 0, PRIMARY KEY (entry_id, person_id))",
 };
 
 WorkspacePerson personFrom(const QSqlQuery &q)

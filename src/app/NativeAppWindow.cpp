@@ -13,6 +13,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_ShellPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_AssistantPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_ChatPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_InboxPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
 
 using namespace Qt::StringLiterals;
@@ -28,6 +29,9 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_pilo(m_api)
     , m_piloReview(m_api)
     , m_chat(m_api, m_navigation, preferences)
+    , m_inbox(m_api)
+    , m_watch(m_api, m_unread)
+    , m_notifier(u"pilo-tarn"_s)
     , m_books(m_api)
     , m_payments(m_api)
 {
@@ -35,16 +39,47 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
     followAppearance();
     QObject::connect(&m_settings, &NativeSettingsState::appearanceChanged, &m_theme, followAppearance);
-    // Nothing one person saw (conversation, review, chat, books, payments) shows to the next.
+    // Nothing one person saw (conversation, review, chat, inbox, books, payments) shows to the next.
     QObject::connect(&m_root, &NativeRootState::changed, &m_pilo, [this] {
+        if (m_root.phase() == NativeRootState::Phase::SignedIn)
+            m_watch.start();
+        else
+            m_watch.stop();
         if (m_root.phase() != NativeRootState::Phase::SignedIn) {
             m_pilo.clear();
             m_piloReview.clear();
             m_chat.clear();
+            m_inbox.clear();
             m_books.clear();
             m_payments.clear();
         }
     });
+    // Nothing is raised for the thread in front of the person.
+    m_watch.setNotifications(&m_notifier, [this](const QString &target) {
+        const TarnDestination shown = m_navigation.destination();
+        const bool inInbox = shown.screen == TarnScreen::calls && shown.resolvedSection() == "Inbox"_L1;
+        const bool looking = m_window && m_window->isActive()
+            && ((inInbox && target == u"inbox:"_s + m_inbox.selectedThread())
+                || (shown.screen == TarnScreen::chat && target == u"chat:"_s + m_chat.selectedRoom()));
+        return looking || !m_settings.desktopNotifications();
+    });
+    QObject::connect(&m_notifier, &NativeDesktopNotifier::activated, &m_inbox, [this](const QString &target) {
+        if (target.startsWith("inbox:"_L1)) {
+            m_navigation.open(TarnDestination { .screen = TarnScreen::calls, .section = u"Inbox"_s });
+            m_inbox.selectThread(target.mid(6));
+        } else if (target.startsWith("chat:"_L1)) {
+            m_navigation.open(TarnDestination { .screen = TarnScreen::chat, .section = std::nullopt });
+            m_chat.selectRoom(target.mid(5));
+        }
+        if (m_window) {
+            m_window->show();
+            m_window->raise();
+            m_window->requestActivate();
+        }
+    });
+    // The open inbox counts sooner than the watch.
+    QObject::connect(&m_inbox, &NativeInboxView::unrepliedCountChanged, &m_unread,
+        [this] { m_unread.setInboxWaiting(m_inbox.unrepliedCount()); });
     NativeTheme::loadFonts();
     m_theme.attach(m_engine);
 
@@ -59,6 +94,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"pilo"_s, QVariant::fromValue(&m_pilo) },
         { u"piloReview"_s, QVariant::fromValue(&m_piloReview) },
         { u"chat"_s, QVariant::fromValue(&m_chat) },
+        { u"inbox"_s, QVariant::fromValue(&m_inbox) },
         { u"books"_s, QVariant::fromValue(&m_books) },
         { u"payments"_s, QVariant::fromValue(&m_payments) },
         { u"gallery"_s, content == Content::Gallery },

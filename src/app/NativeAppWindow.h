@@ -1,10 +1,14 @@
 #pragma once
 
+#include "app/NativeActivityWatch.h"
+#include "app/NativeDesktopNotifier.h"
 #include "app/NativeRootState.h"
+#include "app/NativeUnreadCount.h"
 #include "assistant/NativePiloReview.h"
 #include "assistant/TarnPiloConversation.h"
 #include "auth/NativeAuth.h"
 #include "chat/NativeChatView.h"
+#include "inbox/NativeInboxView.h"
 #include "money/NativeBooksView.h"
 #include "money/NativePaymentsView.h"
 #include "service/TarnAPI.h"
@@ -47,6 +51,9 @@ public:
     [[nodiscard]] NativeTheme &theme() { return m_theme; }
     [[nodiscard]] TarnPiloConversation &pilo() { return m_pilo; }
     [[nodiscard]] NativeChatView &chat() { return m_chat; }
+    [[nodiscard]] NativeInboxView &inbox() { return m_inbox; }
+    // What waits for the person, for the launcher badge.
+    [[nodiscard]] NativeUnreadCount &unread() { return m_unread; }
     [[nodiscard]] NativeBooksView &books() { return m_books; }
     [[nodiscard]] NativePaymentsView &payments() { return m_payments; }
 
@@ -61,6 +68,10 @@ private:
     TarnPiloConversation m_pilo;
     NativePiloReview m_piloReview;
     NativeChatView m_chat;
+    NativeInboxView m_inbox;
+    NativeUnreadCount m_unread;
+    NativeActivityWatch m_watch;
+    NativeDesktopNotifier m_notifier;
     NativeBooksView m_books;
     NativePaymentsView m_payments;
     QQmlApplicationEngine m_engine;

@@ -95,6 +95,8 @@ int main(int argc, char **argv)
     NativeLauncherBadge badge(QGuiApplication::desktopFileName() + u".desktop"_s);
     badge.clear();
     QObject::connect(&root, &NativeRootState::signedOut, &root, [&badge] { badge.clear(); });
+    QObject::connect(
+        &app.unread(), &NativeUnreadCount::totalChanged, &root, [&badge](qint64 total) { badge.setCount(total); });
 
     QQuickWindow *window = app.window();
     if (!window)
@@ -125,6 +127,15 @@ int main(int argc, char **argv)
             capture->setReady([loaded] { return *loaded; });
             QObject::connect(&chat, &NativeChatView::refreshed, capture.get(), [&capture, loaded] {
                 *loaded = true;
+                capture->recheck();
+            });
+        } else if (shown && shown->screen == TarnScreen::calls && shown->section == "Inbox"_L1) {
+            // The inbox is shown with its newest thread open.
+            NativeInboxView &inbox = app.inbox();
+            capture->setReady([&inbox] { return !inbox.threadTitle().isEmpty(); });
+            QObject::connect(&inbox, &NativeInboxView::refreshed, capture.get(), [&capture, &inbox] {
+                if (inbox.selectedThread().isEmpty() && inbox.threads()->rowCount() > 0)
+                    inbox.selectThread(inbox.threads()->rows().constFirst().id);
                 capture->recheck();
             });
         } else if (shown && shown->screen == TarnScreen::payments)

@@ -222,3 +222,16 @@ QCoro::Task<> NativeSettingsState::endOtherSessions()
     m_messageIsError = failed;
     Q_EMIT messageChanged();
 }
+
+bool NativeSettingsState::desktopNotifications() const
+{
+    return m_preferences.value(notificationsKey, true).toBool();
+}
+
+void NativeSettingsState::setDesktopNotifications(bool on)
+{
+    if (on == desktopNotifications())
+        return;
+    m_preferences.setValue(notificationsKey, on);
+    Q_EMIT notificationsChanged();
+}

@@ -36,10 +36,14 @@ class NativeSettingsState : public QObject {
     Q_PROPERTY(bool endingSessions READ endingSessions NOTIFY messageChanged)
     Q_PROPERTY(QString message READ message NOTIFY messageChanged)
     Q_PROPERTY(bool messageIsError READ messageIsError NOTIFY messageChanged)
+    // Desktop notifications for new customer messages, this computer's choice.
+    Q_PROPERTY(
+        bool desktopNotifications READ desktopNotifications WRITE setDesktopNotifications NOTIFY notificationsChanged)
 
 public:
     static constexpr QLatin1StringView textSizeKey { "tarn.textSize" };
     static constexpr QLatin1StringView accentKey { "tarn.accent" };
+    static constexpr QLatin1StringView notificationsKey { "tarn.desktopNotifications" };
 
     // `preferences` keeps the text size and accent for this computer, so the
     // window has them before the session loads; it must outlive this object.
@@ -61,6 +65,8 @@ public:
     [[nodiscard]] bool endingSessions() const { return m_endingSessions; }
     [[nodiscard]] QString message() const { return m_message; }
     [[nodiscard]] bool messageIsError() const { return m_messageIsError; }
+    [[nodiscard]] bool desktopNotifications() const;
+    void setDesktopNotifications(bool on);
 
     Q_INVOKABLE void signOutOtherSessions();
 
@@ -68,6 +74,7 @@ Q_SIGNALS:
     void sessionChanged();
     void appearanceChanged();
     void messageChanged();
+    void notificationsChanged();
 
 private:
     enum Kind { TextSize, Accent, Background, KindCount };

@@ -4,6 +4,7 @@ import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
+import PiloTarn.Inbox
 import PiloTarn.Money
 
 // The signed-in window: the sidebar, the current screen, the command search
@@ -17,6 +18,7 @@ Item {
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
     required property NativeChatView chat
+    required property NativeInboxView inbox
     required property NativeBooksView books
     required property NativePaymentsView payments
     property string personName
@@ -69,6 +71,7 @@ Item {
             pilo: shell.pilo
             piloReview: shell.piloReview
             chat: shell.chat
+            inbox: shell.inbox
             books: shell.books
             payments: shell.payments
             personName: shell.personName

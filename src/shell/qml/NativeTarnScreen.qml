@@ -5,6 +5,7 @@ import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
+import PiloTarn.Inbox
 import PiloTarn.Money
 
 // The current place: its breadcrumb trail and what it shows. The home page
@@ -18,6 +19,7 @@ Pane {
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
     required property NativeChatView chat
+    required property NativeInboxView inbox
     required property NativeBooksView books
     required property NativePaymentsView payments
     property string personName
@@ -42,6 +44,8 @@ Pane {
     readonly property bool showsBooks: navigation.destination.screenName === "documents"
                                        && navigation.destination.resolvedSection === "Dashboard"
     readonly property bool showsPayments: navigation.destination.screenName === "payments"
+    readonly property bool showsInbox: navigation.destination.screenName === "calls"
+                                       && navigation.destination.resolvedSection === "Inbox"
 
     padding: 0
     background: null
@@ -173,9 +177,19 @@ Pane {
             Layout.bottomMargin: Theme.spacing.l
         }
 
+        Loader {
+            objectName: "inboxScreen"
+            active: screen.showsInbox
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Inbox/qml/InboxScreen.qml",
+                                             { inbox: screen.inbox })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
-                     && !screen.showsBooks && !screen.showsPayments
+                     && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -20,7 +20,7 @@ Window {
     objectName: "settingsWindow"
     title: qsTr("Settings")
     width: 540
-    height: 720
+    height: 780
     minimumWidth: 420
     minimumHeight: 420
     flags: Qt.Dialog
@@ -201,6 +201,15 @@ Window {
                             onClicked: Theme.colorScheme = modelData.value
                         }
                     }
+                }
+
+                Heading { text: qsTr("Notifications") }
+                Switch {
+                    objectName: "desktopNotifications"
+                    leftPadding: 0
+                    text: qsTr("Show new customer messages on the desktop")
+                    checked: settingsWindow.settings.desktopNotifications
+                    onToggled: settingsWindow.settings.desktopNotifications = checked
                 }
 
                 Heading { text: qsTr("Text size") }

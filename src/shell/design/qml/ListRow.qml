@@ -13,6 +13,8 @@ ItemDelegate {
     property string subtitle
     property string detail
     property int count: 0
+    // A plain dot where there is no count: something waits here.
+    property bool dot: false
     property bool lit: false
     // A person's row shows their avatar instead of an icon.
     property string avatarName
@@ -75,6 +77,9 @@ ItemDelegate {
             font.pixelSize: Theme.type.footnote
             color: Theme.colours.tertiaryText
         }
-        CountBadge { count: row.count }
+        CountBadge {
+            count: row.count
+            dot: row.dot
+        }
     }
 }

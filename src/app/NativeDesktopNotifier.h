@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+
+class QDBusMessage;
+
+// Desktop notifications over the freedesktop Notifications service on the
+// session bus. Each names the app by its desktop entry (the
+// "desktop-entry" hint), so the desktop groups them under Pilo Tarn, and
+// carries a default action: choosing the notification emits `activated`
+// with the target it was raised for. Without a session bus nothing is shown.
+class NativeDesktopNotifier : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr auto service = "org.freedesktop.Notifications";
+    static constexpr auto path = "/org/freedesktop/Notifications";
+    static constexpr auto interface = "org.freedesktop.Notifications";
+
+    // `desktopEntry` without ".desktop": "pilo-tarn".
+    explicit NativeDesktopNotifier(QString desktopEntry, QObject *parent = nullptr);
+
+    // `target` is handed back by `activated`: "inbox:THREAD" for a thread.
+    void notify(const QString &title, const QString &body, const QString &target);
+
+Q_SIGNALS:
+    void activated(const QString &target);
+
+private Q_SLOTS:
+    void actionInvoked(uint id, const QString &action);
+    void closed(uint id, uint reason);
+
+private:
+    QString m_desktopEntry;
+    QHash<uint, QString> m_targets;
+};
