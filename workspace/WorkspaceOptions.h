@@ -24,6 +24,10 @@ struct WorkspaceOptions {
     // The assistant's agent: set up and connected, set up but away, or not set up.
     enum class Agent { Online, Offline, Off };
     Agent agent = Agent::Online;
+    // A folder of .gif files served by the GIF search; empty: no GIFs.
+    QString gifFolder;
+    // Write the demo's GIFs into this folder and exit.
+    QString writeDemoGifs;
     // Exit when standard input reaches its end (test harnesses keep it open).
     bool stopWithStdin = false;
 

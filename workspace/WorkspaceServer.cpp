@@ -9,6 +9,7 @@
 #include "workspace/routes/AgentRoutes.h"
 #include "workspace/routes/BooksRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
+#include "workspace/routes/GifRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
@@ -127,6 +128,7 @@ bool WorkspaceServer::start(QString *error)
     AgentRoutes::add(*this);
     if (!ChatRoutes::add(*this, error))
         return false;
+    GifRoutes::add(*this);
     PaymentsRoutes::add(*this);
     // After the terminal: the books link to its invoices and payments.
     BooksRoutes::add(*this);
