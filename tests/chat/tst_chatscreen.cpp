@@ -41,6 +41,7 @@ class TestChatScreen : public QObject {
 private slots:
     void initTestCase();
     void sendsByKeyboard();
+    void editsInPlace();
     void repliesInTheThread();
     void searchReplacesTheRoomList();
     void gifCommandShowsThePicker();
@@ -133,6 +134,36 @@ void TestChatScreen::sendsByKeyboard()
     QTRY_VERIFY(composer->hasActiveFocus());
     QCOMPARE(composer->property("text").toString(), QString());
     QVERIFY(chat->errorText().isEmpty());
+}
+
+// Follows the message sent above, the owner's own.
+void TestChatScreen::editsInPlace()
+{
+    const QString id = chat->timeline()->rows().last().message.id;
+    const auto editor = [this] {
+        const QList<QQuickItem *> editors = tarnNamedItems(window.contentItem(), u"chatEditor"_s);
+        const auto open = std::find_if(editors.begin(), editors.end(), [](QQuickItem *e) { return e->isVisible(); });
+        return open == editors.end() ? nullptr : *open;
+    };
+    QVERIFY(!editor());
+    chat->beginEdit(id);
+    QTRY_VERIFY(editor() && editor()->hasActiveFocus());
+    QCOMPARE(editor()->property("text").toString(), u"first line\nsecond line"_s);
+
+    // Escape leaves the message as it was.
+    type(window, " and more"_L1);
+    QCOMPARE(chat->editText(), u"first line\nsecond line and more"_s);
+    QTest::keyClick(&window, Qt::Key_Escape);
+    QTRY_VERIFY(!editor());
+    QVERIFY(chat->editingId().isEmpty());
+    QVERIFY(texts(u"chatBody"_s).contains(u"first line\nsecond line"_s));
+
+    chat->beginEdit(id);
+    QTRY_VERIFY(editor() && editor()->hasActiveFocus());
+    type(window, "!"_L1);
+    QTest::keyClick(&window, Qt::Key_Return);
+    QTRY_VERIFY_WITH_TIMEOUT(texts(u"chatBody"_s).contains(u"first line\nsecond line!"_s), 10000);
+    QVERIFY(!editor());
 }
 
 void TestChatScreen::stagedFilesShowAndGo()

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Controls
 import QtQuick.Layouts
 import PiloTarn.Design
 
@@ -25,15 +26,34 @@ ColumnLayout {
     required property string timeLabel
     // A thread's rows offer no thread of their own.
     property bool inThread: false
+    // One's own messages can be edited and deleted; an edit happens in place.
+    property bool mine: false
+    property bool editing: false
+    property string editText
+    // Image attachments fetched so far: file id to local file.
+    property var imageFiles: ({})
 
     signal threadRequested(string messageId)
     signal reactionToggled(string messageId, string emoji)
     signal savedToggled(string messageId)
     signal deleteRequested(string messageId)
     signal attachmentOpened(string messageId, string fileId)
+    signal imageWanted(string messageId, string fileId)
+    signal reactionsRequested(string messageId, Item anchor)
+    signal editRequested(string messageId)
+    signal editTextEdited(string text)
+    signal editSaved()
+    signal editCancelled()
 
     readonly property real avatarSize: 36
     spacing: 0
+
+    function editKey(event) {
+        if (event.modifiers & Qt.ShiftModifier)
+            event.accepted = false
+        else
+            editSaved()
+    }
 
     component Divider: RowLayout {
         id: divider
@@ -118,7 +138,7 @@ ColumnLayout {
 
                 Text {
                     objectName: "chatBody"
-                    visible: text.length > 0
+                    visible: text.length > 0 && !row.editing
                     text: row.deleted ? qsTr("This message was deleted.") : row.body
                     font.pixelSize: Theme.type.body
                     font.italic: row.deleted
@@ -128,17 +148,51 @@ ColumnLayout {
                     Layout.fillWidth: true
                 }
 
+                // Enter saves, Shift+Enter breaks the line, Escape leaves it as it was.
+                TextArea {
+                    id: editor
+                    objectName: "chatEditor"
+                    visible: row.editing
+                    text: row.editText
+                    color: Theme.colours.text
+                    font.pixelSize: Theme.type.body
+                    wrapMode: TextEdit.Wrap
+                    padding: Theme.spacing.s
+                    Accessible.name: qsTr("Edit message")
+                    Layout.fillWidth: true
+                    background: Rectangle {
+                        radius: Theme.radii.medium
+                        color: Theme.colours.surface
+                        border.color: Theme.colours.accent
+                    }
+                    onTextChanged: if (row.editing && text !== row.editText) row.editTextEdited(text)
+                    onVisibleChanged: if (visible) {
+                        forceActiveFocus()
+                        cursorPosition = length
+                    }
+                    Keys.onReturnPressed: event => row.editKey(event)
+                    Keys.onEnterPressed: event => row.editKey(event)
+                    Keys.onEscapePressed: row.editCancelled()
+                }
+                Text {
+                    visible: row.editing
+                    text: qsTr("Enter saves · Escape cancels")
+                    font.pixelSize: Theme.type.footnote
+                    color: Theme.colours.tertiaryText
+                }
+
                 // Its delegates see only their own data: the row hears their clicks.
                 Repeater {
                     model: row.deleted ? [] : row.attachments
-                    onItemAdded: (index, item) => item.clicked.connect(
-                                     () => row.attachmentOpened(row.messageId, row.attachments[index].id))
-                    delegate: ActionButton {
-                        required property var modelData
-                        kind: ActionButton.Secondary
-                        symbol: modelData.isImage ? "photo.on.rectangle.angled" : "doc.text"
-                        text: modelData.name + " · " + Math.max(1, Math.round(modelData.size / 1024)) + " KB"
+                    onItemAdded: (index, item) => {
+                        const file = item as ChatAttachment
+                        const id = row.attachments[index].id
+                        file.clicked.connect(() => row.attachmentOpened(row.messageId, id))
+                        file.image = Qt.binding(() => row.imageFiles[id] || "")
+                        if (row.attachments[index].isImage)
+                            row.imageWanted(row.messageId, id)
                     }
+                    delegate: ChatAttachment {}
                 }
 
                 Flow {
@@ -168,14 +222,16 @@ ColumnLayout {
 
             // What can be done with a message, shown while the pointer is over it.
             RowLayout {
-                visible: hover.hovered && !row.deleted
+                visible: hover.hovered && !row.deleted && !row.editing
                 spacing: 0
                 Layout.alignment: Qt.AlignTop
                 IconButton {
-                    symbol: "checkmark"
+                    id: react
+                    objectName: "reactToMessage"
+                    symbol: "face.smiling"
                     iconSize: 16
-                    text: qsTr("React with 👍")
-                    onClicked: row.reactionToggled(row.messageId, "👍")
+                    text: qsTr("Add a reaction")
+                    onClicked: row.reactionsRequested(row.messageId, react)
                 }
                 IconButton {
                     visible: !row.inThread
@@ -185,14 +241,23 @@ ColumnLayout {
                     onClicked: row.threadRequested(row.messageId)
                 }
                 IconButton {
-                    symbol: "bell"
+                    symbol: "bookmark"
                     iconSize: 16
                     lit: row.saved
                     text: row.saved ? qsTr("Remove from saved") : qsTr("Save")
                     onClicked: row.savedToggled(row.messageId)
                 }
                 IconButton {
+                    objectName: "editMessage"
+                    visible: row.mine
+                    symbol: "pencil"
+                    iconSize: 16
+                    text: qsTr("Edit")
+                    onClicked: row.editRequested(row.messageId)
+                }
+                IconButton {
                     objectName: "deleteMessage"
+                    visible: row.mine
                     symbol: "trash"
                     iconSize: 16
                     text: qsTr("Delete message")
