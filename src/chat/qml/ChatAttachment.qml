@@ -13,8 +13,10 @@ Item {
 
     signal clicked()
 
-    implicitWidth: picture.visible ? picture.paintedWidth : button.implicitWidth
-    implicitHeight: picture.visible ? picture.paintedHeight : button.implicitHeight
+    // At most 320 wide and 240 high, in proportion.
+    readonly property real shrink: Math.min(1, 240 / Math.max(1, picture.implicitHeight))
+    implicitWidth: picture.visible ? picture.implicitWidth * shrink : button.implicitWidth
+    implicitHeight: picture.visible ? picture.implicitHeight * shrink : button.implicitHeight
 
     Image {
         id: picture
@@ -22,12 +24,9 @@ Item {
         visible: attachment.image.length > 0 && status === Image.Ready
         source: attachment.image
         asynchronous: true
+        anchors.fill: parent
         fillMode: Image.PreserveAspectFit
-        horizontalAlignment: Image.AlignLeft
         sourceSize.width: 320
-        sourceSize.height: 240
-        width: 320
-        height: 240
         Accessible.role: Accessible.Graphic
         Accessible.name: attachment.modelData.name
         TapHandler { onTapped: attachment.clicked() }
