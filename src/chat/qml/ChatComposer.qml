@@ -111,6 +111,17 @@ ColumnLayout {
                     forceActiveFocus()
                 }
                 onTextChanged: if (!composer.inThread && text !== composer.chat.composerText) composer.chat.composerText = text
+
+                // Files dropped here are attached as if chosen; dropped text is text.
+                DropArea {
+                    enabled: !composer.inThread && input.enabled
+                    anchors.fill: parent
+                    onEntered: drag => drag.accepted = drag.hasUrls
+                    onDropped: drop => {
+                        if (composer.chat.stageUrls(drop.urls) > 0)
+                            drop.accept(Qt.CopyAction)
+                    }
+                }
             }
         }
 
@@ -135,17 +146,6 @@ ColumnLayout {
         enabled: composer.inThread && composer.replying
         function onErrorTextChanged() {
             composer.replying = false
-        }
-    }
-
-    // Files dropped on the composer are attached as if chosen.
-    DropArea {
-        enabled: !composer.inThread && !composer.chat.sending
-        anchors.fill: parent
-        onEntered: drag => drag.accepted = drag.hasUrls
-        onDropped: drop => {
-            if (composer.chat.stageUrls(drop.urls) > 0)
-                drop.accept(Qt.CopyAction)
         }
     }
 

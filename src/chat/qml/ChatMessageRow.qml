@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import PiloTarn.Design
 
@@ -47,13 +46,6 @@ ColumnLayout {
 
     readonly property real avatarSize: 36
     spacing: 0
-
-    function editKey(event) {
-        if (event.modifiers & Qt.ShiftModifier)
-            event.accepted = false
-        else
-            editSaved()
-    }
 
     component Divider: RowLayout {
         id: divider
@@ -148,31 +140,25 @@ ColumnLayout {
                     Layout.fillWidth: true
                 }
 
-                // Enter saves, Shift+Enter breaks the line, Escape leaves it as it was.
-                TextArea {
-                    id: editor
-                    objectName: "chatEditor"
-                    visible: row.editing
-                    text: row.editText
-                    color: Theme.colours.text
-                    font.pixelSize: Theme.type.body
-                    wrapMode: TextEdit.Wrap
-                    padding: Theme.spacing.s
-                    Accessible.name: qsTr("Edit message")
+                // Made only while editing, as the actions below only while hovered:
+                // a long timeline scrolls without making them for every row.
+                Loader {
+                    active: row.editing
+                    visible: active
                     Layout.fillWidth: true
-                    background: Rectangle {
-                        radius: Theme.radii.medium
-                        color: Theme.colours.surface
-                        border.color: Theme.colours.accent
+                    sourceComponent: ChatMessageEditor {}
+                    onLoaded: {
+                        const editor = item as ChatMessageEditor
+                        editor.text = row.editText
+                        editor.cursorPosition = editor.length
+                        editor.forceActiveFocus()
+                        editor.textChanged.connect(() => {
+                            if (row.editing && editor.text !== row.editText)
+                                row.editTextEdited(editor.text)
+                        })
+                        editor.saved.connect(row.editSaved)
+                        editor.cancelled.connect(row.editCancelled)
                     }
-                    onTextChanged: if (row.editing && text !== row.editText) row.editTextEdited(text)
-                    onVisibleChanged: if (visible) {
-                        forceActiveFocus()
-                        cursorPosition = length
-                    }
-                    Keys.onReturnPressed: event => row.editKey(event)
-                    Keys.onEnterPressed: event => row.editKey(event)
-                    Keys.onEscapePressed: row.editCancelled()
                 }
                 Text {
                     visible: row.editing
@@ -220,48 +206,21 @@ ColumnLayout {
                 }
             }
 
-            // What can be done with a message, shown while the pointer is over it.
-            RowLayout {
-                visible: hover.hovered && !row.deleted && !row.editing
-                spacing: 0
+            Loader {
+                active: hover.hovered && !row.deleted && !row.editing
+                visible: active
                 Layout.alignment: Qt.AlignTop
-                IconButton {
-                    id: react
-                    objectName: "reactToMessage"
-                    symbol: "face.smiling"
-                    iconSize: 16
-                    text: qsTr("Add a reaction")
-                    onClicked: row.reactionsRequested(row.messageId, react)
-                }
-                IconButton {
-                    visible: !row.inThread
-                    symbol: "arrow.uturn.backward"
-                    iconSize: 16
-                    text: qsTr("Reply in thread")
-                    onClicked: row.threadRequested(row.messageId)
-                }
-                IconButton {
-                    symbol: "bookmark"
-                    iconSize: 16
-                    lit: row.saved
-                    text: row.saved ? qsTr("Remove from saved") : qsTr("Save")
-                    onClicked: row.savedToggled(row.messageId)
-                }
-                IconButton {
-                    objectName: "editMessage"
-                    visible: row.mine
-                    symbol: "pencil"
-                    iconSize: 16
-                    text: qsTr("Edit")
-                    onClicked: row.editRequested(row.messageId)
-                }
-                IconButton {
-                    objectName: "deleteMessage"
-                    visible: row.mine
-                    symbol: "trash"
-                    iconSize: 16
-                    text: qsTr("Delete message")
-                    onClicked: row.deleteRequested(row.messageId)
+                sourceComponent: ChatMessageActions {}
+                onLoaded: {
+                    const bar = item as ChatMessageActions
+                    bar.inThread = Qt.binding(() => row.inThread)
+                    bar.saved = Qt.binding(() => row.saved)
+                    bar.mine = Qt.binding(() => row.mine)
+                    bar.reactRequested.connect(anchor => row.reactionsRequested(row.messageId, anchor))
+                    bar.threadRequested.connect(() => row.threadRequested(row.messageId))
+                    bar.savedToggled.connect(() => row.savedToggled(row.messageId))
+                    bar.editRequested.connect(() => row.editRequested(row.messageId))
+                    bar.deleteRequested.connect(() => row.deleteRequested(row.messageId))
                 }
             }
         }

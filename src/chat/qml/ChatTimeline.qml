@@ -19,6 +19,8 @@ ListView {
     clip: true
     spacing: 0
     boundsBehavior: Flickable.StopAtBounds
+    // Rows scrolled out are used again for the rows scrolled in.
+    reuseItems: true
     ScrollBar.vertical: ScrollBar {}
 
     header: Item { implicitHeight: Theme.spacing.xl }
@@ -81,6 +83,25 @@ ListView {
         visible: timeline.chat.loadingOlder && !timeline.inThread
         anchors.top: parent.top
         anchors.horizontalCenter: parent.horizontalCenter
+    }
+
+    // Older messages paged in at the top leave the reader where they were,
+    // so the view does not jump and reaching the top again pages further.
+    // The list sees the new rows after this signal, so it moves a turn later.
+    Connections {
+        target: timeline.model
+        function onRowsInserted(parent, first, last) {
+            if (first === 0 && timeline.count > 0 && timeline.atYBeginning) {
+                keepPlace.row = last + 1
+                keepPlace.restart()
+            }
+        }
+    }
+    Timer {
+        id: keepPlace
+        property int row
+        interval: 0
+        onTriggered: timeline.positionViewAtIndex(row, ListView.Beginning)
     }
 
     Connections {
