@@ -87,8 +87,8 @@ struct Canvas {
 };
 
 enum Colour : char { Paper, Ink, Ginger, Pink, Yellow, Blue, Green, Red, Purple, Coffee, Steam };
-const QList<quint32> palette = { 0xfdf8ef, 0x2b2a33, 0xf0a04b, 0xf08fa8, 0xf7d154, 0x4f8ff7, 0x58c48a, 0xe5534b,
-    0x9b6bf0, 0x7a4a2a, 0xc9ccd3 };
+const QList<quint32> palette
+    = { 0xfdf8ef, 0x2b2a33, 0xf0a04b, 0xf08fa8, 0xf7d154, 0x4f8ff7, 0x58c48a, 0xe5534b, 0x9b6bf0, 0x7a4a2a, 0xc9ccd3 };
 
 QByteArray cat(int frame, double dx, double dy)
 {

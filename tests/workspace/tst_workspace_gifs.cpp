@@ -101,8 +101,8 @@ void TestWorkspaceGifs::searchFindsNameWords()
 {
     QFETCH(QString, query);
     QFETCH(QStringList, ids);
-    const TestWorkspace::Answer answer = workspace->send(
-        "GET", u"api/gifs?q="_s + QString::fromLatin1(QUrl::toPercentEncoding(query)), token, {});
+    const TestWorkspace::Answer answer
+        = workspace->send("GET", u"api/gifs?q="_s + QString::fromLatin1(QUrl::toPercentEncoding(query)), token, {});
     QCOMPARE(answer.status, 200);
     const QJsonObject search = answer.json();
     QVERIFY(search.value("configured"_L1).toBool());
