@@ -49,6 +49,7 @@ private slots:
     void stagedFilesShowAndGo();
     void choosingARoomOpensItAndPagesBack();
     void createsChannelFromTheSheet();
+    void channelSettingsArchiveAfterAsking();
     void cleanupTestCase();
 
 private:
@@ -236,6 +237,24 @@ void TestChatScreen::createsChannelFromTheSheet()
     QTRY_COMPARE(shown(u"chatRoomTitle"_s)->property("text").toString(), u"# launch-plans"_s);
     QVERIFY(!shown(u"newChannelName"_s));
     QVERIFY(chat->errorText().isEmpty());
+}
+
+// Follows the channel made above.
+void TestChatScreen::channelSettingsArchiveAfterAsking()
+{
+    const QString room = chat->selectedRoom();
+    QTRY_VERIFY(shown(u"chatRoomSettings"_s));
+    QMetaObject::invokeMethod(shown(u"chatRoomSettings"_s), "clicked");
+    // The sheet shows the channel once its settings have loaded.
+    QTRY_VERIFY_WITH_TIMEOUT(shown(u"roomSettingsName"_s), 10000);
+    QCOMPARE(shown(u"roomSettingsName"_s)->property("text").toString(), u"launch-plans"_s);
+    QMetaObject::invokeMethod(shown(u"roomSettingsArchive"_s), "clicked");
+    QTRY_VERIFY(shown(u"sheetConfirm"_s));
+    QVERIFY(chat->selectedRoom() == room);
+    QMetaObject::invokeMethod(shown(u"sheetConfirm"_s), "clicked");
+    QTRY_VERIFY_WITH_TIMEOUT(chat->selectedRoom() != room, 10000);
+    const QList<ChatRoomRow> &rooms = chat->rooms()->rows();
+    QVERIFY(std::none_of(rooms.begin(), rooms.end(), [&room](const ChatRoomRow &r) { return r.room.id == room; }));
 }
 
 void TestChatScreen::repliesInTheThread()
