@@ -27,8 +27,9 @@ std::optional<WorkspaceOptions> WorkspaceOptions::parse(const QStringList &argum
         const QString &arg = arguments.at(i);
         const QStringList counts = { u"--code-ttl"_s, u"--idle-timeout-ms"_s, u"--request-timeout-ms"_s,
             u"--max-connections"_s, u"--huddle-drop-seconds"_s };
+        const QStringList folders = { u"--gif-folder"_s, u"--write-demo-gifs"_s };
         const bool takesValue = arg == "--data"_L1 || arg == "--port"_L1 || arg == "--auto-sign-in"_L1
-            || arg == "--agent"_L1 || arg == "--ice-server"_L1 || counts.contains(arg);
+            || arg == "--agent"_L1 || arg == "--ice-server"_L1 || counts.contains(arg) || folders.contains(arg);
         if (arg == "--test-faults"_L1) {
             options.testFaults = true;
             continue;
@@ -47,6 +48,10 @@ std::optional<WorkspaceOptions> WorkspaceOptions::parse(const QStringList &argum
             if (value.isEmpty())
                 return fail(u"--data needs a folder"_s);
             options.dataDir = QDir(value).absolutePath();
+        } else if (folders.contains(arg)) {
+            if (value.isEmpty())
+                return fail(u"%1 needs a folder"_s.arg(arg));
+            (arg == folders.first() ? options.gifFolder : options.writeDemoGifs) = QDir(value).absolutePath();
         } else if (arg == "--port"_L1) {
             bool ok = false;
             const uint port = value.toUInt(&ok);

@@ -28,6 +28,10 @@ struct WorkspaceOptions {
     QStringList iceServers;
     // A huddle member who has not polled for this long is taken out.
     int huddleDropSeconds = 45;
+    // A folder of .gif files served by the GIF search; empty: no GIFs.
+    QString gifFolder;
+    // Write the demo's GIFs into this folder and exit.
+    QString writeDemoGifs;
     // Exit when standard input reaches its end (test harnesses keep it open).
     bool stopWithStdin = false;
 

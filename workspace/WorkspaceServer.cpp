@@ -9,6 +9,7 @@
 #include "workspace/routes/AgentRoutes.h"
 #include "workspace/routes/BooksRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
+#include "workspace/routes/GifRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/HuddleRoutes.h"
 #include "workspace/routes/InboxRoutes.h"
@@ -131,6 +132,7 @@ bool WorkspaceServer::start(QString *error)
     if (!ChatRoutes::add(*this, error))
         return false;
     HuddleRoutes::add(*this);
+    GifRoutes::add(*this);
     PaymentsRoutes::add(*this);
     // After the terminal: the books link to its invoices and payments.
     BooksRoutes::add(*this);

@@ -1,3 +1,4 @@
+#include "workspace/WorkspaceGif.h"
 #include "workspace/WorkspaceOptions.h"
 #include "workspace/WorkspaceServer.h"
 
@@ -65,8 +66,15 @@ int main(int argc, char *argv[])
     if (!options) {
         err << "tarn-workspace: " << error << "\n"
             << "usage: tarn-workspace [--data DIR] [--port N] [--auto-sign-in EMAIL|owner] [--agent "
-               "online|offline|off] [--test-faults]\n";
+               "online|offline|off] [--gif-folder DIR] [--test-faults]\n"
+            << "       tarn-workspace --write-demo-gifs DIR\n";
         return 2;
+    }
+    if (!options->writeDemoGifs.isEmpty()) {
+        error = WorkspaceGif::writeDemo(options->writeDemoGifs);
+        if (!error.isEmpty())
+            err << "tarn-workspace: " << error << "\n";
+        return error.isEmpty() ? 0 : 1;
     }
 
     WorkspaceServer server(*options);

@@ -99,7 +99,7 @@ Outcome prepareImage(const QImage &image)
     buffer.open(QIODevice::WriteOnly);
     if (image.isNull() || !image.save(&buffer, "png"))
         return u"The pasted image could not be read."_s;
-    return prepare(u"image.png"_s, png);
+    return prepare(u"pasted-image.png"_s, png);
 }
 
 QString shrunkName(const QString &name)

@@ -19,7 +19,7 @@ using Outcome = std::variant<ChatDraftFile, QString>;
 
 [[nodiscard]] Outcome prepare(const QString &name, const QByteArray &data, qint64 limit);
 [[nodiscard]] Outcome prepare(const QString &name, const QByteArray &data);
-// Raw image data from the clipboard, attached as a new PNG file.
+// Raw image data from the clipboard, attached as "pasted-image.png".
 [[nodiscard]] Outcome prepareImage(const QImage &image);
 
 // "scan.png" -> "scan.jpg"; "image.jpg" when nothing is left before the extension.

@@ -1,5 +1,7 @@
 #include "chat/MessagesTime.h"
 
+#include <QRegularExpression>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -121,7 +123,17 @@ QString dayLabel(const QDateTime &date, const QDateTime &now, const QLocale &loc
 
 QString timeLabel(const QDateTime &date, const QLocale &locale)
 {
-    return locale.toString(date.toLocalTime().time(), QLocale::ShortFormat);
+    // Some locales' short style (the C locale's among them) carries the
+    // seconds, which no row shows. A room lays out thousands of headers, so
+    // the last locale's format is kept.
+    static thread_local QString lastLocale;
+    static thread_local QString format;
+    if (format.isEmpty() || lastLocale != locale.name()) {
+        static const QRegularExpression seconds(u"[:.]?s{1,2}"_s);
+        lastLocale = locale.name();
+        format = locale.timeFormat(QLocale::ShortFormat).remove(seconds).trimmed();
+    }
+    return locale.toString(date.toLocalTime().time(), format);
 }
 
 } // namespace MessagesTime

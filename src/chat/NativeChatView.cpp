@@ -6,12 +6,15 @@
 #include "service/TarnAPI.h"
 #include "shell/TarnNavigation.h"
 
+#include <QClipboard>
 #include <QCoroTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QImage>
 #include <QImageReader>
+#include <QMimeData>
 #include <QPointer>
 #include <QSaveFile>
 #include <QSettings>
@@ -229,6 +232,10 @@ void NativeChatView::clear()
     m_search.clear();
     m_createMode.clear();
     m_roomSettings.clear();
+    m_editingId.clear();
+    m_editText.clear();
+    m_selectedKind.clear();
+    m_imageFiles.clear();
     m_error.clear();
     m_loading = false;
     m_gifPickerOpen = false;
@@ -249,6 +256,9 @@ void NativeChatView::clear()
     Q_EMIT errorTextChanged();
     Q_EMIT createModeChanged();
     Q_EMIT gifPickerOpenChanged();
+    Q_EMIT editingChanged();
+    Q_EMIT selectedKindChanged();
+    Q_EMIT imageFilesChanged();
 }
 
 void NativeChatView::refresh()
@@ -337,7 +347,10 @@ NativeChatView::Preview NativeChatView::previewOf(const QList<TarnMessage> &mess
 void NativeChatView::showRooms()
 {
     QList<ChatRoomRow> rows;
+    QString kind;
     for (const TarnRoom &room : std::as_const(m_roomList)) {
+        if (room.id == m_room)
+            kind = room.kind;
         if (!room.listed.value_or(true))
             continue;
         TarnRoom shown = room;
@@ -348,6 +361,10 @@ void NativeChatView::showRooms()
         rows.append({ shown, preview.body, preview.author });
     }
     m_rooms->setRows(rows);
+    if (kind != m_selectedKind) {
+        m_selectedKind = kind;
+        Q_EMIT selectedKindChanged();
+    }
 }
 
 QCoro::Task<> NativeChatView::loadPreviews(QList<TarnRoom> rooms)
@@ -389,6 +406,7 @@ void NativeChatView::selectRoom(const QString &room)
     m_hasMore = false;
     m_timeline->setMessages({}, std::nullopt, QDateTime::currentDateTime());
     closeThread();
+    cancelEdit();
     m_preferences.setValue(lastRoomKey + userId(), room);
     Q_EMIT selectedRoomChanged();
     Q_EMIT timelineStateChanged();
@@ -575,31 +593,75 @@ void NativeChatView::openAttachment(const QString &messageId, const QString &fil
         return;
     for (const TarnAttachment &file : shown->attachments) {
         if (file.id == fileId)
-            downloadTask(m_room, file.id, file.name);
+            openTask(m_room, file.id, file.name);
     }
 }
 
-QCoro::Task<> NativeChatView::downloadTask(QString room, QString fileId, QString name)
+void NativeChatView::fetchImage(const QString &messageId, const QString &fileId)
+{
+    const TarnMessage *shown = shownMessage(messageId);
+    if (!shown || m_imageFiles.contains(fileId))
+        return;
+    for (const TarnAttachment &file : shown->attachments) {
+        if (file.id == fileId && file.mime.value_or(QString()).startsWith("image/"_L1)) {
+            m_imageFiles.insert(fileId, QString());
+            imageTask(m_room, file.id, file.name);
+        }
+    }
+}
+
+QCoro::Task<> NativeChatView::openTask(QString room, QString fileId, QString name)
 {
     const QPointer<NativeChatView> self(this);
-    QCoro::Task<QByteArray> call = TarnChatCalls::downloadMessageFile(m_api, fileId, room);
-    const std::optional<QByteArray> bytes = co_await attempt(std::move(call));
-    if (!self || !bytes)
+    const std::optional<QUrl> saved = co_await downloadTask(std::move(room), std::move(fileId), std::move(name));
+    if (!self)
         co_return;
+    if (saved)
+        Q_EMIT attachmentReady(*saved);
+    Q_EMIT actionFinished();
+}
+
+QCoro::Task<> NativeChatView::imageTask(QString room, QString fileId, QString name)
+{
+    const QPointer<NativeChatView> self(this);
+    const std::optional<QUrl> saved = co_await downloadTask(std::move(room), fileId, std::move(name));
+    if (!self)
+        co_return;
+    // A failed one may be asked for again when its row is drawn again.
+    if (saved)
+        m_imageFiles.insert(fileId, saved->toString());
+    else
+        m_imageFiles.remove(fileId);
+    Q_EMIT imageFilesChanged();
+}
+
+QCoro::Task<std::optional<QUrl>> NativeChatView::downloadTask(QString room, QString fileId, QString name)
+{
+    const QPointer<NativeChatView> self(this);
+    QByteArray bytes;
+    try {
+        QString id = fileId;
+        QString in = room;
+        bytes = co_await TarnChatCalls::downloadMessageFile(m_api, std::move(id), std::move(in));
+    } catch (const TarnAPIError &error) {
+        if (self)
+            fail(error);
+        co_return std::nullopt;
+    }
+    if (!self)
+        co_return std::nullopt;
     // The service's name, without any folders in it, in a folder of the
     // file's own so that two files of one name never meet.
     const QString base = QFileInfo(name).fileName();
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + u"/chat-files/"_s
         + QString::fromLatin1(QUrl::toPercentEncoding(fileId)));
     QSaveFile out(folder.filePath(base.isEmpty() || base == ".."_L1 ? u"file"_s : base));
-    if (!folder.mkpath(u"."_s) || !out.open(QIODevice::WriteOnly) || out.write(*bytes) != bytes->size()
+    if (!folder.mkpath(u"."_s) || !out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size()
         || !out.commit()) {
         setError(u"“%1” could not be saved: %2"_s.arg(name, out.errorString()));
-        Q_EMIT actionFinished();
-        co_return;
+        co_return std::nullopt;
     }
-    Q_EMIT attachmentReady(QUrl::fromLocalFile(out.fileName()));
-    Q_EMIT actionFinished();
+    co_return QUrl::fromLocalFile(out.fileName());
 }
 
 // A picked GIF goes alone; the staged files wait for the next message.
@@ -640,6 +702,37 @@ bool NativeChatView::stageFile(const QString &path)
 bool NativeChatView::stageImage(const QImage &image)
 {
     return stage(ChatOutgoingFile::prepareImage(image));
+}
+
+bool NativeChatView::stageMime(const QMimeData &data)
+{
+    if (data.hasUrls()) {
+        const QList<QUrl> urls = data.urls();
+        if (std::any_of(urls.begin(), urls.end(), [](const QUrl &url) { return url.isLocalFile(); })) {
+            stageUrls(urls);
+            return true;
+        }
+    }
+    if (!data.hasImage())
+        return false;
+    stageImage(qvariant_cast<QImage>(data.imageData()));
+    return true;
+}
+
+bool NativeChatView::pasteFiles()
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    return data && stageMime(*data);
+}
+
+int NativeChatView::stageUrls(const QList<QUrl> &urls)
+{
+    int staged = 0;
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile() && stageFile(url.toLocalFile()))
+            ++staged;
+    }
+    return staged;
 }
 
 bool NativeChatView::stage(const std::variant<ChatDraftFile, QString> &outcome)
@@ -746,12 +839,62 @@ QCoro::Task<> NativeChatView::replyTask(QString room, QString parent, QString bo
         co_await loadThread(room, parent);
 }
 
-void NativeChatView::editMessage(const QString &id, const QString &body)
+QStringList NativeChatView::quickReactions()
+{
+    return { u"👍"_s, u"❤️"_s, u"😂"_s, u"🎉"_s, u"😮"_s, u"😢"_s, u"🙏"_s, u"👀"_s };
+}
+
+void NativeChatView::setEditText(const QString &text)
+{
+    if (m_editText == text)
+        return;
+    m_editText = text;
+    Q_EMIT editingChanged();
+}
+
+void NativeChatView::beginEdit(const QString &id)
 {
     const TarnMessage *shown = shownMessage(id);
-    if (!shown || body.trimmed().isEmpty())
+    if (!shown || shown->user_id != userId() || shown->deleted_at)
         return;
-    replaceTask(TarnChatCalls::editMessage(m_api, id, m_room, body.trimmed(), shown->version.value_or(0)));
+    m_editingId = id;
+    m_editText = shown->body;
+    Q_EMIT editingChanged();
+}
+
+void NativeChatView::cancelEdit()
+{
+    if (m_editingId.isEmpty())
+        return;
+    m_editingId.clear();
+    m_editText.clear();
+    Q_EMIT editingChanged();
+}
+
+void NativeChatView::saveEdit()
+{
+    const TarnMessage *shown = shownMessage(m_editingId);
+    const QString body = m_editText.trimmed();
+    if (!shown || body.isEmpty())
+        return;
+    if (body == shown->body) {
+        cancelEdit();
+        return;
+    }
+    editTask(m_editingId, TarnChatCalls::editMessage(m_api, m_editingId, m_room, body, shown->version.value_or(0)));
+}
+
+QCoro::Task<> NativeChatView::editTask(QString id, QCoro::Task<TarnMessage> call)
+{
+    const QPointer<NativeChatView> self(this);
+    const std::optional<TarnMessage> edited = co_await attempt(std::move(call));
+    if (!self || !edited)
+        co_return;
+    replaceMessage(*edited);
+    if (m_editingId == id)
+        cancelEdit();
+    setError({});
+    Q_EMIT actionFinished();
 }
 
 void NativeChatView::deleteMessage(const QString &id)
@@ -859,10 +1002,23 @@ QCoro::Task<> NativeChatView::settingsTask(QString room)
     Q_EMIT actionFinished();
 }
 
-void NativeChatView::saveRoomSettings(const QString &name, bool isPrivate, bool archived, const QStringList &members)
+void NativeChatView::saveRoomSettings(const QString &name, bool isPrivate, bool archived, const QStringList &chosen)
 {
-    if (!m_room.isEmpty())
-        saveSettingsTask(m_room, { name.trimmed(), isPrivate, archived, members });
+    if (m_room.isEmpty() || m_roomSettings.value(u"id"_s).toString() != m_room)
+        return;
+    if (name.trimmed().isEmpty()) {
+        setError(u"A channel needs a name."_s);
+        return;
+    }
+    QStringList members = chosen;
+    const QVariantList offered = people();
+    for (const QString &member : m_roomSettings.value(u"members"_s).toStringList()) {
+        const bool isOffered = std::any_of(offered.begin(), offered.end(),
+            [&member](const QVariant &person) { return person.toMap().value(u"id"_s) == member; });
+        if (!isOffered && !members.contains(member))
+            members.append(member);
+    }
+    saveSettingsTask(m_room, { name.trimmed(), isPrivate, archived, members });
 }
 
 QCoro::Task<> NativeChatView::saveSettingsTask(QString room, TarnRoomSettingsUpdate update)

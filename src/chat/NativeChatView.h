@@ -15,6 +15,7 @@
 #include <QHash>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 #include <QUrl>
 #include <QVariantList>
@@ -24,6 +25,7 @@
 #include <variant>
 
 class QImage;
+class QMimeData;
 class QSettings;
 class TarnAPI;
 class TarnAPIError;
@@ -62,6 +64,17 @@ class NativeChatView : public QObject {
     // "/gif QUERY" sent from the composer opens the picker instead.
     Q_PROPERTY(NativeGifPicker *gifPicker READ gifPicker CONSTANT)
     Q_PROPERTY(bool gifPickerOpen READ gifPickerOpen NOTIFY gifPickerOpenChanged)
+    // The signed-in person's id: their own messages can be edited and deleted.
+    Q_PROPERTY(QString me READ userId NOTIFY peopleChanged)
+    // "channel" or "dm" for the open room; empty while it is not listed.
+    Q_PROPERTY(QString selectedKind READ selectedKind NOTIFY selectedKindChanged)
+    // The message being edited in place and its text; empty when none is.
+    Q_PROPERTY(QString editingId READ editingId NOTIFY editingChanged)
+    Q_PROPERTY(QString editText READ editText WRITE setEditText NOTIFY editingChanged)
+    // Image attachments downloaded for the timeline: file id to a local file URL.
+    Q_PROPERTY(QVariantMap imageFiles READ imageFiles NOTIFY imageFilesChanged)
+    // The emoji offered for a new reaction.
+    Q_PROPERTY(QStringList quickReactions READ quickReactions CONSTANT)
 
 public:
     // The preference key of the room a person had open last, with their id.
@@ -94,10 +107,19 @@ public:
     [[nodiscard]] QString createMode() const { return m_createMode; }
     [[nodiscard]] NativeGifPicker *gifPicker() const { return m_gifPicker; }
     [[nodiscard]] bool gifPickerOpen() const { return m_gifPickerOpen; }
+    [[nodiscard]] QString selectedKind() const { return m_selectedKind; }
+    [[nodiscard]] QString editingId() const { return m_editingId; }
+    [[nodiscard]] QString editText() const { return m_editText; }
+    void setEditText(const QString &text);
+    [[nodiscard]] static QStringList quickReactions();
+    [[nodiscard]] QVariantMap imageFiles() const { return m_imageFiles; }
     Q_INVOKABLE void closeGifPicker();
     // Downloads an attachment into the cache and announces it with
     // `attachmentReady`, for the desktop's default app to open.
     Q_INVOKABLE void openAttachment(const QString &messageId, const QString &fileId);
+    // Downloads an image attachment once, for the timeline to show inline;
+    // it appears in `imageFiles`.
+    Q_INVOKABLE void fetchImage(const QString &messageId, const QString &fileId);
     Q_INVOKABLE void clearCreateMode();
 
     // Shown: takes the drafts navigation handed over, loads, then refreshes
@@ -113,11 +135,22 @@ public:
     Q_INVOKABLE void send();
     Q_INVOKABLE bool stageFile(const QString &path);
     bool stageImage(const QImage &image);
+    // Pasted or dropped data: each local file staged as if chosen, or raw
+    // image data as "pasted-image.png". False when it holds neither, so
+    // that text pastes as text.
+    bool stageMime(const QMimeData &data);
+    Q_INVOKABLE bool pasteFiles();
+    // Dropped files; gives how many were staged.
+    Q_INVOKABLE int stageUrls(const QList<QUrl> &urls);
     Q_INVOKABLE void unstageFile(const QString &id);
     Q_INVOKABLE void openThread(const QString &messageId);
     Q_INVOKABLE void closeThread();
     Q_INVOKABLE void sendReply(const QString &text);
-    Q_INVOKABLE void editMessage(const QString &id, const QString &body);
+    // Editing one's own message: the edit stays open until the service
+    // takes it, so a refused one (another edit came first) loses nothing.
+    Q_INVOKABLE void beginEdit(const QString &id);
+    Q_INVOKABLE void cancelEdit();
+    Q_INVOKABLE void saveEdit();
     Q_INVOKABLE void deleteMessage(const QString &id);
     Q_INVOKABLE void toggleReaction(const QString &id, const QString &emoji);
     Q_INVOKABLE void toggleSaved(const QString &id);
@@ -125,7 +158,10 @@ public:
     Q_INVOKABLE void createDirectMessage(const QString &personId);
     Q_INVOKABLE void createChannel(const QString &name, bool isPrivate, const QStringList &members);
     Q_INVOKABLE void loadRoomSettings();
-    Q_INVOKABLE void saveRoomSettings(const QString &name, bool isPrivate, bool archived, const QStringList &members);
+    // `chosen` are the people the sheet offers who stay or become members;
+    // members it does not offer (the signed-in person, people no longer
+    // active) stay as they are.
+    Q_INVOKABLE void saveRoomSettings(const QString &name, bool isPrivate, bool archived, const QStringList &chosen);
 
 Q_SIGNALS:
     void peopleChanged();
@@ -141,6 +177,9 @@ Q_SIGNALS:
     void errorTextChanged();
     void createModeChanged();
     void gifPickerOpenChanged();
+    void selectedKindChanged();
+    void editingChanged();
+    void imageFilesChanged();
     void attachmentReady(const QUrl &file);
     // A refresh, a room load or an action has finished (for tests and the screenshot).
     void refreshed();
@@ -163,12 +202,16 @@ private:
     [[nodiscard]] static Preview previewOf(const QList<TarnMessage> &messages, qint64 unread);
     QCoro::Task<> loadPreviews(QList<TarnRoom> rooms);
     QCoro::Task<> olderTask();
-    QCoro::Task<> downloadTask(QString room, QString fileId, QString name);
+    // The attachment saved in the cache, or nothing (the reason is shown).
+    QCoro::Task<std::optional<QUrl>> downloadTask(QString room, QString fileId, QString name);
+    QCoro::Task<> openTask(QString room, QString fileId, QString name);
+    QCoro::Task<> imageTask(QString room, QString fileId, QString name);
     QCoro::Task<> gifTask(QString room, ChatDraftFile gif);
     QCoro::Task<> sendTask(QString room, QString body, QString nonce, QList<ChatDraftFile> files);
     QCoro::Task<> replyTask(QString room, QString parent, QString body);
     QCoro::Task<> loadThread(QString room, QString parent);
     QCoro::Task<> replaceTask(QCoro::Task<TarnMessage> call);
+    QCoro::Task<> editTask(QString id, QCoro::Task<TarnMessage> call);
     QCoro::Task<> searchTask(QString text);
     QCoro::Task<> createTask(QCoro::Task<TarnCreatedID> call);
     QCoro::Task<> settingsTask(QString room);
@@ -216,6 +259,12 @@ private:
     QString m_retryNonce;
     QString m_retryRoom;
     QString m_retrySignature;
+
+    QString m_editingId;
+    QString m_editText;
+    QString m_selectedKind;
+    // Fetched or being fetched (an empty value) for the timeline.
+    QVariantMap m_imageFiles;
 
     QString m_search;
     QString m_createMode;

@@ -41,6 +41,7 @@ class TestChatScreen : public QObject {
 private slots:
     void initTestCase();
     void sendsByKeyboard();
+    void editsInPlace();
     void repliesInTheThread();
     void searchReplacesTheRoomList();
     void gifCommandShowsThePicker();
@@ -48,6 +49,7 @@ private slots:
     void stagedFilesShowAndGo();
     void choosingARoomOpensItAndPagesBack();
     void createsChannelFromTheSheet();
+    void channelSettingsArchiveAfterAsking();
     void cleanupTestCase();
 
 private:
@@ -135,6 +137,36 @@ void TestChatScreen::sendsByKeyboard()
     QVERIFY(chat->errorText().isEmpty());
 }
 
+// Follows the message sent above, the owner's own.
+void TestChatScreen::editsInPlace()
+{
+    const QString id = chat->timeline()->rows().last().message.id;
+    const auto editor = [this] {
+        const QList<QQuickItem *> editors = tarnNamedItems(window.contentItem(), u"chatEditor"_s);
+        const auto open = std::find_if(editors.begin(), editors.end(), [](QQuickItem *e) { return e->isVisible(); });
+        return open == editors.end() ? nullptr : *open;
+    };
+    QVERIFY(!editor());
+    chat->beginEdit(id);
+    QTRY_VERIFY(editor() && editor()->hasActiveFocus());
+    QCOMPARE(editor()->property("text").toString(), u"first line\nsecond line"_s);
+
+    // Escape leaves the message as it was.
+    type(window, " and more"_L1);
+    QCOMPARE(chat->editText(), u"first line\nsecond line and more"_s);
+    QTest::keyClick(&window, Qt::Key_Escape);
+    QTRY_VERIFY(!editor());
+    QVERIFY(chat->editingId().isEmpty());
+    QVERIFY(texts(u"chatBody"_s).contains(u"first line\nsecond line"_s));
+
+    chat->beginEdit(id);
+    QTRY_VERIFY(editor() && editor()->hasActiveFocus());
+    type(window, "!"_L1);
+    QTest::keyClick(&window, Qt::Key_Return);
+    QTRY_VERIFY_WITH_TIMEOUT(texts(u"chatBody"_s).contains(u"first line\nsecond line!"_s), 10000);
+    QVERIFY(!editor());
+}
+
 void TestChatScreen::stagedFilesShowAndGo()
 {
     QVERIFY(!shown(u"chatSend"_s)->isEnabled());
@@ -205,6 +237,24 @@ void TestChatScreen::createsChannelFromTheSheet()
     QTRY_COMPARE(shown(u"chatRoomTitle"_s)->property("text").toString(), u"# launch-plans"_s);
     QVERIFY(!shown(u"newChannelName"_s));
     QVERIFY(chat->errorText().isEmpty());
+}
+
+// Follows the channel made above.
+void TestChatScreen::channelSettingsArchiveAfterAsking()
+{
+    const QString room = chat->selectedRoom();
+    QTRY_VERIFY(shown(u"chatRoomSettings"_s));
+    QMetaObject::invokeMethod(shown(u"chatRoomSettings"_s), "clicked");
+    // The sheet shows the channel once its settings have loaded.
+    QTRY_VERIFY_WITH_TIMEOUT(shown(u"roomSettingsName"_s), 10000);
+    QCOMPARE(shown(u"roomSettingsName"_s)->property("text").toString(), u"launch-plans"_s);
+    QMetaObject::invokeMethod(shown(u"roomSettingsArchive"_s), "clicked");
+    QTRY_VERIFY(shown(u"sheetConfirm"_s));
+    QVERIFY(chat->selectedRoom() == room);
+    QMetaObject::invokeMethod(shown(u"sheetConfirm"_s), "clicked");
+    QTRY_VERIFY_WITH_TIMEOUT(chat->selectedRoom() != room, 10000);
+    const QList<ChatRoomRow> &rooms = chat->rooms()->rows();
+    QVERIFY(std::none_of(rooms.begin(), rooms.end(), [&room](const ChatRoomRow &r) { return r.room.id == room; }));
 }
 
 void TestChatScreen::repliesInTheThread()

@@ -46,6 +46,7 @@ private slots:
     void rows();
     void dayLabels_data();
     void dayLabels();
+    void timeLabels_data();
     void timeLabels();
 };
 
@@ -165,11 +166,24 @@ void TestChatTimeline::dayLabels()
     QCOMPARE(MessagesTime::dayLabel(date, at("2024-03-05T12:00:00Z"), english), label);
 }
 
+void TestChatTimeline::timeLabels_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<QString>("label");
+    QTest::addRow("en_US") << QLocale(QLocale::English, QLocale::UnitedStates) << u"10:05 AM"_s;
+    QTest::addRow("de_DE") << QLocale(QLocale::German, QLocale::Germany) << u"10:05"_s;
+    // Its short style has seconds; a row never shows them.
+    QTest::addRow("C") << QLocale::c() << u"10:05"_s;
+}
+
 void TestChatTimeline::timeLabels()
 {
-    const QDateTime nine = at("2024-03-01T09:05:00Z");
-    QCOMPARE(MessagesTime::timeLabel(nine, QLocale(QLocale::English, QLocale::UnitedStates)), u"10:05 AM"_s);
-    QCOMPARE(MessagesTime::timeLabel(nine, QLocale(QLocale::German, QLocale::Germany)), u"10:05"_s);
+    QFETCH(QLocale, locale);
+    QFETCH(QString, label);
+    // Asked twice, so a format kept from another locale would show.
+    QCOMPARE(MessagesTime::timeLabel(at("2024-03-01T09:05:07Z"), locale), label);
+    QCOMPARE(MessagesTime::timeLabel(at("2024-03-01T09:05:07Z"), QLocale::c()), u"10:05"_s);
+    QCOMPARE(MessagesTime::timeLabel(at("2024-03-01T09:05:07Z"), locale), label);
 }
 
 QTEST_GUILESS_MAIN(TestChatTimeline)

@@ -8,15 +8,22 @@
 
 #include <QAbstractItemModelTester>
 #include <QFileInfo>
+#include <QImage>
+#include <QMimeData>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// Fills pasted or dropped data, given a local file it may refer to.
+using Fill = std::function<void(QMimeData &, const QString &)>;
 
 QStringList bodies(const NativeChatTimelineModel &model)
 {
@@ -39,7 +46,11 @@ private slots:
     void refreshThatChangesNothingTouchesNoRow();
     void retriedSendStoresOnce();
     void threadsReactionsAndSearch();
+    void editKeepsARefusedEdit();
     void createdRoomOpens();
+    void roomSettingsKeepUnofferedMembers();
+    void pastedAndDroppedFilesStage_data();
+    void pastedAndDroppedFilesStage();
     void oversizedFileIsRefusedByName();
     void gifCommandOpensThePicker();
     void failuresKeepWhatIsShown();
@@ -221,6 +232,46 @@ void TestChatView::threadsReactionsAndSearch()
     QCOMPARE(view->searchHits()->rowCount(), 0);
 }
 
+void TestChatView::editKeepsARefusedEdit()
+{
+    const QString room = view->selectedRoom();
+    const QList<ChatTimelineRow> &rows = view->timeline()->rows();
+    const auto others = std::find_if(
+        rows.begin(), rows.end(), [](const ChatTimelineRow &r) { return r.message.user_id != "p-maren"_L1; });
+    QVERIFY(others != rows.end());
+    view->beginEdit(others->message.id);
+    QVERIFY(view->editingId().isEmpty());
+
+    view->setComposerText(u"to be edited"_s);
+    view->send();
+    QVERIFY(waitFor(SIGNAL(actionFinished())));
+    const TarnMessage mine = view->timeline()->rows().last().message;
+    view->beginEdit(mine.id);
+    QCOMPARE(view->editText(), u"to be edited"_s);
+    view->setEditText(u"my edit"_s);
+
+    // Another window's edit reaches the service first.
+    QString id = mine.id;
+    QString in = room;
+    tarnWaitFor(TarnChatCalls::editMessage(
+        *api, std::move(id), std::move(in), u"edited elsewhere"_s, mine.version.value_or(0)));
+    view->saveEdit();
+    QVERIFY(waitFor(SIGNAL(actionFinished())));
+    QVERIFY(view->errorText().contains(u"changed"_s));
+    QCOMPARE(view->editingId(), mine.id);
+    QCOMPARE(view->editText(), u"my edit"_s);
+    QCOMPARE(bodies(*view->timeline()).last(), u"to be edited"_s);
+
+    view->refresh();
+    QVERIFY(waitFor(SIGNAL(refreshed())));
+    QCOMPARE(bodies(*view->timeline()).last(), u"edited elsewhere"_s);
+    view->saveEdit();
+    QVERIFY(waitFor(SIGNAL(actionFinished())));
+    QVERIFY(view->editingId().isEmpty());
+    QVERIFY(view->errorText().isEmpty());
+    QCOMPARE(bodies(*view->timeline()).last(), u"my edit"_s);
+}
+
 void TestChatView::createdRoomOpens()
 {
     navigation->setChatCreate(TarnChatCreateRequest { u"channel"_s, u"request-1"_s });
@@ -236,6 +287,90 @@ void TestChatView::createdRoomOpens()
     QCOMPARE(view->selectedRoom(), created->room.id);
     QCOMPARE(view->timeline()->rowCount(), 0);
     QCOMPARE(settings->value(NativeChatView::lastRoomKey + u"p-maren"_s).toString(), created->room.id);
+}
+
+// Follows the room made above: private, with Tomas.
+void TestChatView::roomSettingsKeepUnofferedMembers()
+{
+    const QString room = view->selectedRoom();
+    QCOMPARE(view->selectedKind(), u"channel"_s);
+    view->loadRoomSettings();
+    QVERIFY(waitFor(SIGNAL(actionFinished())));
+    QCOMPARE(view->roomSettings().value(u"id"_s).toString(), room);
+    QVERIFY(view->roomSettings().value(u"members"_s).toStringList().contains(u"p-tomas"_s));
+
+    // Tomas out, another in; the owner is not offered and stays.
+    const QVariantList people = view->people();
+    const auto other = std::find_if(
+        people.begin(), people.end(), [](const QVariant &p) { return p.toMap().value(u"id"_s) != "p-tomas"_L1; });
+    QVERIFY(other != people.end());
+    const QString newcomer = other->toMap().value(u"id"_s).toString();
+    view->saveRoomSettings(u" launch-plans "_s, false, false, { newcomer });
+    QVERIFY(waitFor(SIGNAL(actionFinished())));
+    const TarnRoomSettings saved = tarnWaitFor(TarnChatCalls::roomSettings(*api, room));
+    QCOMPARE(saved.name, u"launch-plans"_s);
+    QVERIFY(!saved.private_);
+    QStringList members = saved.members;
+    members.sort();
+    QStringList expected { newcomer, u"p-maren"_s };
+    expected.sort();
+    QCOMPARE(members, expected);
+
+    // Archived, it leaves the list and another room opens.
+    view->loadRoomSettings();
+    QVERIFY(waitFor(SIGNAL(actionFinished())));
+    view->saveRoomSettings(u"launch-plans"_s, false, true, { newcomer });
+    QVERIFY(waitFor(SIGNAL(actionFinished())));
+    const QList<ChatRoomRow> &rooms = view->rooms()->rows();
+    QVERIFY(std::none_of(rooms.begin(), rooms.end(), [&room](const ChatRoomRow &r) { return r.room.id == room; }));
+    QVERIFY(!view->selectedRoom().isEmpty());
+    QVERIFY(view->selectedRoom() != room);
+}
+
+void TestChatView::pastedAndDroppedFilesStage_data()
+{
+    struct Row {
+        const char *name;
+        Fill fill;
+        bool taken;
+        QString staged;
+    };
+    const Row rows[] = {
+        { "local file", [](QMimeData &d, const QString &f) { d.setUrls({ QUrl::fromLocalFile(f) }); }, true,
+            u"plan.txt"_s },
+        { "raw image", [](QMimeData &d, const QString &) { d.setImageData(QImage(4, 4, QImage::Format_RGB32)); }, true,
+            u"pasted-image.png"_s },
+        // A web address is text to paste, not a file.
+        { "remote address", [](QMimeData &d, const QString &) { d.setUrls({ QUrl(u"https://example.org/a.png"_s) }); },
+            false, QString() },
+        { "plain text", [](QMimeData &d, const QString &) { d.setText(u"just words"_s); }, false, QString() },
+    };
+    QTest::addColumn<Fill>("fill");
+    QTest::addColumn<bool>("taken");
+    QTest::addColumn<QString>("staged");
+    for (const Row &row : rows)
+        QTest::addRow("%s", row.name) << row.fill << row.taken << row.staged;
+}
+
+void TestChatView::pastedAndDroppedFilesStage()
+{
+    QFETCH(Fill, fill);
+    QFETCH(bool, taken);
+    QFETCH(QString, staged);
+    for (const QVariant &file : view->stagedFiles())
+        view->unstageFile(file.toMap().value(u"id"_s).toString());
+    QFile plan(client.folder.filePath(u"plan.txt"_s));
+    QVERIFY(plan.open(QIODevice::WriteOnly));
+    plan.write("the plan");
+    plan.close();
+
+    QMimeData data;
+    fill(data, plan.fileName());
+    QCOMPARE(view->stageMime(data), taken);
+    QStringList names;
+    for (const QVariant &file : view->stagedFiles())
+        names.append(file.toMap().value(u"name"_s).toString());
+    QCOMPARE(names, staged.isEmpty() ? QStringList() : QStringList { staged });
 }
 
 void TestChatView::oversizedFileIsRefusedByName()
@@ -299,6 +434,16 @@ void TestChatView::gifCommandOpensThePicker()
     QCOMPARE(QFileInfo(saved).fileName(), u"happy-cat.gif"_s);
     QVERIFY(saved.open(QIODevice::ReadOnly));
     QCOMPARE(saved.readAll(), QByteArray("GIF89a-whole"));
+
+    // An image is fetched once for the timeline to draw inline.
+    QSignalSpy images(view.get(), &NativeChatView::imageFilesChanged);
+    view->fetchImage(sent.id, sent.attachments.first().id);
+    view->fetchImage(sent.id, sent.attachments.first().id);
+    QVERIFY(images.wait(10000));
+    QCOMPARE(images.count(), 1);
+    QFile drawn(view->imageFiles().value(sent.attachments.first().id).toUrl().toLocalFile());
+    QVERIFY(drawn.open(QIODevice::ReadOnly));
+    QCOMPARE(drawn.readAll(), QByteArray("GIF89a-whole"));
 }
 
 // Last: the signed-out answer ends the session.

@@ -212,12 +212,6 @@ bool add(WorkspaceServer &server, QString *error)
         return WorkspaceReply { 200, "application/octet-stream"_ba, std::get<ChatStore::File>(file).data, {} };
     });
 
-    // This workspace has no GIF provider.
-    router.add("GET", u"/api/gifs"_s, Access::Session, [](const WorkspaceRequest &) {
-        return WorkspaceReply::json(QJsonObject { { u"configured"_s, false }, { u"results"_s, QJsonArray() },
-            { u"message"_s, u"GIFs are not set up for this workspace."_s } });
-    });
-
     if (server.options().testFaults) {
         router.add(
             "POST", u"/api/test/rooms/:room/messages"_s, Access::Public,

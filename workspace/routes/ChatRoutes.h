@@ -4,7 +4,7 @@
 
 class WorkspaceServer;
 
-// The chat endpoints under "/api/rooms", "/api/team" and "/api/gifs", and
+// The chat endpoints under "/api/rooms" and "/api/team", and
 // with "--test-faults" "POST /api/test/rooms/:room/messages", which posts as
 // another person.
 namespace ChatRoutes {

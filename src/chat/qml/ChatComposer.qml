@@ -93,6 +93,11 @@ ColumnLayout {
                 Accessible.name: composer.placeholder
                 Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
                 Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+                // Files and images on the clipboard are attached; text pastes as text.
+                Keys.onPressed: event => {
+                    if (!composer.inThread && event.matches(StandardKey.Paste) && composer.chat.pasteFiles())
+                        event.accepted = true
+                }
                 Keys.onReturnPressed: event => composer.keyReturn(event)
                 Keys.onEnterPressed: event => composer.keyReturn(event)
                 background: Rectangle {
@@ -106,6 +111,17 @@ ColumnLayout {
                     forceActiveFocus()
                 }
                 onTextChanged: if (!composer.inThread && text !== composer.chat.composerText) composer.chat.composerText = text
+
+                // Files dropped here are attached as if chosen; dropped text is text.
+                DropArea {
+                    enabled: !composer.inThread && input.enabled
+                    anchors.fill: parent
+                    onEntered: drag => drag.accepted = drag.hasUrls
+                    onDropped: drop => {
+                        if (composer.chat.stageUrls(drop.urls) > 0)
+                            drop.accept(Qt.CopyAction)
+                    }
+                }
             }
         }
 

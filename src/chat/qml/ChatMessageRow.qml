@@ -25,12 +25,24 @@ ColumnLayout {
     required property string timeLabel
     // A thread's rows offer no thread of their own.
     property bool inThread: false
+    // One's own messages can be edited and deleted; an edit happens in place.
+    property bool mine: false
+    property bool editing: false
+    property string editText
+    // Image attachments fetched so far: file id to local file.
+    property var imageFiles: ({})
 
     signal threadRequested(string messageId)
     signal reactionToggled(string messageId, string emoji)
     signal savedToggled(string messageId)
     signal deleteRequested(string messageId)
     signal attachmentOpened(string messageId, string fileId)
+    signal imageWanted(string messageId, string fileId)
+    signal reactionsRequested(string messageId, Item anchor)
+    signal editRequested(string messageId)
+    signal editTextEdited(string text)
+    signal editSaved()
+    signal editCancelled()
 
     readonly property real avatarSize: 36
     spacing: 0
@@ -118,7 +130,7 @@ ColumnLayout {
 
                 Text {
                     objectName: "chatBody"
-                    visible: text.length > 0
+                    visible: text.length > 0 && !row.editing
                     text: row.deleted ? qsTr("This message was deleted.") : row.body
                     font.pixelSize: Theme.type.body
                     font.italic: row.deleted
@@ -128,17 +140,45 @@ ColumnLayout {
                     Layout.fillWidth: true
                 }
 
+                // Made only while editing, as the actions below only while hovered:
+                // a long timeline scrolls without making them for every row.
+                Loader {
+                    active: row.editing
+                    visible: active
+                    Layout.fillWidth: true
+                    sourceComponent: ChatMessageEditor {}
+                    onLoaded: {
+                        const editor = item as ChatMessageEditor
+                        editor.text = row.editText
+                        editor.cursorPosition = editor.length
+                        editor.forceActiveFocus()
+                        editor.textChanged.connect(() => {
+                            if (row.editing && editor.text !== row.editText)
+                                row.editTextEdited(editor.text)
+                        })
+                        editor.saved.connect(row.editSaved)
+                        editor.cancelled.connect(row.editCancelled)
+                    }
+                }
+                Text {
+                    visible: row.editing
+                    text: qsTr("Enter saves · Escape cancels")
+                    font.pixelSize: Theme.type.footnote
+                    color: Theme.colours.tertiaryText
+                }
+
                 // Its delegates see only their own data: the row hears their clicks.
                 Repeater {
                     model: row.deleted ? [] : row.attachments
-                    onItemAdded: (index, item) => item.clicked.connect(
-                                     () => row.attachmentOpened(row.messageId, row.attachments[index].id))
-                    delegate: ActionButton {
-                        required property var modelData
-                        kind: ActionButton.Secondary
-                        symbol: modelData.isImage ? "photo.on.rectangle.angled" : "doc.text"
-                        text: modelData.name + " · " + Math.max(1, Math.round(modelData.size / 1024)) + " KB"
+                    onItemAdded: (index, item) => {
+                        const file = item as ChatAttachment
+                        const id = row.attachments[index].id
+                        file.clicked.connect(() => row.attachmentOpened(row.messageId, id))
+                        file.image = Qt.binding(() => row.imageFiles[id] || "")
+                        if (row.attachments[index].isImage)
+                            row.imageWanted(row.messageId, id)
                     }
+                    delegate: ChatAttachment {}
                 }
 
                 Flow {
@@ -166,37 +206,21 @@ ColumnLayout {
                 }
             }
 
-            // What can be done with a message, shown while the pointer is over it.
-            RowLayout {
-                visible: hover.hovered && !row.deleted
-                spacing: 0
+            Loader {
+                active: hover.hovered && !row.deleted && !row.editing
+                visible: active
                 Layout.alignment: Qt.AlignTop
-                IconButton {
-                    symbol: "checkmark"
-                    iconSize: 16
-                    text: qsTr("React with 👍")
-                    onClicked: row.reactionToggled(row.messageId, "👍")
-                }
-                IconButton {
-                    visible: !row.inThread
-                    symbol: "arrow.uturn.backward"
-                    iconSize: 16
-                    text: qsTr("Reply in thread")
-                    onClicked: row.threadRequested(row.messageId)
-                }
-                IconButton {
-                    symbol: "bell"
-                    iconSize: 16
-                    lit: row.saved
-                    text: row.saved ? qsTr("Remove from saved") : qsTr("Save")
-                    onClicked: row.savedToggled(row.messageId)
-                }
-                IconButton {
-                    objectName: "deleteMessage"
-                    symbol: "trash"
-                    iconSize: 16
-                    text: qsTr("Delete message")
-                    onClicked: row.deleteRequested(row.messageId)
+                sourceComponent: ChatMessageActions {}
+                onLoaded: {
+                    const bar = item as ChatMessageActions
+                    bar.inThread = Qt.binding(() => row.inThread)
+                    bar.saved = Qt.binding(() => row.saved)
+                    bar.mine = Qt.binding(() => row.mine)
+                    bar.reactRequested.connect(anchor => row.reactionsRequested(row.messageId, anchor))
+                    bar.threadRequested.connect(() => row.threadRequested(row.messageId))
+                    bar.savedToggled.connect(() => row.savedToggled(row.messageId))
+                    bar.editRequested.connect(() => row.editRequested(row.messageId))
+                    bar.deleteRequested.connect(() => row.deleteRequested(row.messageId))
                 }
             }
         }

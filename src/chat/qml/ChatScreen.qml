@@ -47,6 +47,11 @@ Pane {
     ChatGifPicker {
         chat: screen.chat
     }
+
+    ChatRoomSettingsSheet {
+        id: roomSettings
+        chat: screen.chat
+    }
     Component.onDestruction: chat.disappear()
 
     // Nothing is marked read while the window is in the background.
@@ -80,15 +85,26 @@ Pane {
             Layout.fillHeight: true
             Layout.margins: Theme.spacing.m
 
-            Text {
-                objectName: "chatRoomTitle"
+            RowLayout {
                 visible: screen.chat.selectedRoom.length > 0
-                text: roomList.selectedName
-                font.pixelSize: Theme.type.title3
-                font.weight: Font.DemiBold
-                color: Theme.colours.text
-                elide: Text.ElideRight
+                spacing: Theme.spacing.s
                 Layout.fillWidth: true
+                Text {
+                    objectName: "chatRoomTitle"
+                    text: roomList.selectedName
+                    font.pixelSize: Theme.type.title3
+                    font.weight: Font.DemiBold
+                    color: Theme.colours.text
+                    elide: Text.ElideRight
+                    Layout.fillWidth: true
+                }
+                IconButton {
+                    objectName: "chatRoomSettings"
+                    visible: screen.chat.selectedKind === "channel"
+                    symbol: "gearshape"
+                    text: qsTr("Channel settings")
+                    onClicked: roomSettings.open()
+                }
             }
 
             ErrorBanner {

@@ -19,6 +19,8 @@ ListView {
     clip: true
     spacing: 0
     boundsBehavior: Flickable.StopAtBounds
+    // Rows scrolled out are used again for the rows scrolled in.
+    reuseItems: true
     ScrollBar.vertical: ScrollBar {}
 
     header: Item { implicitHeight: Theme.spacing.xl }
@@ -30,11 +32,30 @@ ListView {
 
         width: ListView.view.width
         inThread: list !== null && list.inThread
+        mine: list !== null && userId === list.chat.me
+        editing: list !== null && messageId === list.chat.editingId
+        editText: editing ? list.chat.editText : ""
+        onEditRequested: id => list.chat.beginEdit(id)
+        onEditTextEdited: text => list.chat.editText = text
+        onEditSaved: list.chat.saveEdit()
+        onEditCancelled: list.chat.cancelEdit()
+        onReactionsRequested: (id, anchor) => list.chooseReaction(id, anchor)
         onThreadRequested: id => list.chat.openThread(id)
         onReactionToggled: (id, emoji) => list.chat.toggleReaction(id, emoji)
         onSavedToggled: id => list.chat.toggleSaved(id)
         onDeleteRequested: id => list.confirmDelete(id)
         onAttachmentOpened: (id, fileId) => list.chat.openAttachment(id, fileId)
+        imageFiles: list !== null ? list.chat.imageFiles : ({})
+        onImageWanted: (id, fileId) => list.chat.fetchImage(id, fileId)
+    }
+
+    function chooseReaction(id, anchor) {
+        reactions.messageId = id
+        const at = anchor.mapToItem(timeline, 0, anchor.height)
+        reactions.x = Math.max(0, Math.min(at.x - reactions.implicitWidth + anchor.width,
+                                           timeline.width - reactions.implicitWidth))
+        reactions.y = at.y
+        reactions.open()
     }
 
     function confirmDelete(id) {
@@ -64,6 +85,25 @@ ListView {
         anchors.horizontalCenter: parent.horizontalCenter
     }
 
+    // Older messages paged in at the top leave the reader where they were,
+    // so the view does not jump and reaching the top again pages further.
+    // The list sees the new rows after this signal, so it moves a turn later.
+    Connections {
+        target: timeline.model
+        function onRowsInserted(parent, first, last) {
+            if (first === 0 && timeline.count > 0 && timeline.atYBeginning) {
+                keepPlace.row = last + 1
+                keepPlace.restart()
+            }
+        }
+    }
+    Timer {
+        id: keepPlace
+        property int row
+        interval: 0
+        onTriggered: timeline.positionViewAtIndex(row, ListView.Beginning)
+    }
+
     Connections {
         target: timeline.chat
         function onSelectedRoomChanged() {
@@ -71,6 +111,36 @@ ListView {
         }
         function onThreadChanged() {
             timeline.following = true
+        }
+    }
+
+    // A few common emoji; those already on a message toggle from its row.
+    Popup {
+        id: reactions
+        property string messageId
+        objectName: "chatReactionPicker"
+        padding: Theme.spacing.xs
+        background: Rectangle {
+            radius: Theme.radii.large
+            color: Theme.colours.raised
+            border.width: 1
+            border.color: Theme.colours.separator
+        }
+        contentItem: Row {
+            spacing: 2
+            Repeater {
+                model: timeline.chat.quickReactions
+                onItemAdded: (index, item) => item.clicked.connect(() => {
+                    timeline.chat.toggleReaction(reactions.messageId, timeline.chat.quickReactions[index])
+                    reactions.close()
+                })
+                delegate: ToolButton {
+                    required property string modelData
+                    text: modelData
+                    font.pixelSize: Theme.type.title3
+                    Accessible.name: qsTr("React with %1").arg(modelData)
+                }
+            }
         }
     }
 

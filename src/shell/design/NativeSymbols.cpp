@@ -90,6 +90,9 @@ constexpr Symbol symbolRows[] {
     { "circle.lefthalf.filled"_L1, "brightness_medium"_L1, 0xe1ae },
     { "bell"_L1, "notifications_none"_L1, 0xe7f5 },
     { "paperplane"_L1, "send"_L1, 0xe163 },
+    { "pencil"_L1, "edit"_L1, 0xe3c9 },
+    { "face.smiling"_L1, "mood"_L1, 0xe7f2 },
+    { "bookmark"_L1, "bookmark_border"_L1, 0xe867 },
 };
 
 } // namespace
