@@ -267,8 +267,8 @@ void TestChatCalls::resentNonceStoresOneMessage()
 {
     const QString room = channel(u"retries"_s);
     const QString nonce = u"nonce-cut-1"_s;
-    // The network layer resends a request once on its own when a reused
-    // connection closes, so both of its attempts are cut; each was stored.
+    // Every answer is cut, the network layer's own resend's too: the send
+    // fails although the message was stored, and a later retry is a new call.
     workspace->setFault(QJsonObject { { u"method"_s, u"POST"_s }, { u"path"_s, u"/api/rooms/%1/messages"_s.arg(room) },
         { u"cut"_s, true }, { u"times"_s, 0 } });
     QVERIFY(!failureOf(TarnChatCalls::send(*api, u"once"_s, room, nonce)).isEmpty());
