@@ -10,6 +10,7 @@
 #include "workspace/routes/BooksRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
+#include "workspace/routes/MailRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
@@ -126,6 +127,8 @@ bool WorkspaceServer::start(QString *error)
     GoogleRoutes::add(*this);
     AgentRoutes::add(*this);
     if (!ChatRoutes::add(*this, error))
+        return false;
+    if (!MailRoutes::add(*this, error))
         return false;
     PaymentsRoutes::add(*this);
     // After the terminal: the books link to its invoices and payments.
