@@ -27,6 +27,8 @@ private slots:
     void millis();
     void nextSelection_data();
     void nextSelection();
+    void leaves_data();
+    void leaves();
     void proxyPaths_data();
     void proxyPaths();
     void attachmentLimits_data();
@@ -113,6 +115,36 @@ void TestMailRecords::nextSelection()
     QFETCH(Ids, after);
     QFETCH(Selection, expected);
     QCOMPARE(TarnMailAction::nextSelection(current, before, after), expected);
+}
+
+void TestMailRecords::leaves_data()
+{
+    QTest::addColumn<TarnMailAction>("action");
+    QTest::addColumn<QStringList>("leavesViews");
+
+    using K = TarnMailAction::Kind;
+    const auto simple = [](K kind) { return TarnMailAction::simple(kind); };
+    QTest::addRow("done") << simple(K::Done) << QStringList { u"inbox"_s, u"snoozed"_s };
+    QTest::addRow("trash") << simple(K::Trash)
+                           << QStringList { u"inbox"_s, u"starred"_s, u"sent"_s, u"snoozed"_s, u"done"_s, {} };
+    QTest::addRow("untrash") << simple(K::Untrash) << QStringList { u"trash"_s };
+    QTest::addRow("back to the inbox") << simple(K::Inbox) << QStringList { u"snoozed"_s, u"done"_s, u"trash"_s };
+    QTest::addRow("snooze") << TarnMailAction::snooze(1) << QStringList { u"inbox"_s, u"done"_s, u"trash"_s };
+    QTest::addRow("pin") << simple(K::Pin) << QStringList();
+    QTest::addRow("label") << TarnMailAction::label(u"l"_s, true) << QStringList();
+}
+
+void TestMailRecords::leaves()
+{
+    QFETCH(TarnMailAction, action);
+    QFETCH(QStringList, leavesViews);
+    // The empty view is a search's results.
+    const QStringList views { u"inbox"_s, u"starred"_s, u"sent"_s, u"snoozed"_s, u"done"_s, u"trash"_s, {} };
+    QStringList left;
+    for (const QString &view : views)
+        if (action.leaves(view))
+            left.append(view);
+    QCOMPARE(left, leavesViews);
 }
 
 void TestMailRecords::proxyPaths_data()

@@ -96,19 +96,10 @@ bool plantNotices(MailStore &mail, const QString &owner, const MailStore::Person
         const QString thread = mail.addThread({ .owner = owner,
             .subject = subject,
             .category = u"updates"_s,
-            .folder = i < 20 ? u"inbox"_s : u"done"_s,
-            .starred = false,
-            .pinned = false,
-            .snoozedUntil = std::nullopt,
-            .labels = {} });
-        const MailStore::NewMessage notice { .from = shop,
-            .to = { me },
-            .cc = {},
-            .dateMs = at - (6'000 + i * 720) * minute,
-            .text = text,
-            .html = std::nullopt,
-            .unread = false,
-            .attachments = {} };
+            .folder = i < 20 ? u"inbox"_s : u"done"_s });
+        const MailStore::NewMessage notice {
+            .from = shop, .to = { me }, .cc = {}, .dateMs = at - (6'000 + i * 720) * minute, .text = text
+        };
         if (thread.isEmpty() || mail.addMessage(thread, notice, false).isEmpty())
             return false;
     }
@@ -171,11 +162,7 @@ bool plant(MailStore &mail, const WorkspaceStore &store)
     const QString issue = mail.addThread({ .owner = owner,
         .subject = u"The Glaze Letter: the year in glazes (archive issue)"_s,
         .category = u"promotions"_s,
-        .folder = u"inbox"_s,
-        .starred = false,
-        .pinned = false,
-        .snoozedUntil = std::nullopt,
-        .labels = {} });
+        .folder = u"inbox"_s });
     const MailStore::NewMessage archive { .from = { u"The Glaze Letter"_s, u"hello@glazeletter.example"_s },
         .to = { me },
         .cc = {},
@@ -217,11 +204,7 @@ bool plant(MailStore &mail, const WorkspaceStore &store)
         const QString thread = mail.addThread({ .owner = person.id,
             .subject = u"Studio hours over the holidays"_s,
             .category = u"primary"_s,
-            .folder = u"inbox"_s,
-            .starred = false,
-            .pinned = false,
-            .snoozedUntil = std::nullopt,
-            .labels = {} });
+            .folder = u"inbox"_s });
         const MailStore::NewMessage note { .from = me,
             .to = { { person.name, person.email } },
             .cc = {},

@@ -1,5 +1,7 @@
 #include "workspace/routes/MailStore.h"
 
+#include "workspace/routes/BooksSql.h"
+
 #include <QDateTime>
 #include <QJsonDocument>
 #include <QRandomGenerator>
@@ -7,7 +9,6 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QUuid>
 #include <QVariant>
 
 using namespace Qt::StringLiterals;
@@ -54,11 +55,6 @@ constexpr auto sortKey = "MAX(t.last_ms, COALESCE(t.snoozed_until, 0))"_L1;
 qint64 now()
 {
     return QDateTime::currentMSecsSinceEpoch();
-}
-
-QString newId(QLatin1StringView prefix)
-{
-    return prefix + QUuid::createUuid().toString(QUuid::Id128).left(16);
 }
 
 bool run(QSqlQuery &q)
@@ -234,7 +230,7 @@ QJsonObject MailStore::status(const QString &me) const
 
 QString MailStore::addThread(const NewThread &thread, const QString &conversation)
 {
-    const QString id = newId("thr-"_L1);
+    const QString id = BooksSql::newID("thr-"_L1);
     QSqlQuery q = prepare(u"INSERT INTO mail_threads (id, person_id, conversation, subject, category, folder,"
                           " starred, pinned, snoozed_until) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"_s);
     q.addBindValue(id);
@@ -259,7 +255,7 @@ QString MailStore::addThread(const NewThread &thread, const QString &conversatio
 
 QString MailStore::addMessage(const QString &thread, const NewMessage &message, bool outgoing)
 {
-    const QString id = newId("msg-"_L1);
+    const QString id = BooksSql::newID("msg-"_L1);
     QSqlQuery q = prepare(u"INSERT INTO mail_messages (id, thread_id, position, from_name, from_email, to_json,"
                           " cc_json, date_ms, text, html, unread, snippet, outgoing) VALUES (?, ?,"
                           " (SELECT COUNT(*) FROM mail_messages WHERE thread_id = ?), ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"_s);
@@ -312,7 +308,7 @@ bool MailStore::addDraft(const QString &person, const Draft &draft)
     QSqlQuery q = prepare(u"INSERT INTO mail_reply_drafts (id, person_id, thread_id, message_id, from_name,"
                           " from_email, subject, preview, draft, status, created_ms)"
                           " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, 'ready', ?)"_s);
-    for (const QVariant &value : { QVariant(newId("drf-"_L1)), QVariant(person), QVariant(draft.threadId),
+    for (const QVariant &value : { QVariant(BooksSql::newID("drf-"_L1)), QVariant(person), QVariant(draft.threadId),
              QVariant(draft.messageId), QVariant(draft.from.name), QVariant(draft.from.email), QVariant(draft.subject),
              QVariant(draft.preview), QVariant(draft.draft), QVariant(draft.createdMs) })
         q.addBindValue(value);
@@ -671,7 +667,7 @@ MailStore::Result<QJsonObject> MailStore::queueSend(const QString &me, const QJs
             return Refusal { 500, u"The message could not be queued."_s };
         return QJsonObject { { u"queued"_s, true }, { u"sendId"_s, id }, { u"sendsAtMs"_s, sendsAt } };
     }
-    const QString id = newId("snd-"_L1);
+    const QString id = BooksSql::newID("snd-"_L1);
     QSqlQuery q = prepare(u"INSERT INTO mail_outbox (id, person_id, idempotency_key, state, sends_at, params)"
                           " VALUES (?, ?, ?, 'queued', ?, ?)"_s);
     q.addBindValue(id);
@@ -749,10 +745,7 @@ bool MailStore::deliver(const QString &sendId)
         .to = addressesIn(params.value("to"_L1)),
         .cc = addressesIn(params.value("cc"_L1)),
         .dateMs = now(),
-        .text = params.value("text"_L1).toString(),
-        .html = std::nullopt,
-        .unread = false,
-        .attachments = {} };
+        .text = params.value("text"_L1).toString() };
     for (const QJsonValue &item : params.value("attachments"_L1).toArray()) {
         const QJsonObject file = item.toObject();
         message.attachments.append(
@@ -774,14 +767,7 @@ bool MailStore::deliver(const QString &sendId)
             thread.clear();
     }
     if (thread.isEmpty()) {
-        thread = addThread({ .owner = sender,
-            .subject = subject,
-            .category = u"primary"_s,
-            .folder = u"sent"_s,
-            .starred = false,
-            .pinned = false,
-            .snoozedUntil = std::nullopt,
-            .labels = {} });
+        thread = addThread({ .owner = sender, .subject = subject, .category = u"primary"_s, .folder = u"sent"_s });
         conversation = thread;
     }
     if (thread.isEmpty() || addMessage(thread, message, true).isEmpty())
@@ -810,15 +796,9 @@ bool MailStore::deliver(const QString &sendId)
             back.addBindValue(theirs);
             run(back);
         } else {
-            theirs = addThread({ .owner = recipient,
-                                   .subject = subject,
-                                   .category = u"primary"_s,
-                                   .folder = u"inbox"_s,
-                                   .starred = false,
-                                   .pinned = false,
-                                   .snoozedUntil = std::nullopt,
-                                   .labels = {} },
-                conversation);
+            theirs
+                = addThread({ .owner = recipient, .subject = subject, .category = u"primary"_s, .folder = u"inbox"_s },
+                    conversation);
         }
         NewMessage copy = message;
         copy.unread = true;

@@ -41,9 +41,9 @@ public:
         QList<Person> cc;
         qint64 dateMs = 0;
         QString text;
-        std::optional<QString> html;
+        std::optional<QString> html {};
         bool unread = false;
-        QList<Attachment> attachments;
+        QList<Attachment> attachments {};
     };
     struct NewThread {
         QString owner; // person id
@@ -52,8 +52,8 @@ public:
         QString folder; // "inbox", "sent", "done" or "trash"
         bool starred = false;
         bool pinned = false;
-        std::optional<qint64> snoozedUntil;
-        QStringList labels; // label ids
+        std::optional<qint64> snoozedUntil {};
+        QStringList labels {}; // label ids
     };
     struct Draft {
         QString threadId;
