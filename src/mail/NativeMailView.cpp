@@ -51,6 +51,7 @@ NativeMailView::NativeMailView(TarnAPI &api, QObject *parent)
     , m_threads(new NativeMailThreadModel(this))
     , m_messages(new NativeMailMessageModel(this))
     , m_composer(new NativeMailComposer(api, {}, this))
+    , m_images(new NativeMailImages(api, this))
 {
     m_searchDelay.setSingleShot(true);
     m_searchDelay.setInterval(searchDelayMs);
@@ -282,6 +283,11 @@ QCoro::Task<> NativeMailView::threadTask(QString id, int generation)
                 .attachments = files });
         }
         m_messages->setRows(rows);
+        QHash<QString, QList<TarnMailHTML::AttachmentRef>> attachments;
+        for (const TarnMailMessage &message : m_thread->messages)
+            for (const TarnMailAttachment &file : message.attachments)
+                attachments[message.id].append({ file.id, file.name });
+        m_images->setThread(m_thread->id, attachments);
         // Opening reads it; the list says so without asking again.
         QList<MailThreadRow> cards = m_threads->rows();
         for (MailThreadRow &row : cards)
@@ -313,6 +319,10 @@ void NativeMailView::startParse(const TarnMailMessage &message, bool full)
         if (generation != m_threadGeneration)
             return;
         m_documents.insert(id, document);
+        QStringList remote;
+        for (const QUrl &url : document.remoteImageURLs())
+            remote.append(url.toString(QUrl::FullyEncoded));
+        m_images->sign(remote);
         m_messages->update(id, [&](MailMessageRow &row) {
             row.parsing = false;
             row.full = full;

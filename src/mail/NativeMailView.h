@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mail/NativeMailComposer.h"
+#include "mail/NativeMailImages.h"
 #include "mail/NativeMailMessageModel.h"
 #include "mail/NativeMailThreadModel.h"
 #include "mail/TarnMailAction.h"
@@ -48,6 +49,7 @@ class NativeMailView : public QObject {
     Q_PROPERTY(NativeMailMessageModel *messages READ messages CONSTANT)
     Q_PROPERTY(QVariantList replyDrafts READ replyDrafts NOTIFY replyDraftsChanged)
     Q_PROPERTY(NativeMailComposer *composer READ composer CONSTANT)
+    Q_PROPERTY(NativeMailImages *images READ images CONSTANT)
 
 public:
     static constexpr QLatin1StringView loadFailedTitle { "Mail didn’t load" };
@@ -85,6 +87,7 @@ public:
     [[nodiscard]] NativeMailMessageModel *messages() const { return m_messages; }
     [[nodiscard]] QVariantList replyDrafts() const;
     [[nodiscard]] NativeMailComposer *composer() const { return m_composer; }
+    [[nodiscard]] NativeMailImages *images() const { return m_images; }
 
     // The parsed document of a message of the open thread; null while parsing.
     [[nodiscard]] const TarnMailDocument *document(const QString &messageId) const;
@@ -150,6 +153,7 @@ private:
     NativeMailThreadModel *m_threads;
     NativeMailMessageModel *m_messages;
     NativeMailComposer *m_composer;
+    NativeMailImages *m_images;
     bool m_statusKnown = false;
     bool m_connected = false;
     QString m_email;

@@ -1,3 +1,4 @@
+#include "TarnWaitFor.h"
 #include "mail/MailTestClient.h"
 #include "mail/NativeMailView.h"
 #include "mail/TarnMailHTML.h"
@@ -47,6 +48,7 @@ private slots:
     void threadParsing_data();
     void threadParsing();
     void entireMessage();
+    void imagesThroughTheProxy();
     void actionsMoveTheSelection();
     void replyForwardAndDrafts();
     void savesAnAttachment();
@@ -216,6 +218,32 @@ void TestMailView::entireMessage()
     QVERIFY(open(u"Shelf labels"_s));
     QCOMPARE(view->messages()->rowCount(), 1);
     QVERIFY(!view->document(id));
+}
+
+void TestMailView::imagesThroughTheProxy()
+{
+    QVERIFY(open(u"The Glaze Letter: winter glazes that behave"_s));
+    const QString message = role(*view->messages(), 0, "messageId").toString();
+    QStringList loaded;
+    QStringList failed;
+    for (const QUrl &url : view->document(message)->remoteImageURLs()) {
+        const QString source = url.toString(QUrl::FullyEncoded);
+        const std::optional<QByteArray> bytes = tarnWaitFor(view->images()->load(message, source));
+        (bytes && bytes->startsWith("\x89PNG") ? loaded : failed).append(url.fileName());
+    }
+    QCOMPARE(loaded, QStringList({ u"masthead.png"_s, u"celadon.png"_s, u"tenmoku.png"_s }));
+    QCOMPARE(failed, QStringList { u"missing-footer.png"_s });
+    QCOMPARE(view->images()->failures(message), 1);
+    QCOMPARE(NativeMailView::imageFailureText(view->images()->failures(message)), u"1 image could not be loaded."_s);
+
+    QVERIFY(open(u"Re: Pop-up photos"_s));
+    const QString photos = role(*view->messages(), 0, "messageId").toString();
+    QCOMPARE(view->document(photos)->cidReferences(), QStringList { u"popup-table@halvard.example"_s });
+    const std::optional<QByteArray> inlined
+        = tarnWaitFor(view->images()->load(photos, u"cid:popup-table@halvard.example"_s));
+    QVERIFY(inlined && inlined->startsWith("\x89PNG"));
+    QVERIFY(!tarnWaitFor(view->images()->load(photos, u"cid:nothing@halvard.example"_s)));
+    QCOMPARE(view->images()->failures(photos), 1);
 }
 
 void TestMailView::actionsMoveTheSelection()
