@@ -74,8 +74,7 @@ QCoro::Task<std::optional<QByteArray>> NativeMailImages::load(QString messageId,
     if (const QByteArray *cached = m_bytes.object(key))
         co_return QByteArray(*cached);
     const bool inlined = source.startsWith("cid:"_L1, Qt::CaseInsensitive);
-    QCoro::Task<std::optional<QByteArray>> task
-        = inlined ? inlineImage(messageId, source.mid(4)) : remote(source);
+    QCoro::Task<std::optional<QByteArray>> task = inlined ? inlineImage(messageId, source.mid(4)) : remote(source);
     std::optional<QByteArray> bytes = co_await std::move(task);
     if (!self || generation != m_generation)
         co_return std::nullopt;
@@ -106,13 +105,11 @@ QCoro::Task<std::optional<QByteArray>> NativeMailImages::remote(QString url)
 
 QCoro::Task<std::optional<QByteArray>> NativeMailImages::inlineImage(QString messageId, QString contentId)
 {
-    const std::optional<QString> attachment
-        = TarnMailHTML::attachmentID(contentId, m_attachments.value(messageId));
+    const std::optional<QString> attachment = TarnMailHTML::attachmentID(contentId, m_attachments.value(messageId));
     if (!attachment)
         co_return std::nullopt;
     try {
-        QCoro::Task<TarnMailDownloadedFile> call
-            = TarnMailCalls::attachment(m_api, m_threadId, messageId, *attachment);
+        QCoro::Task<TarnMailDownloadedFile> call = TarnMailCalls::attachment(m_api, m_threadId, messageId, *attachment);
         const TarnMailDownloadedFile file = co_await std::move(call);
         co_return file.data();
     } catch (const TarnAPIError &) {
