@@ -234,6 +234,7 @@ void NativeMailView::setSelected(const std::optional<QString> &id)
 void NativeMailView::closeThread()
 {
     ++m_threadGeneration;
+    cancelLink();
     m_thread.reset();
     m_documents.clear();
     m_messages->setRows({});
@@ -374,6 +375,33 @@ QString NativeMailView::imageFailureText(int failed)
     if (failed <= 0)
         return {};
     return failed == 1 ? u"1 image could not be loaded."_s : u"%1 images could not be loaded."_s.arg(failed);
+}
+
+void NativeMailView::openLink(const QString &link)
+{
+    const LinkDecision decision = TarnMailHTML::linkDecision(QUrl(link, QUrl::StrictMode));
+    if (decision.kind() == LinkDecision::Kind::Open)
+        Q_EMIT openExternally(decision.url());
+    if (decision.kind() == LinkDecision::Kind::Confirm && decision.url() != m_pendingLink) {
+        m_pendingLink = decision.url();
+        Q_EMIT pendingLinkChanged();
+    }
+}
+
+void NativeMailView::confirmLink()
+{
+    const QUrl target = m_pendingLink;
+    cancelLink();
+    if (!target.isEmpty())
+        Q_EMIT openExternally(target);
+}
+
+void NativeMailView::cancelLink()
+{
+    if (!m_pendingLink.isEmpty()) {
+        m_pendingLink.clear();
+        Q_EMIT pendingLinkChanged();
+    }
 }
 
 void NativeMailView::saveAttachment(const QString &messageId, const QString &attachmentId, const QUrl &file)

@@ -50,6 +50,8 @@ class NativeMailView : public QObject {
     Q_PROPERTY(QVariantList replyDrafts READ replyDrafts NOTIFY replyDraftsChanged)
     Q_PROPERTY(NativeMailComposer *composer READ composer CONSTANT)
     Q_PROPERTY(NativeMailImages *images READ images CONSTANT)
+    // A link whose text named another site, waiting for the person's word.
+    Q_PROPERTY(QString pendingLink READ pendingLink NOTIFY pendingLinkChanged)
 
 public:
     static constexpr QLatin1StringView loadFailedTitle { "Mail didn’t load" };
@@ -88,6 +90,7 @@ public:
     [[nodiscard]] QVariantList replyDrafts() const;
     [[nodiscard]] NativeMailComposer *composer() const { return m_composer; }
     [[nodiscard]] NativeMailImages *images() const { return m_images; }
+    [[nodiscard]] QString pendingLink() const { return m_pendingLink.toString(); }
 
     // The parsed document of a message of the open thread; null while parsing.
     [[nodiscard]] const TarnMailDocument *document(const QString &messageId) const;
@@ -106,6 +109,12 @@ public:
     Q_INVOKABLE void setLabel(const QString &labelId, bool applied);
     Q_INVOKABLE void showEntireMessage(const QString &messageId);
     Q_INVOKABLE void toggleQuoted(const QString &messageId);
+    // A link of a message, as its run holds it: opened at once, held in
+    // pendingLink until confirmed when its text named another site, or
+    // refused.
+    Q_INVOKABLE void openLink(const QString &link);
+    Q_INVOKABLE void confirmLink();
+    Q_INVOKABLE void cancelLink();
     // Writes an attachment of the open thread to a file the person chose.
     Q_INVOKABLE void saveAttachment(const QString &messageId, const QString &attachmentId, const QUrl &file);
     Q_INVOKABLE void reply(bool all);
@@ -132,6 +141,9 @@ Q_SIGNALS:
     // An action on a thread or a draft has finished.
     void actionFinished();
     void attachmentSaved(const QUrl &file);
+    void pendingLinkChanged();
+    // For the desktop's browser; never fetched here.
+    void openExternally(const QUrl &url);
 
 private:
     QCoro::Task<> loadTask(int generation);
@@ -170,6 +182,7 @@ private:
     bool m_threadLoading = false;
     QHash<QString, TarnMailDocument> m_documents;
     QList<TarnMailReplyDraft> m_drafts;
+    QUrl m_pendingLink;
     QTimer m_searchDelay;
     // A new list or a new thread makes answers for the old one stale.
     int m_listGeneration = 0;

@@ -49,6 +49,8 @@ private slots:
     void threadParsing();
     void entireMessage();
     void imagesThroughTheProxy();
+    void links_data();
+    void links();
     void actionsMoveTheSelection();
     void replyForwardAndDrafts();
     void savesAnAttachment();
@@ -244,6 +246,46 @@ void TestMailView::imagesThroughTheProxy()
     QVERIFY(inlined && inlined->startsWith("\x89PNG"));
     QVERIFY(!tarnWaitFor(view->images()->load(photos, u"cid:nothing@halvard.example"_s)));
     QCOMPARE(view->images()->failures(photos), 1);
+}
+
+void TestMailView::links_data()
+{
+    QTest::addColumn<QString>("subject");
+    QTest::addColumn<QString>("shown"); // the link's text in the message
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<bool>("asks");
+
+    QTest::addRow("plain link opens") << u"Invoice NF-20931 from Northwind Freight"_s
+                                      << u"pay.northwind-freight.example"_s
+                                      << u"https://pay.northwind-freight.example/invoice/NF-20931"_s << false;
+    QTest::addRow("text naming another site asks first")
+        << u"Your parcel HLV-2291 is on hold"_s << u"https://www.northwind-freight.example/track/HLV-2291"_s
+        << u"http://parcel-customs-fee.example/pay?ref=HLV-2291"_s << true;
+}
+
+void TestMailView::links()
+{
+    QFETCH(QString, subject);
+    QFETCH(QString, shown);
+    QFETCH(QString, target);
+    QFETCH(bool, asks);
+    QVERIFY(open(subject));
+    QString link;
+    for (const TarnMailBlock &block : view->document(role(*view->messages(), 0, "messageId").toString())->blocks)
+        for (const TarnMailRun &run : block.runs())
+            if (run.text == shown && run.link)
+                link = run.link->text();
+    QVERIFY(!link.isEmpty());
+    QSignalSpy opened(view.get(), &NativeMailView::openExternally);
+    view->openLink(link);
+    QCOMPARE(view->pendingLink(), asks ? target : QString());
+    if (asks) {
+        QCOMPARE(opened.size(), 0);
+        view->confirmLink();
+        QVERIFY(view->pendingLink().isEmpty());
+    }
+    QCOMPARE(opened.size(), 1);
+    QCOMPARE(opened.first().first().toUrl().toString(), target);
 }
 
 void TestMailView::actionsMoveTheSelection()

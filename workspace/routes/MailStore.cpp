@@ -152,6 +152,11 @@ QList<MailStore::Person> addressesIn(const QJsonValue &value)
     return out;
 }
 
+QJsonObject queuedAnswer(const QString &sendId, qint64 sendsAt)
+{
+    return { { u"queued"_s, true }, { u"sendId"_s, sendId }, { u"sendsAtMs"_s, sendsAt } };
+}
+
 bool isAddress(const QString &text)
 {
     static const QRegularExpression address(u"^[^@\\s<>\"]+@[^@\\s<>\"]+\\.[^@\\s<>\"]+$"_s);
@@ -657,15 +662,14 @@ MailStore::Result<QJsonObject> MailStore::queueSend(const QString &me, const QJs
         // A retry of a send that was queued or went out is that send; one
         // that was undone is queued again.
         if (existing.value(1).toString() != "cancelled"_L1)
-            return QJsonObject { { u"queued"_s, true }, { u"sendId"_s, id },
-                { u"sendsAtMs"_s, existing.value(2).toLongLong() } };
+            return queuedAnswer(id, existing.value(2).toLongLong());
         QSqlQuery again = prepare(u"UPDATE mail_outbox SET state = 'queued', sends_at = ?, params = ? WHERE id = ?"_s);
         again.addBindValue(sendsAt);
         again.addBindValue(body);
         again.addBindValue(id);
         if (!run(again))
             return Refusal { 500, u"The message could not be queued."_s };
-        return QJsonObject { { u"queued"_s, true }, { u"sendId"_s, id }, { u"sendsAtMs"_s, sendsAt } };
+        return queuedAnswer(id, sendsAt);
     }
     const QString id = BooksSql::newID("snd-"_L1);
     QSqlQuery q = prepare(u"INSERT INTO mail_outbox (id, person_id, idempotency_key, state, sends_at, params)"
@@ -677,7 +681,7 @@ MailStore::Result<QJsonObject> MailStore::queueSend(const QString &me, const QJs
     q.addBindValue(body);
     if (!run(q))
         return Refusal { 500, u"The message could not be queued."_s };
-    return QJsonObject { { u"queued"_s, true }, { u"sendId"_s, id }, { u"sendsAtMs"_s, sendsAt } };
+    return queuedAnswer(id, sendsAt);
 }
 
 MailStore::Result<QJsonObject> MailStore::cancelSend(const QString &me, const QString &sendId)
