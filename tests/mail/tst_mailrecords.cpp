@@ -1,3 +1,4 @@
+#include "mail/MailBlockRows.h"
 #include "mail/MailComposeRules.h"
 #include "mail/MailParse.h"
 #include "mail/TarnMailAction.h"
@@ -38,6 +39,8 @@ private slots:
     void forward();
     void bodyChoice_data();
     void bodyChoice();
+    void blockRows_data();
+    void blockRows();
 };
 
 void TestMailRecords::millis_data()
@@ -312,6 +315,53 @@ void TestMailRecords::bodyChoice()
     QFETCH(QString, shown);
     const TarnMailDocument document = MailParse::document({ u"m"_s, html, text, u"snippet"_s }, false);
     QCOMPARE(TarnMailHTML::plainText(document.blocks).trimmed(), shown);
+}
+
+void TestMailRecords::blockRows_data()
+{
+    QTest::addColumn<QString>("html");
+    QTest::addColumn<QStringList>("rows"); // kind depth [q][s] marker | text or images
+
+    QTest::addRow("runs as escaped styled text")
+        << u"<p>Fish &amp; <b>chips</b> <i><u>now</u></i> <a href=\"https://a.example/x\">here</a> &lt;b&gt;</p>"_s
+        << QStringList { u"paragraph 0 | Fish &amp; <b>chips</b> <u><i>now</i></u> <a "
+                         "href=\"https://a.example/x\">here</a> &lt;b&gt;"_s };
+    QTest::addRow("ordered list from its start")
+        << u"<ol start=\"3\"><li>one</li><li>two</li></ol>"_s
+        << QStringList { u"paragraph 1 3. | one"_s, u"paragraph 1 4. | two"_s };
+    QTest::addRow("nested bullets") << u"<ul><li>a<ul><li>b</li></ul></li></ul>"_s
+                                    << QStringList { u"paragraph 1 • | a"_s, u"paragraph 2 • | b"_s };
+    QTest::addRow("heading and rule") << u"<h2>Title</h2><hr><p>after</p>"_s
+                                      << QStringList { u"heading 0 h2 | Title"_s, u"rule 0 | "_s,
+                                             u"paragraph 0 | after"_s };
+    QTest::addRow("images side by side")
+        << u"<p>x</p><img src=\"https://a.example/1.png\" alt=\"one\"><img src=\"cid:logo@x\" alt=\"two\">"_s
+        << QStringList { u"paragraph 0 | x"_s, u"images 0 | https://a.example/1.png cid:logo@x"_s };
+}
+
+void TestMailRecords::blockRows()
+{
+    QFETCH(QString, html);
+    QFETCH(QStringList, rows);
+    const TarnMailDocument document = TarnMailHTML::parse(html, 10000, 100);
+    QStringList described;
+    for (const MailBlockRow &row : MailBlockRows::rows(document.blocks)) {
+        QString line = row.kind + u' ' + QString::number(row.depth);
+        if (row.quote)
+            line += u" q"_s;
+        if (row.signature)
+            line += u" s"_s;
+        if (row.level > 0)
+            line += u" h"_s + QString::number(row.level);
+        if (!row.marker.isEmpty())
+            line += u' ' + row.marker;
+        QStringList sources;
+        for (const QVariant &image : row.images)
+            sources.append(image.toMap().value(u"source"_s).toString());
+        line += u" | "_s + (sources.isEmpty() ? row.text : sources.join(u' '));
+        described.append(line);
+    }
+    QCOMPARE(described, rows);
 }
 
 QTEST_GUILESS_MAIN(TestMailRecords)
