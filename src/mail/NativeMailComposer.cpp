@@ -162,6 +162,9 @@ void NativeMailComposer::setStatus(const QString &status, const QString &error)
 
 void NativeMailComposer::start(const TarnMailSend &prefill)
 {
+    // A new message while another waits to go out: that one goes out, and
+    // undoing it could no longer give its draft back without taking this one.
+    setQueued(std::nullopt);
     m_draft = prefill;
     m_draft.idempotencyKey = newKey();
     m_to = m_draft.to.join(", "_L1);

@@ -69,7 +69,8 @@ public:
     // The send that can still be undone; empty when none.
     [[nodiscard]] QString queuedSendId() const { return m_queued ? m_queued->sendId : QString(); }
 
-    // Opens on a prefilled draft (a reply or forward) with a new key.
+    // Opens on a prefilled draft (a reply or forward) with a new key; a
+    // send still waiting is left to go out, without its Undo.
     void start(const TarnMailSend &prefill);
     Q_INVOKABLE void compose();
     Q_INVOKABLE void discard();

@@ -441,6 +441,21 @@ void TestMailView::undoAfterItsTime()
     QVERIFY(!composer.undoAvailable() && !composer.isOpen());
     QCOMPARE(client.workspace->requests().size(), 0);
     QCOMPARE(sent.size(), 1);
+
+    // A new message while one waits: that one keeps going, the new one sends.
+    offset = 0;
+    composer.compose();
+    composer.setTo(u"tomas@halvard.example"_s);
+    composer.send();
+    QVERIFY(waitFor(&composer, SIGNAL(finished())));
+    const QString waiting = composer.queuedSendId();
+    composer.compose();
+    QVERIFY(!composer.undoAvailable());
+    composer.setTo(u"tomas@halvard.example"_s);
+    composer.send();
+    QVERIFY(waitFor(&composer, SIGNAL(finished())));
+    QVERIFY(composer.undoAvailable());
+    QVERIFY(composer.queuedSendId() != waiting);
 }
 
 QTEST_MAIN(TestMailView)
