@@ -17,7 +17,6 @@
 
 #include <benchmark/benchmark.h>
 
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -27,7 +26,8 @@ const QByteArray &threadAnswer()
 {
     static const QByteArray answer = [] {
         const QJsonObject message { { u"id"_s, u"msg-1"_s },
-            { u"from"_s, QJsonObject { { u"name"_s, u"The Glaze Letter"_s }, { u"email"_s, u"hello@glazeletter.example"_s } } },
+            { u"from"_s,
+                QJsonObject { { u"name"_s, u"The Glaze Letter"_s }, { u"email"_s, u"hello@glazeletter.example"_s } } },
             { u"to"_s, QJsonArray { QJsonObject { { u"email"_s, u"maren@halvard.example"_s } } } },
             { u"date"_s, QDateTime::currentMSecsSinceEpoch() }, { u"text"_s, u"Every article of the year."_s },
             { u"html"_s, MailSeed::longNewsletter() }, { u"unread"_s, false }, { u"snippet"_s, u""_s },
