@@ -1,5 +1,6 @@
 #include "TarnWaitFor.h"
 #include "mail/MailTestClient.h"
+#include "mail/NativeMailImageProvider.h"
 #include "mail/NativeMailView.h"
 #include "mail/TarnMailHTML.h"
 #include "service/TarnAPI.h"
@@ -246,6 +247,19 @@ void TestMailView::imagesThroughTheProxy()
     QVERIFY(inlined && inlined->startsWith("\x89PNG"));
     QVERIFY(!tarnWaitFor(view->images()->load(photos, u"cid:nothing@halvard.example"_s)));
     QCOMPARE(view->images()->failures(photos), 1);
+
+    // The same through QML's image provider, scaled to the size asked for.
+    NativeMailImageProvider provider(view->images());
+    std::unique_ptr<QQuickImageResponse> found(provider.requestImageResponse(
+        NativeMailImageProvider::imageId(photos, u"cid:popup-table@halvard.example"_s), QSize(120, 80)));
+    QVERIFY(waitFor(found.get(), SIGNAL(finished())));
+    std::unique_ptr<QQuickTextureFactory> texture(found->textureFactory());
+    QCOMPARE(texture->image().size(), QSize(120, 80));
+    QVERIFY(found->errorString().isEmpty());
+    std::unique_ptr<QQuickImageResponse> missing(
+        provider.requestImageResponse(NativeMailImageProvider::imageId(photos, u"cid:none@x"_s), QSize()));
+    QVERIFY(waitFor(missing.get(), SIGNAL(finished())));
+    QCOMPARE(missing->errorString(), u"The image could not be loaded."_s);
 }
 
 void TestMailView::links_data()
