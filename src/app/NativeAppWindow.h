@@ -5,6 +5,7 @@
 #include "assistant/TarnPiloConversation.h"
 #include "auth/NativeAuth.h"
 #include "chat/NativeChatView.h"
+#include "mail/NativeMailView.h"
 #include "money/NativeBooksView.h"
 #include "money/NativePaymentsView.h"
 #include "service/TarnAPI.h"
@@ -47,6 +48,7 @@ public:
     [[nodiscard]] NativeTheme &theme() { return m_theme; }
     [[nodiscard]] TarnPiloConversation &pilo() { return m_pilo; }
     [[nodiscard]] NativeChatView &chat() { return m_chat; }
+    [[nodiscard]] NativeMailView &mail() { return m_mail; }
     [[nodiscard]] NativeBooksView &books() { return m_books; }
     [[nodiscard]] NativePaymentsView &payments() { return m_payments; }
 
@@ -61,6 +63,7 @@ private:
     TarnPiloConversation m_pilo;
     NativePiloReview m_piloReview;
     NativeChatView m_chat;
+    NativeMailView m_mail;
     NativeBooksView m_books;
     NativePaymentsView m_payments;
     QQmlApplicationEngine m_engine;

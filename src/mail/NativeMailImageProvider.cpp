@@ -29,8 +29,8 @@ private:
     QString m_error;
 };
 
-QCoro::Task<> deliver(QPointer<NativeMailImages> images, QPointer<Response> response, QString messageId,
-    QString source, QSize requested)
+QCoro::Task<> deliver(
+    QPointer<NativeMailImages> images, QPointer<Response> response, QString messageId, QString source, QSize requested)
 {
     const QString failed = u"The image could not be loaded."_s;
     if (!images) {

@@ -34,7 +34,7 @@ public:
     // Nothing when it could not be loaded (a remote one is then counted).
     QCoro::Task<std::optional<QByteArray>> load(QString messageId, QString source);
 
-    [[nodiscard]] int failures(const QString &messageId) const;
+    [[nodiscard]] Q_INVOKABLE int failures(const QString &messageId) const;
 
 Q_SIGNALS:
     void failuresChanged(const QString &messageId);

@@ -103,6 +103,32 @@ void NativeMailView::setSearchText(const QString &text)
     m_searchDelay.start();
 }
 
+void NativeMailView::connectMailbox()
+{
+    connectTask();
+}
+
+QCoro::Task<> NativeMailView::connectTask()
+{
+    const QPointer<NativeMailView> self(this);
+    try {
+        QCoro::Task<TarnMailConnectStart> call = TarnMailCalls::connectStart(m_api);
+        const TarnMailConnectStart start = co_await std::move(call);
+        if (self)
+            Q_EMIT connectStarted(QUrl(start.url));
+    } catch (const TarnAPIError &error) {
+        if (self)
+            setError(error.text());
+    }
+}
+
+void NativeMailView::finishConnecting(const QString &error)
+{
+    setError(error);
+    if (error.isEmpty())
+        refresh();
+}
+
 void NativeMailView::appear()
 {
     refresh();
@@ -332,6 +358,7 @@ void NativeMailView::startParse(const TarnMailMessage &message, bool full)
             row.blockedTrackers = document.blockedTrackers;
             ++row.revision;
         });
+        Q_EMIT documentChanged(id);
         for (const MailMessageRow &row : m_messages->rows())
             if (row.parsing)
                 return;

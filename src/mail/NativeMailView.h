@@ -96,6 +96,11 @@ public:
     [[nodiscard]] const TarnMailDocument *document(const QString &messageId) const;
     [[nodiscard]] const std::optional<TarnMailThread> &openThread() const { return m_thread; }
 
+    // "Connect Google Mail": asks the service where the browser starts.
+    Q_INVOKABLE void connectMailbox();
+    // The browser's connection ended: loads again, or shows why it failed.
+    void finishConnecting(const QString &error);
+
     Q_INVOKABLE void appear();
     Q_INVOKABLE void disappear();
     Q_INVOKABLE void refresh();
@@ -142,11 +147,16 @@ Q_SIGNALS:
     void actionFinished();
     void attachmentSaved(const QUrl &file);
     void pendingLinkChanged();
+    // A message's document arrived or was parsed again.
+    void documentChanged(const QString &messageId);
+    // "Connect Google Mail": the browser is to open this, through the window's sign-in.
+    void connectStarted(const QUrl &start);
     // For the desktop's browser; never fetched here.
     void openExternally(const QUrl &url);
 
 private:
     QCoro::Task<> loadTask(int generation);
+    QCoro::Task<> connectTask();
     QCoro::Task<> moreTask(int generation);
     QCoro::Task<> threadTask(QString id, int generation);
     QCoro::Task<> actionTask(TarnMailAction action, QString threadId);

@@ -22,6 +22,12 @@ QCoro::Task<TarnMailStatus> status(TarnAPI &api)
     return api.request<TarnMailStatus>(TarnPath(u"/api/tarn-mail/status"_s));
 }
 
+QCoro::Task<TarnMailConnectStart> connectStart(TarnAPI &api)
+{
+    return api.request<TarnMailConnectStart>(
+        TarnPath(u"/api/native/google/start"_s), TarnMethod::Post, TarnMailConnectService { u"gmail"_s });
+}
+
 QCoro::Task<TarnMailInbox> inbox(TarnAPI &api, const QString &view, const std::optional<QString> &cursor)
 {
     return call<TarnMailInbox>(api, TarnMailRPC::inbox(view, cursor));

@@ -3,6 +3,7 @@
 #include "mail/TarnMailAccounts.h"
 #include "mail/TarnMailAction.h"
 #include "mail/TarnMailCancelled.h"
+#include "mail/TarnMailConnectStart.h"
 #include "mail/TarnMailDownloadedFile.h"
 #include "mail/TarnMailInbox.h"
 #include "mail/TarnMailLabels.h"
@@ -33,6 +34,8 @@ inline constexpr QLatin1StringView attachmentLimitText = QLatin1StringView("Atta
 inline constexpr qint64 maxImageBytes = 10 * 1024 * 1024;
 
 QCoro::Task<TarnMailStatus> status(TarnAPI &api);
+// The address the browser opens to connect the mailbox ("gmail") with Google.
+QCoro::Task<TarnMailConnectStart> connectStart(TarnAPI &api);
 QCoro::Task<TarnMailInbox> inbox(TarnAPI &api, const QString &view, const std::optional<QString> &cursor = {});
 QCoro::Task<TarnMailInbox> search(TarnAPI &api, const QString &query);
 QCoro::Task<TarnMailThreadResponse> thread(TarnAPI &api, const QString &id);

@@ -5,6 +5,7 @@ import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
+import PiloTarn.Mail
 import PiloTarn.Money
 
 ApplicationWindow {
@@ -17,6 +18,7 @@ ApplicationWindow {
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
     required property NativeChatView chat
+    required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
     // The design gallery alone, in place of the app.
@@ -68,6 +70,7 @@ ApplicationWindow {
         pilo: window.pilo
         piloReview: window.piloReview
         chat: window.chat
+        mail: window.mail
         books: window.books
         payments: window.payments
         personName: window.root.personName

@@ -4,6 +4,7 @@ import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
+import PiloTarn.Mail
 import PiloTarn.Money
 
 // The signed-in window: the sidebar, the current screen, the command search
@@ -17,6 +18,7 @@ Item {
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
     required property NativeChatView chat
+    required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
     property string personName
@@ -69,6 +71,7 @@ Item {
             pilo: shell.pilo
             piloReview: shell.piloReview
             chat: shell.chat
+            mail: shell.mail
             books: shell.books
             payments: shell.payments
             personName: shell.personName

@@ -5,6 +5,7 @@ import PiloTarn.Shell
 import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
+import PiloTarn.Mail
 import PiloTarn.Money
 
 // The current place: its breadcrumb trail and what it shows. The home page
@@ -18,6 +19,7 @@ Pane {
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
     required property NativeChatView chat
+    required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
     property string personName
@@ -42,6 +44,7 @@ Pane {
     readonly property bool showsBooks: navigation.destination.screenName === "documents"
                                        && navigation.destination.resolvedSection === "Dashboard"
     readonly property bool showsPayments: navigation.destination.screenName === "payments"
+    readonly property bool showsMail: navigation.destination.screenName === "mail"
 
     padding: 0
     background: null
@@ -173,9 +176,19 @@ Pane {
             Layout.bottomMargin: Theme.spacing.l
         }
 
+        Loader {
+            objectName: "mailScreen"
+            active: screen.showsMail
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Mail/qml/MailScreen.qml",
+                                             { mail: screen.mail })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
-                     && !screen.showsBooks && !screen.showsPayments
+                     && !screen.showsBooks && !screen.showsPayments && !screen.showsMail
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true
