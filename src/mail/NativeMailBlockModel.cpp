@@ -50,7 +50,10 @@ NativeMailBlockModel::NativeMailBlockModel(QObject *parent)
             { "headerRows", [](const MailBlockRow &row) { return row.headerRows; } },
             { "images", [this](const MailBlockRow &row) { return imagesWithURLs(row.images); } },
             { "cells", [](const MailBlockRow &row) { return cells(row); } },
-            { "columns", [](const MailBlockRow &row) { return row.table.isEmpty() ? 1 : int(row.table.first().toList().size()); } },
+            { "columns",
+                [](const MailBlockRow &row) {
+                    return row.table.isEmpty() ? 1 : int(row.table.first().toList().size());
+                } },
             // Each delegate reaches the screen's state through its row.
             { "mailView", [this](const MailBlockRow &) { return QVariant::fromValue(m_view.data()); } },
             { "messageId", [this](const MailBlockRow &) { return m_messageId; } },

@@ -7,7 +7,6 @@
 #include <QPointer>
 #include <QString>
 
-
 // The blocks of one message of the open thread, or of its quoted history,
 // as rows for one delegate per kind. Made by each message's delegate; it
 // follows the message's document as it is parsed again.

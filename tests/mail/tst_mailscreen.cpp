@@ -30,6 +30,9 @@ private slots:
     void initTestCase();
     void drawsTheOpenThreadsBlocks();
     void keysActOnTheList();
+    void sendsAndUndoesFromTheComposer();
+    void asksBeforeADeceptiveLink();
+    void offersToConnectWithoutAMailbox();
     void cleanupTestCase();
 
 private:
@@ -100,7 +103,8 @@ void TestMailScreen::drawsTheOpenThreadsBlocks()
     QTRY_COMPARE(texts(u"threadSubject"_s), QStringList { u"RE: Clay order for December"_s });
     QTRY_VERIFY(texts(u"mailBlockText"_s).contains(u"Dear Maren,"_s));
     // The quotation's table, header row first.
-    QTRY_VERIFY(texts(u"mailTableCell"_s).mid(0, 3) == QStringList({ u"<b>Item</b>"_s, u"<b>Qty</b>"_s, u"<b>Price</b>"_s }));
+    QTRY_VERIFY(
+        texts(u"mailTableCell"_s).mid(0, 3) == QStringList({ u"<b>Item</b>"_s, u"<b>Qty</b>"_s, u"<b>Price</b>"_s }));
 
     // Images come through the provider: side by side, never from their host.
     open(u"The Glaze Letter: winter glazes that behave"_s);
@@ -128,6 +132,75 @@ void TestMailScreen::keysActOnTheList()
 
     QTest::keyClick(&window, Qt::Key_C);
     QVERIFY(mail->composer()->isOpen());
+}
+
+void TestMailScreen::sendsAndUndoesFromTheComposer()
+{
+    NativeMailComposer &composer = *mail->composer();
+    composer.discard();
+    window.requestActivate();
+    QTest::keyClick(&window, Qt::Key_C);
+    QVERIFY(composer.isOpen());
+    composer.setTo(u"tomas@halvard.example"_s);
+    composer.setSubject(u"From the screen"_s);
+    QTest::keyClick(&window, Qt::Key_Return, Qt::ControlModifier);
+    QSignalSpy finished(&composer, &NativeMailComposer::finished);
+    QVERIFY(finished.wait());
+    QVERIFY(!composer.isOpen());
+    QTRY_VERIFY(tarnNamedItems(window.contentItem(), u"sendStatus"_s).size() == 1);
+
+    // While a send waits, the list's keys are the list's again.
+    QVERIFY(composer.undoAvailable());
+    composer.undo();
+    QVERIFY(finished.wait());
+    QVERIFY(composer.isOpen());
+    QCOMPARE(composer.subject(), u"From the screen"_s);
+    composer.discard();
+}
+
+void TestMailScreen::asksBeforeADeceptiveLink()
+{
+    open(u"Your parcel HLV-2291 is on hold"_s);
+    const QString message = mail->messages()->rows().first().key;
+    QString link;
+    for (const TarnMailBlock &block : mail->document(message)->blocks)
+        for (const TarnMailRun &run : block.runs())
+            if (run.link)
+                link = run.link->text();
+    mail->openLink(link);
+    QTRY_VERIFY(texts(u"pendingLink"_s).contains(u"http://parcel-customs-fee.example/pay?ref=HLV-2291"_s));
+    mail->cancelLink();
+    QTRY_VERIFY(texts(u"pendingLink"_s).isEmpty());
+}
+
+void TestMailScreen::offersToConnectWithoutAMailbox()
+{
+    TarnAPI *jonah = client.signIn(u"jonah@halvard.example"_s);
+    QVERIFY(jonah);
+    NativeMailView unconnected(*jonah);
+    QQmlComponent component(&engine);
+    component.setData("import PiloTarn.Mail\nMailScreen { width: 1100; height: 760 }", QUrl());
+    QSignalSpy loaded(&unconnected, &NativeMailView::listLoaded);
+    std::unique_ptr<QObject> other(
+        component.createWithInitialProperties({ { u"mail"_s, QVariant::fromValue(&unconnected) } }));
+    auto *item = qobject_cast<QQuickItem *>(other.get());
+    QVERIFY2(item, qPrintable(component.errorString()));
+    qobject_cast<QQuickItem *>(screen.get())->setVisible(false);
+    item->setParentItem(window.contentItem());
+    QVERIFY(loaded.wait(20000));
+    QQuickItem *connect = nullptr;
+    QTRY_VERIFY((connect = tarnNamedItems(window.contentItem(), u"connectMail"_s).value(0)));
+    QCOMPARE(connect->property("text").toString(), u"Connect Google Mail"_s);
+
+    // The button asks the service where the browser starts the connection.
+    QSignalSpy started(&unconnected, &NativeMailView::connectStarted);
+    QMetaObject::invokeMethod(connect, "clicked");
+    QVERIFY(started.wait());
+    const QUrl start = started.first().first().toUrl();
+    QCOMPARE(start.path(), u"/api/native/google/start"_s);
+    QVERIFY(start.query().contains("service=gmail"_L1));
+    other.reset();
+    qobject_cast<QQuickItem *>(screen.get())->setVisible(true);
 }
 
 QTEST_MAIN(TestMailScreen)

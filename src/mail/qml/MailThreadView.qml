@@ -116,6 +116,7 @@ ColumnLayout {
                 Layout.fillWidth: true
             }
             Label {
+                objectName: "pendingLink"
                 text: thread.mail.pendingLink
                 color: Theme.colours.danger
                 wrapMode: Text.WrapAnywhere
