@@ -95,6 +95,7 @@ private slots:
     void proxy();
     void threadAndAttachment();
     void replyDrafts();
+    void sendAsAndLabels();
 
 private:
     [[nodiscard]] TarnMailSend mail(const QString &subject) const;
@@ -397,6 +398,33 @@ void TestMailCalls::replyDrafts()
     QVERIFY(after.drafts.first().draft.contains("Ask for delivery on the 8th."_L1));
     QCOMPARE(
         failureOf(TarnMailCalls::actOnReplyDraft(*owner, first.id, true, {})), u"That draft is no longer waiting."_s);
+}
+
+void TestMailCalls::sendAsAndLabels()
+{
+    const TarnMailAccounts accounts = tarnWaitFor(TarnMailCalls::accounts(*owner));
+    QCOMPARE(accounts.accounts.size(), 2);
+    QCOMPARE(accounts.accounts.first().email, maren);
+
+    TarnMailSend shared = mail(u"From the shared address"_s);
+    shared.from = accounts.accounts.at(1).email;
+    QVERIFY(makeDue(tarnWaitFor(TarnMailCalls::send(*owner, shared)).sendId));
+    const std::optional<TarnMailCard> card = findCard(*recipient, u"inbox"_s, u"From the shared address"_s);
+    QVERIFY(card);
+    QCOMPARE(card->from, accounts.accounts.at(1));
+    TarnMailSend foreign = mail(u"Not mine to send as"_s);
+    foreign.from = tomas;
+    QCOMPARE(failureOf(TarnMailCalls::send(*owner, foreign)), u"This mailbox cannot send as that address."_s);
+
+    const QString thread = threadWith(u"From the shared address"_s);
+    const QList<TarnMailLabel> labels = tarnWaitFor(TarnMailCalls::labels(*owner)).labels;
+    QCOMPARE(labels.size(), 3);
+    tarnWaitFor(TarnMailCalls::perform(*owner, TarnMailAction::label(labels.first().id, true), thread));
+    tarnWaitFor(TarnMailCalls::perform(*owner, TarnMailAction::label(labels.first().id, false), thread));
+    QCOMPARE(failureOf(TarnMailCalls::perform(*owner, TarnMailAction::label(u"lbl-none"_s, true), thread)),
+        u"That label does not exist."_s);
+    QCOMPARE(failureOf(TarnMailCalls::perform(*recipient, TarnMailAction::label(labels.first().id, true), thread)),
+        u"That conversation does not exist."_s);
 }
 
 QTEST_GUILESS_MAIN(TestMailCalls)
