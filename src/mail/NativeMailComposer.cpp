@@ -227,6 +227,14 @@ bool NativeMailComposer::attachPath(const QString &path)
     return attach({ newKey(), QFileInfo(path).fileName(), file.readAll() });
 }
 
+bool NativeMailComposer::attachFiles(const QList<QUrl> &files)
+{
+    for (const QUrl &file : files)
+        if (!attachPath(file.toLocalFile()))
+            return false;
+    return true;
+}
+
 void NativeMailComposer::removeFile(const QString &id)
 {
     const qsizetype removed = m_draft.attachments.removeIf([&id](const MailDraftFile &file) { return file.id == id; });

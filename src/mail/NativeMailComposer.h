@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTimer>
+#include <QUrl>
 #include <QVariantList>
 
 #include <functional>
@@ -77,6 +78,8 @@ public:
     // False, with errorText, when the file would pass the limits.
     bool attach(const MailDraftFile &file);
     Q_INVOKABLE bool attachPath(const QString &path);
+    // Local files in order, up to the first one refused.
+    Q_INVOKABLE bool attachFiles(const QList<QUrl> &files);
     Q_INVOKABLE void removeFile(const QString &id);
     Q_INVOKABLE void send();
     Q_INVOKABLE void undo();

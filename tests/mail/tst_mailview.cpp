@@ -390,6 +390,20 @@ void TestMailView::attachmentLimits()
     QVERIFY(!composer.attach({ u"one more byte"_s, u"b.bin"_s, "x"_ba }));
     QCOMPARE(composer.files().size(), 1);
     QVERIFY(composer.isOpen());
+
+    // Files chosen on disk: read in order, up to the first that does not fit.
+    composer.removeFile(u"big"_s);
+    QTemporaryDir folder;
+    const auto write = [&folder](const QString &name, qint64 size) {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::WriteOnly) && file.resize(size) ? QUrl::fromLocalFile(file.fileName()) : QUrl();
+    };
+    const QList<QUrl> chosen { write(u"a.pdf"_s, 10), write(u"huge.iso"_s, 18 * 1024 * 1024 + 1),
+        write(u"b.pdf"_s, 10) };
+    QVERIFY(!composer.attachFiles(chosen));
+    QCOMPARE(composer.errorText(), u"Attach up to 20 files totaling 18 MB."_s);
+    QCOMPARE(composer.files().size(), 1);
+    QCOMPARE(composer.files().first().toMap().value(u"name"_s).toString(), u"a.pdf"_s);
 }
 
 void TestMailView::sendUndoAndRetry()

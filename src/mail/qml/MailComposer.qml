@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Dialogs
 import QtQuick.Layouts
 import PiloTarn.Mail
 import PiloTarn.Design
@@ -16,6 +17,12 @@ Rectangle {
     radius: Theme.radii.large
     color: Theme.colours.raised
     border.color: Theme.colours.border
+
+    FileDialog {
+        id: files
+        fileMode: FileDialog.OpenFiles
+        onAccepted: box.composer.attachFiles(selectedFiles)
+    }
 
     Shortcut {
         sequences: ["Ctrl+Return", "Ctrl+Enter"]
@@ -83,6 +90,12 @@ Rectangle {
                 color: Theme.colours.tertiaryText
                 wrapMode: Text.Wrap
                 Layout.fillWidth: true
+            }
+            ActionButton {
+                objectName: "attachFiles"
+                symbol: "plus"
+                text: qsTr("Attach")
+                onClicked: files.open()
             }
             ActionButton {
                 text: qsTr("Discard")

@@ -54,6 +54,45 @@ ColumnLayout {
             symbol: "trash"
             onClicked: thread.mail.act("trash")
         }
+        IconButton {
+            objectName: "threadMore"
+            symbol: "ellipsis"
+            onClicked: more.popup()
+
+            Menu {
+                id: more
+                MenuItem {
+                    text: qsTr("Mark unread")
+                    onTriggered: thread.mail.act("unread")
+                }
+                MenuItem {
+                    text: qsTr("Pin")
+                    onTriggered: thread.mail.act("pin")
+                }
+                MenuItem {
+                    text: qsTr("Unpin")
+                    onTriggered: thread.mail.act("unpin")
+                }
+                MenuItem {
+                    // Tomorrow at eight in the morning.
+                    text: qsTr("Snooze until tomorrow")
+                    onTriggered: {
+                        const until = new Date()
+                        until.setDate(until.getDate() + 1)
+                        until.setHours(8, 0, 0, 0)
+                        thread.mail.snooze(until.getTime())
+                    }
+                }
+                MenuItem {
+                    text: qsTr("Move to Inbox")
+                    onTriggered: thread.mail.act("inbox")
+                }
+                MenuItem {
+                    text: qsTr("Restore from Trash")
+                    onTriggered: thread.mail.act("untrash")
+                }
+            }
+        }
     }
 
     ErrorBanner {
