@@ -4,6 +4,8 @@
 #include <QQuickAsyncImageProvider>
 #include <QString>
 
+#include <optional>
+
 class NativeMailImages;
 
 // The images of the open thread for QML ("image://mail/" + imageId(...)):
@@ -19,6 +21,13 @@ public:
 
     // The id of an image of a message: its source is an http(s) URL or "cid:ID".
     [[nodiscard]] static QString imageId(const QString &messageId, const QString &source);
+
+    struct Request {
+        QString messageId;
+        QString source;
+    };
+    // What an id made by imageId asks for; nothing when it is not one.
+    [[nodiscard]] static std::optional<Request> request(const QString &id);
 
 private:
     QPointer<NativeMailImages> m_images;

@@ -50,6 +50,8 @@ private slots:
     void threadParsing();
     void entireMessage();
     void imagesThroughTheProxy();
+    void imageIds_data();
+    void imageIds();
     void links_data();
     void links();
     void actionsMoveTheSelection();
@@ -260,6 +262,31 @@ void TestMailView::imagesThroughTheProxy()
         provider.requestImageResponse(NativeMailImageProvider::imageId(photos, u"cid:none@x"_s), QSize()));
     QVERIFY(waitFor(missing.get(), SIGNAL(finished())));
     QCOMPARE(missing->errorString(), u"The image could not be loaded."_s);
+}
+
+void TestMailView::imageIds_data()
+{
+    QTest::addColumn<QString>("messageId");
+    QTest::addColumn<QString>("source");
+
+    QTest::addRow("plain URL") << u"msg-1"_s << u"https://img.example/masthead.png"_s;
+    // The URL's own escapes must reach the proxy as they are: decoding them
+    // again would sign a different URL than the mail named.
+    QTest::addRow("URL with escapes") << u"msg-1"_s << u"https://img.example/a%20b%2Fc.png?x=1%26y=%25"_s;
+    QTest::addRow("message id with a slash") << u"a/b@host"_s << u"cid:part1.x@host"_s;
+}
+
+void TestMailView::imageIds()
+{
+    QFETCH(QString, messageId);
+    QFETCH(QString, source);
+    // Qt Quick hands the provider the path of "image://mail/ID" as written.
+    const QUrl url(u"image://mail/"_s + NativeMailImageProvider::imageId(messageId, source));
+    const std::optional<NativeMailImageProvider::Request> asked
+        = NativeMailImageProvider::request(url.path(QUrl::FullyEncoded).mid(1));
+    QVERIFY(asked);
+    QCOMPARE(asked->messageId, messageId);
+    QCOMPARE(asked->source, source);
 }
 
 void TestMailView::links_data()
