@@ -13,6 +13,7 @@
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/HuddleRoutes.h"
 #include "workspace/routes/InboxRoutes.h"
+#include "workspace/routes/MailRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
@@ -133,6 +134,8 @@ bool WorkspaceServer::start(QString *error)
         return false;
     HuddleRoutes::add(*this);
     GifRoutes::add(*this);
+    if (!MailRoutes::add(*this, error))
+        return false;
     PaymentsRoutes::add(*this);
     // After the terminal: the books link to its invoices and payments.
     BooksRoutes::add(*this);

@@ -1,6 +1,8 @@
 #include "app/NativeAppWindow.h"
 
+#include "auth/NativeAuthError.h"
 #include "auth/NativeBrowser.h"
+#include "mail/NativeMailImageProvider.h"
 #include "service/Config.h"
 
 #include <QQuickStyle>
@@ -14,9 +16,30 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_AssistantPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_ChatPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_InboxPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_MailPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// Connecting the mailbox goes through the browser as sign-in does.
+QCoro::Task<> connectMailbox(NativeAuth &auth, NativeMailView &mail, QUrl start)
+{
+    const QPointer<NativeMailView> guard(&mail);
+    QString error;
+    try {
+        QString service = u"gmail"_s;
+        QCoro::Task<> connecting = auth.connectGoogle(std::move(start), std::move(service));
+        co_await std::move(connecting);
+    } catch (const NativeAuthError &failure) {
+        error = failure.text();
+    }
+    if (guard)
+        guard->finishConnecting(error);
+}
+
+} // namespace
 
 NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, QSettings &preferences, Content content)
     : m_api(config, store, &preferences)
@@ -32,6 +55,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_inbox(m_api)
     , m_watch(m_api, m_unread)
     , m_notifier(u"pilo-tarn"_s)
+    , m_mail(m_api)
     , m_books(m_api)
     , m_payments(m_api)
 {
@@ -50,6 +74,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_piloReview.clear();
             m_chat.clear();
             m_inbox.clear();
+            m_mail.clear();
             m_books.clear();
             m_payments.clear();
         }
@@ -95,10 +120,15 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"piloReview"_s, QVariant::fromValue(&m_piloReview) },
         { u"chat"_s, QVariant::fromValue(&m_chat) },
         { u"inbox"_s, QVariant::fromValue(&m_inbox) },
+        { u"mail"_s, QVariant::fromValue(&m_mail) },
         { u"books"_s, QVariant::fromValue(&m_books) },
         { u"payments"_s, QVariant::fromValue(&m_payments) },
         { u"gallery"_s, content == Content::Gallery },
     });
+    // Mail images come only from the open thread: the proxy or its attachments.
+    m_engine.addImageProvider(u"mail"_s, new NativeMailImageProvider(m_mail.images()));
+    QObject::connect(&m_mail, &NativeMailView::connectStarted, &m_mail,
+        [this](const QUrl &start) { connectMailbox(m_auth, m_mail, start); });
     m_engine.load(QUrl(u"qrc:/PiloTarn/qml/Main.qml"_s));
     if (!m_engine.rootObjects().isEmpty())
         m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().constFirst());

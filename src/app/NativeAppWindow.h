@@ -9,6 +9,7 @@
 #include "auth/NativeAuth.h"
 #include "chat/NativeChatView.h"
 #include "inbox/NativeInboxView.h"
+#include "mail/NativeMailView.h"
 #include "money/NativeBooksView.h"
 #include "money/NativePaymentsView.h"
 #include "service/TarnAPI.h"
@@ -54,6 +55,7 @@ public:
     [[nodiscard]] NativeInboxView &inbox() { return m_inbox; }
     // What waits for the person, for the launcher badge.
     [[nodiscard]] NativeUnreadCount &unread() { return m_unread; }
+    [[nodiscard]] NativeMailView &mail() { return m_mail; }
     [[nodiscard]] NativeBooksView &books() { return m_books; }
     [[nodiscard]] NativePaymentsView &payments() { return m_payments; }
 
@@ -72,6 +74,7 @@ private:
     NativeUnreadCount m_unread;
     NativeActivityWatch m_watch;
     NativeDesktopNotifier m_notifier;
+    NativeMailView m_mail;
     NativeBooksView m_books;
     NativePaymentsView m_payments;
     QQmlApplicationEngine m_engine;

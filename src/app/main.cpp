@@ -138,6 +138,22 @@ int main(int argc, char **argv)
                     inbox.selectThread(inbox.threads()->rows().constFirst().id);
                 capture->recheck();
             });
+        } else if (shown && shown->screen == TarnScreen::mail) {
+            // The shot shows the first conversation open, its messages drawn.
+            NativeMailView &mail = app.mail();
+            auto drawn = std::make_shared<bool>(false);
+            capture->setReady([drawn] { return *drawn; });
+            const auto settle = [&capture, drawn] {
+                *drawn = true;
+                capture->recheck();
+            };
+            QObject::connect(&mail, &NativeMailView::listLoaded, capture.get(), [&mail, settle] {
+                if (mail.connected() && mail.selectedThread().isEmpty() && mail.threads()->rowCount() > 0)
+                    mail.select(mail.threads()->ids().constFirst());
+                else if (mail.selectedThread().isEmpty())
+                    settle();
+            });
+            QObject::connect(&mail, &NativeMailView::threadParsed, capture.get(), settle);
         } else if (shown && shown->screen == TarnScreen::payments)
             waitForFirstLoad(*capture, app.payments(), &NativePaymentsView::stateChanged);
         // The books are shown once the Dashboard's months are in.

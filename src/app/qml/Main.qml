@@ -6,6 +6,7 @@ import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
 import PiloTarn.Inbox
+import PiloTarn.Mail
 import PiloTarn.Money
 
 ApplicationWindow {
@@ -19,6 +20,7 @@ ApplicationWindow {
     required property NativePiloReview piloReview
     required property NativeChatView chat
     required property NativeInboxView inbox
+    required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
     // The design gallery alone, in place of the app.
@@ -71,6 +73,7 @@ ApplicationWindow {
         piloReview: window.piloReview
         chat: window.chat
         inbox: window.inbox
+        mail: window.mail
         books: window.books
         payments: window.payments
         personName: window.root.personName

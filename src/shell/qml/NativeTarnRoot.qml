@@ -5,6 +5,7 @@ import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
 import PiloTarn.Inbox
+import PiloTarn.Mail
 import PiloTarn.Money
 
 // The signed-in window: the sidebar, the current screen, the command search
@@ -19,6 +20,7 @@ Item {
     required property NativePiloReview piloReview
     required property NativeChatView chat
     required property NativeInboxView inbox
+    required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
     property string personName
@@ -72,6 +74,7 @@ Item {
             piloReview: shell.piloReview
             chat: shell.chat
             inbox: shell.inbox
+            mail: shell.mail
             books: shell.books
             payments: shell.payments
             personName: shell.personName

@@ -6,6 +6,7 @@ import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
 import PiloTarn.Inbox
+import PiloTarn.Mail
 import PiloTarn.Money
 
 // The current place: its breadcrumb trail and what it shows. The home page
@@ -20,6 +21,7 @@ Pane {
     required property NativePiloReview piloReview
     required property NativeChatView chat
     required property NativeInboxView inbox
+    required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
     property string personName
@@ -46,6 +48,7 @@ Pane {
     readonly property bool showsPayments: navigation.destination.screenName === "payments"
     readonly property bool showsInbox: navigation.destination.screenName === "calls"
                                        && navigation.destination.resolvedSection === "Inbox"
+    readonly property bool showsMail: navigation.destination.screenName === "mail"
 
     padding: 0
     background: null
@@ -187,9 +190,19 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            objectName: "mailScreen"
+            active: screen.showsMail
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Mail/qml/MailScreen.qml",
+                                             { mail: screen.mail })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
-                     && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox
+                     && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

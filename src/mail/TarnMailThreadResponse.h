@@ -1,0 +1,12 @@
+#pragma once
+
+#include "mail/TarnMailThread.h"
+
+class TarnJSONObject;
+
+// The answer of mail.thread.
+struct TarnMailThreadResponse {
+    TarnMailThread thread;
+
+    static TarnMailThreadResponse fromJSON(const TarnJSONObject &json);
+};

@@ -1,0 +1,60 @@
+import QtQuick
+import QtQuick.Layouts
+import Qt.labs.qmlmodels
+import PiloTarn.Mail
+import PiloTarn.Design
+
+// A message's blocks (or its quoted history), one delegate per kind, each
+// indented by how deep it sits in quotes and lists.
+ColumnLayout {
+    id: blocks
+
+    required property NativeMailView mail
+    required property string messageId
+    required property bool quoted
+
+    spacing: Theme.spacing.s
+
+    Repeater {
+        model: NativeMailBlockModel {
+            view: blocks.mail
+            messageId: blocks.messageId
+            quoted: blocks.quoted
+        }
+
+        delegate: DelegateChooser {
+            role: "kind"
+
+            DelegateChoice {
+                roleValue: "paragraph"
+                MailTextBlock {}
+            }
+            DelegateChoice {
+                roleValue: "heading"
+                MailTextBlock {}
+            }
+            DelegateChoice {
+                roleValue: "preformatted"
+                MailTextBlock { monospace: true }
+            }
+            DelegateChoice {
+                roleValue: "table"
+                MailTableBlock {}
+            }
+            DelegateChoice {
+                roleValue: "images"
+                MailImagesBlock {}
+            }
+            DelegateChoice {
+                roleValue: "rule"
+                Rectangle {
+                    required property int depth
+                    implicitHeight: 1
+                    color: Theme.colours.separator
+                    Layout.fillWidth: true
+                    Layout.leftMargin: depth * Theme.spacing.l
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,30 @@
+import QtQuick
+import QtQuick.Layouts
+import PiloTarn.Design
+
+// Images side by side, each through the mail image provider: never from
+// its host.
+Flow {
+    id: flow
+
+    required property var images
+    required property int depth
+
+    spacing: Theme.spacing.s
+    Layout.fillWidth: true
+    Layout.leftMargin: depth * Theme.spacing.l
+
+    Repeater {
+        model: flow.images
+        delegate: Image {
+            required property var modelData
+            objectName: "mailImage"
+            readonly property real wanted: modelData.width > 0 ? modelData.width : 320
+            source: modelData.url
+            asynchronous: true
+            fillMode: Image.PreserveAspectFit
+            width: Math.min(wanted, parent ? parent.width : wanted)
+            height: modelData.height > 0 ? modelData.height * width / wanted : 200
+        }
+    }
+}
