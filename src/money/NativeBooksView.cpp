@@ -47,6 +47,7 @@ NativeBooksView::NativeBooksView(TarnAPI &api, QObject *parent)
     , m_reconciliation(new NativeReconciliation(api, this))
 {
     connect(m_bankRows, &NativeBankRows::booksChanged, this, &NativeBooksView::reload);
+    connect(m_bankRows, &NativeBankRows::done, this, &NativeBooksView::done);
     connect(m_import, &NativeBankImport::imported, this, &NativeBooksView::reload);
     connect(m_reconciliation, &NativeReconciliation::closed, this, &NativeBooksView::reload);
 }
@@ -77,6 +78,30 @@ QVariantList NativeBooksView::bankAccounts() const
             banks.append(QVariantMap { { u"id"_s, account.id }, { u"name"_s, account.name } });
     }
     return banks;
+}
+
+QVariantList NativeBooksView::accountChoices() const
+{
+    QVariantList choices;
+    for (const AccountRow &account : m_accounts.rows())
+        choices.append(
+            QVariantMap { { u"id"_s, account.id }, { u"name"_s, QString(account.code + u' ' + account.name) } });
+    return choices;
+}
+
+QVariantList NativeBooksView::registerChoices() const
+{
+    return QVariantList { QVariantMap { { u"id"_s, QString() }, { u"name"_s, u"All accounts"_s } } } + accountChoices();
+}
+
+QString NativeBooksView::periodStart()
+{
+    return QDate(QDate::currentDate().year(), 1, 1).toString(Qt::ISODate);
+}
+
+QString NativeBooksView::periodEnd()
+{
+    return QDate::currentDate().toString(Qt::ISODate);
 }
 
 void NativeBooksView::reload()
@@ -158,7 +183,7 @@ void NativeBooksView::setForm(bool busy, const QString &error)
     Q_EMIT formChanged();
 }
 
-template <typename Call> QCoro::Task<> NativeBooksView::change(Call call)
+template <typename Call> QCoro::Task<> NativeBooksView::change(Call call, QString message)
 {
     const QPointer<NativeBooksView> self(this);
     setForm(true, {});
@@ -166,24 +191,30 @@ template <typename Call> QCoro::Task<> NativeBooksView::change(Call call)
     if (!self)
         co_return;
     setForm(false, outcome.error);
+    if (outcome.error.isEmpty()) {
+        m_report->refresh();
+        Q_EMIT done(message);
+    }
     reload();
 }
 
 void NativeBooksView::setCompany(const QString &name)
 {
-    change([this, name] { return TarnBooksCalls::setBooksCompany(m_api, name); });
+    change([this, name] { return TarnBooksCalls::setBooksCompany(m_api, name); }, u"Company name saved"_s);
 }
 
 void NativeBooksView::setSourceLinked(bool linked)
 {
-    change([this, linked] { return TarnBooksCalls::setBooksSourceLinked(m_api, linked); });
+    change([this, linked] { return TarnBooksCalls::setBooksSourceLinked(m_api, linked); },
+        linked ? u"Tarn activity linked"_s : u"Tarn activity unlinked"_s);
 }
 
 void NativeBooksView::postSource(const QString &kind, const QString &id, const QString &incomeAccountID)
 {
     const std::optional<QString> income
         = incomeAccountID.isEmpty() ? std::nullopt : std::optional<QString>(incomeAccountID);
-    change([this, kind, id, income] { return TarnBooksCalls::postBooksSource(m_api, kind, id, income); });
+    change([this, kind, id, income] { return TarnBooksCalls::postBooksSource(m_api, kind, id, income); },
+        u"Posted to the books"_s);
 }
 
 bool NativeBooksView::reverseEntry(const QString &entryID, const QString &date)
@@ -192,7 +223,8 @@ bool NativeBooksView::reverseEntry(const QString &entryID, const QString &date)
         setForm(false, u"Give the day as YYYY-MM-DD."_s);
         return false;
     }
-    change([this, entryID, date] { return TarnBooksCalls::reverseBooksEntry(m_api, entryID, date); });
+    change(
+        [this, entryID, date] { return TarnBooksCalls::reverseBooksEntry(m_api, entryID, date); }, u"Entry reversed"_s);
     return true;
 }
 
@@ -208,6 +240,6 @@ bool NativeBooksView::voidRecord(const QString &kind, const QString &id, const Q
         setForm(false, u"Give the day as YYYY-MM-DD."_s);
         return false;
     }
-    change([this, call, id, date] { return call(m_api, id, date); });
+    change([this, call, id, date] { return call(m_api, id, date); }, u"Voided"_s);
     return true;
 }

@@ -34,6 +34,14 @@ class NativeBooksView : public QObject {
     Q_PROPERTY(QAbstractListModel *sourceRecords READ sourceRecords CONSTANT)
     Q_PROPERTY(QAbstractListModel *accounts READ accounts CONSTANT)
     Q_PROPERTY(QVariantList bankAccounts READ bankAccounts NOTIFY stateChanged)
+    // Every account as [{ "id", "name" }], named by code and name, in the
+    // chart's order: the choices of the register and of categorizing.
+    Q_PROPERTY(QVariantList accountChoices READ accountChoices NOTIFY stateChanged)
+    // The same led by "All accounts" (an empty id): the register's choices.
+    Q_PROPERTY(QVariantList registerChoices READ registerChoices NOTIFY stateChanged)
+    // The period the Expenses and Reports pages open on: the year to date.
+    Q_PROPERTY(QString periodStart READ periodStart CONSTANT)
+    Q_PROPERTY(QString periodEnd READ periodEnd CONSTANT)
     Q_PROPERTY(bool busy READ busy NOTIFY formChanged)
     Q_PROPERTY(QString formError READ formError NOTIFY formChanged)
     Q_PROPERTY(NativeBooksDashboard *dashboard READ dashboard CONSTANT)
@@ -76,6 +84,10 @@ public:
     [[nodiscard]] QAbstractListModel *sourceRecords() { return &m_sources; }
     [[nodiscard]] QAbstractListModel *accounts() { return &m_accounts; }
     [[nodiscard]] QVariantList bankAccounts() const;
+    [[nodiscard]] QVariantList accountChoices() const;
+    [[nodiscard]] QVariantList registerChoices() const;
+    [[nodiscard]] static QString periodStart();
+    [[nodiscard]] static QString periodEnd();
     [[nodiscard]] bool busy() const { return m_busy; }
     [[nodiscard]] QString formError() const { return m_formError; }
     [[nodiscard]] NativeBooksDashboard *dashboard() const { return m_dashboard; }
@@ -103,11 +115,14 @@ public:
 Q_SIGNALS:
     void stateChanged();
     void formChanged();
+    // A change went through (here or on the Banking page's rows); the books
+    // are loaded again.
+    void done(const QString &message);
 
 private:
     QCoro::Task<> load(int generation);
     // Runs one change, then loads the books again; a failure shows in formError.
-    template <typename Call> QCoro::Task<> change(Call call);
+    template <typename Call> QCoro::Task<> change(Call call, QString message);
     void apply(const TarnPaymentsTerminal &terminal);
     void setForm(bool busy, const QString &error);
 

@@ -25,6 +25,27 @@ ColumnLayout {
     }
     onLoadedChanged: if (asked && loaded && error.text.length === 0) shown = true
 
+    RowLayout {
+        spacing: Theme.spacing.s
+        Layout.fillWidth: true
+
+        Text {
+            objectName: "company"
+            text: page.view.company
+            elide: Text.ElideRight
+            font.pixelSize: Theme.type.title3
+            font.weight: Font.DemiBold
+            color: Theme.colours.text
+            Layout.fillWidth: true
+        }
+        ActionButton {
+            visible: page.shown
+            kind: ActionButton.Plain
+            text: qsTr("Rename…")
+            onClicked: companySheet.ask()
+        }
+    }
+
     ErrorBanner {
         id: error
 
@@ -100,13 +121,39 @@ ColumnLayout {
         Layout.fillWidth: true
     }
 
-    MonthBars {
+    MonthChart {
         objectName: "dashboardChart"
         visible: page.shown
-        bars: page.dashboard.bars
-        largest: page.dashboard.largestBar
+        dashboard: page.dashboard
         Layout.fillWidth: true
         Layout.fillHeight: true
-        Layout.minimumHeight: 160
+        Layout.minimumHeight: 200
+    }
+
+    SourceLink {
+        visible: page.shown
+        view: page.view
+        Layout.fillWidth: true
+    }
+
+    ConfirmSheet {
+        id: companySheet
+
+        function ask() {
+            companyName.text = page.view.company
+            open()
+        }
+
+        title: qsTr("The company's legal name")
+        text: qsTr("The name these books are kept for.")
+        confirmText: qsTr("Save")
+        onConfirmed: page.view.setCompany(companyName.text)
+
+        FormField {
+            id: companyName
+
+            label: qsTr("Company")
+            Layout.fillWidth: true
+        }
     }
 }

@@ -325,4 +325,24 @@ ColumnLayout {
             Layout.fillWidth: true
         }
     }
+
+    // Over the foot of the page, taking no room of its own.
+    Item {
+        z: 1
+        Layout.fillWidth: true
+        Layout.preferredHeight: 0
+
+        DoneNotice {
+            id: notice
+
+            anchors.bottom: parent.top
+            anchors.horizontalCenter: parent.horizontalCenter
+        }
+        Connections {
+            target: terminal.view
+            function onDone(message: string) {
+                notice.show(message)
+            }
+        }
+    }
 }
