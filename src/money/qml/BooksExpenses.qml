@@ -76,6 +76,7 @@ ColumnLayout {
 
         ColumnLayout {
             spacing: 0
+            Layout.fillWidth: false
             Layout.preferredWidth: 300
             Layout.fillHeight: true
             Layout.alignment: Qt.AlignTop

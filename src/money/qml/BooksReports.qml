@@ -59,43 +59,23 @@ ColumnLayout {
         spacing: Theme.spacing.m
         Layout.fillWidth: true
 
-        Repeater {
-            model: [
-                { title: qsTr("Revenue"), value: page.report.loading ? "…" : page.report.revenue },
-                { title: qsTr("Expenses"), value: page.report.loading ? "…" : page.report.expenses },
-                { title: qsTr("Net income"), value: page.report.loading ? "…" : page.report.netIncome }
-            ]
-            delegate: Rectangle {
-                id: card
-
-                required property var modelData
-                radius: Theme.radii.medium
-                color: Theme.colours.surface
-                border.width: 1
-                border.color: Theme.colours.separator
-                implicitHeight: figure.implicitHeight + 2 * Theme.spacing.m
-                Layout.fillWidth: true
-                Layout.preferredWidth: 1
-
-                ColumnLayout {
-                    id: figure
-
-                    anchors.fill: parent
-                    anchors.margins: Theme.spacing.m
-                    spacing: Theme.spacing.xxs
-                    Text {
-                        text: card.modelData.title
-                        font.pixelSize: Theme.type.footnote
-                        color: Theme.colours.secondaryText
-                    }
-                    Text {
-                        text: card.modelData.value
-                        font.pixelSize: Theme.type.title3
-                        font.weight: Font.DemiBold
-                        color: Theme.colours.text
-                    }
-                }
-            }
+        FigureCard {
+            title: qsTr("Revenue")
+            value: page.report.loading ? "…" : page.report.revenue
+            Layout.fillWidth: true
+            Layout.preferredWidth: 1
+        }
+        FigureCard {
+            title: qsTr("Expenses")
+            value: page.report.loading ? "…" : page.report.expenses
+            Layout.fillWidth: true
+            Layout.preferredWidth: 1
+        }
+        FigureCard {
+            title: qsTr("Net income")
+            value: page.report.loading ? "…" : page.report.netIncome
+            Layout.fillWidth: true
+            Layout.preferredWidth: 1
         }
     }
 

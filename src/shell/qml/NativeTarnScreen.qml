@@ -159,8 +159,10 @@ Pane {
 
             objectName: "booksPage"
             visible: status === Loader.Ready
+            // Reads the page name itself: `showsBooks` may not have followed
+            // it yet when this runs on its change.
             function showPage() {
-                if (screen.showsBooks)
+                if (screen.booksPage.length > 0)
                     setSource("qrc:/qt-project.org/imports/PiloTarn/Money/qml/" + screen.booksPage + ".qml",
                               { view: screen.books })
                 else
