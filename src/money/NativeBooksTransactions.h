@@ -42,6 +42,8 @@ public:
         QString remaining;
         bool open = false;
         QString status;
+        // A books invoice not voided yet: one the ledger can void.
+        bool voidable = false;
         friend bool operator==(const InvoiceRow &, const InvoiceRow &) = default;
     };
 

@@ -3,6 +3,8 @@
 #include "money/NativePaymentsView.h"
 #include "shell/design/NativeTheme.h"
 
+#include <QDate>
+#include <QFile>
 #include <QImage>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -11,6 +13,8 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
+
+#include <cstdlib>
 
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
@@ -32,6 +36,15 @@ QVariant cell(QAbstractItemModel *model, const QByteArray &match, const QVariant
     return found.isEmpty() ? QVariant() : found[0].data(roles.key(role));
 }
 
+// The object `name` of `page` once it lists something (within ten seconds:
+// the page loads when it opens), or null.
+QObject *filled(QQuickItem *page, const QString &name)
+{
+    QObject *list = page ? named(page, name) : nullptr;
+    const bool listed = list && QTest::qWaitFor([list] { return list->property("count").toInt() > 0; }, 10000);
+    return listed ? list : nullptr;
+}
+
 } // namespace
 
 // The money screens drawn offscreen over the demo workspace.
@@ -48,6 +61,11 @@ private Q_SLOTS:
     void dashboardDrawsTwoBarsAMonth();
     void booksPagesListTheDemoBooks_data();
     void booksPagesListTheDemoBooks();
+    void voidedInvoiceSaysSo();
+    void transactionsFollowSearchAndSource();
+    void registerPagesAndReverses();
+    void statementImportedFromThePage();
+    void unbalancedStatementStaysOpen();
 
 private:
     // The screen `type` of the module over `view`, shown in the window; the
@@ -197,18 +215,22 @@ void TestMoneyScreens::dashboardDrawsTwoBarsAMonth()
     QCOMPARE(view.error(), QString());
     auto *chart = qobject_cast<QQuickItem *>(named(screen, u"dashboardChart"_s));
     QVERIFY(chart && chart->isVisible() && chart->height() > 0);
-    const QRectF area = chart->mapRectToScene(chart->boundingRect());
     const auto painted = [&](const QColor &colour) {
         const QImage image = window->grabWindow();
+        const QRectF area = chart->mapRectToScene(chart->boundingRect());
         int count = 0;
         for (int y = int(area.top()); y < int(area.bottom()) && y < image.height(); ++y) {
-            for (int x = int(area.left()); x < int(area.right()) && x < image.width(); ++x)
-                count += image.pixelColor(x, y).rgb() == colour.rgb();
+            for (int x = int(area.left()); x < int(area.right()) && x < image.width(); ++x) {
+                const QColor seen = image.pixelColor(x, y);
+                const int apart = std::abs(seen.red() - colour.red()) + std::abs(seen.green() - colour.green())
+                    + std::abs(seen.blue() - colour.blue());
+                count += apart < 24;
+            }
         }
         return count;
     };
     // Each kind has twelve bars, each several pixels wide and tall.
-    QTRY_VERIFY(painted(theme->colours().success) > 12 * 20);
+    QTRY_VERIFY_WITH_TIMEOUT(painted(theme->colours().success) > 12 * 20, 10000);
     QVERIFY(painted(theme->colours().accent) > 12 * 20);
 }
 
@@ -237,11 +259,127 @@ void TestMoneyScreens::booksPagesListTheDemoBooks()
     QFETCH(BooksPage, page);
     NativeBooksView view(*session.api);
     const std::unique_ptr<QQuickItem> shown = show(page.type, &view);
-    QVERIFY(shown);
-    QObject *list = named(shown.get(), page.list);
+    QObject *list = filled(shown.get(), page.list);
     QVERIFY(list);
-    QTRY_VERIFY_WITH_TIMEOUT(list->property("count").toInt() > 0, 10000);
     QCOMPARE(view.error(), QString());
+}
+
+// Voiding a books invoice on a day: refused here for no such day, then done
+// on the service, said by the notice, and the invoice no longer voidable.
+void TestMoneyScreens::voidedInvoiceSaysSo()
+{
+    NativeBooksView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("BooksInvoices", &view);
+    QVERIFY(shown);
+    QAbstractItemModel *invoices = view.transactions()->invoices();
+    QTRY_VERIFY_WITH_TIMEOUT(!view.loading() && invoices->rowCount() > 0, 10000);
+    const QString invoice = cell(invoices, "voidable", true, "invoiceId").toString();
+    QVERIFY(!invoice.isEmpty());
+    QObject *sheet = named(shown.get(), u"voidSheet"_s);
+    QVERIFY(QMetaObject::invokeMethod(sheet, "ask", Q_ARG(QString, invoice), Q_ARG(QString, u"Invoice"_s)));
+
+    const qsizetype sent = session.workspace->requests().size();
+    named(sheet, u"voidDate"_s)->setProperty("text", u"2026-02-30"_s);
+    QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
+    QTRY_VERIFY(sheet->property("opened").toBool());
+    QCOMPARE(session.workspace->requests().size(), sent);
+
+    named(sheet, u"voidDate"_s)->setProperty("text", QDate::currentDate().toString(Qt::ISODate));
+    QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
+    QTRY_COMPARE(named(shown.get(), u"doneNotice"_s)->property("text").toString(), u"Voided"_s);
+    QTRY_COMPARE(cell(invoices, "invoiceId", invoice, "voidable").toBool(), false);
+    QCOMPARE(cell(invoices, "invoiceId", invoice, "status").toString(), u"Voided"_s);
+}
+
+void TestMoneyScreens::transactionsFollowSearchAndSource()
+{
+    NativeBooksView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("BooksTransactions", &view);
+    QObject *list = filled(shown.get(), u"transactions"_s);
+    QVERIFY(list);
+    const int all = list->property("count").toInt();
+
+    QMetaObject::invokeMethod(named(shown.get(), u"source-payments"_s), "clicked");
+    QCOMPARE(view.transactions()->source(), u"payments"_s);
+    QTRY_VERIFY(list->property("count").toInt() < all);
+    QMetaObject::invokeMethod(named(shown.get(), u"source-all"_s), "clicked");
+    QTRY_COMPARE(list->property("count").toInt(), all);
+
+    QObject *search = named(shown.get(), u"transactionSearch"_s);
+    search->setProperty("text", u"payroll"_s);
+    QMetaObject::invokeMethod(search, "textEdited");
+    QCOMPARE(view.transactions()->query(), u"payroll"_s);
+    QTRY_VERIFY(list->property("count").toInt() > 0 && list->property("count").toInt() < all);
+}
+
+// The register shows a hundred entries, then the rest on request; reversing
+// one loads the period again with the reversal in it.
+void TestMoneyScreens::registerPagesAndReverses()
+{
+    NativeBooksView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("BooksReports", &view);
+    QVERIFY(shown);
+    NativeBooksReport *report = view.report();
+    QObject *list = named(shown.get(), u"register"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(!report->loading() && list->property("count").toInt() == 100, 10000);
+    const int total = report->registerTotal();
+    QVERIFY(total > 100);
+    QVERIFY(named(shown.get(), u"registerMore"_s)->property("visible").toBool());
+    QMetaObject::invokeMethod(named(shown.get(), u"registerMore"_s), "clicked");
+    QTRY_COMPARE(list->property("count").toInt(), total);
+    QVERIFY(!named(shown.get(), u"registerMore"_s)->property("visible").toBool());
+
+    const QString entry = cell(report->registerModel(), "reversal", false, "entryId").toString();
+    QObject *sheet = named(shown.get(), u"reverseSheet"_s);
+    QVERIFY(QMetaObject::invokeMethod(sheet, "ask", Q_ARG(QString, entry), Q_ARG(QString, u"entry"_s)));
+    QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
+    QTRY_COMPARE(named(shown.get(), u"doneNotice"_s)->property("text").toString(), u"Entry reversed"_s);
+    QTRY_COMPARE(report->registerTotal(), total + 1);
+}
+
+// A checked statement is sent from the page's button and its answer shown.
+void TestMoneyScreens::statementImportedFromThePage()
+{
+    NativeBooksView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("BooksBanking", &view);
+    QObject *bank = filled(shown.get(), u"bankAccount"_s);
+    QVERIFY(bank);
+    QObject *send = named(shown.get(), u"importStatement"_s);
+    QVERIFY(!send->property("enabled").toBool());
+
+    QFile file(folder->filePath(u"statement.csv"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("Date,Description,Amount\n2026-03-02,Lumber,-120.00\n2026-03-03,Deposit,80.00\n");
+    file.close();
+    view.statementImport()->choose(QUrl::fromLocalFile(file.fileName()), bank->property("currentValue").toString(),
+        bank->property("currentText").toString());
+    QCOMPARE(named(shown.get(), u"statementStatus"_s)->property("text").toString(),
+        u"2 rows ready for Operating checking"_s);
+    QVERIFY(send->property("enabled").toBool());
+    QMetaObject::invokeMethod(send, "clicked");
+    QTRY_COMPARE(named(shown.get(), u"statementResult"_s)->property("text").toString(), u"2 imported, 0 duplicates"_s);
+}
+
+// The panel previews at the typed date; a balance that differs is refused
+// with the reason shown, and nothing is closed.
+void TestMoneyScreens::unbalancedStatementStaysOpen()
+{
+    NativeBooksView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("BooksBanking", &view);
+    QVERIFY(filled(shown.get(), u"bankAccount"_s));
+    NativeReconciliation *reconciliation = view.reconciliation();
+    named(shown.get(), u"statementDate"_s)->setProperty("text", u"2026-01-31"_s);
+    QMetaObject::invokeMethod(named(shown.get(), u"previewReconciliation"_s), "clicked");
+    QTRY_VERIFY(reconciliation->hasPreview() && !reconciliation->loading());
+    QVERIFY(named(shown.get(), u"reconciliationFigures"_s)->property("visible").toBool());
+
+    named(shown.get(), u"statementBalance"_s)->setProperty("text", u"1.00"_s);
+    QObject *sheet = named(shown.get(), u"closeSheet"_s);
+    QMetaObject::invokeMethod(named(shown.get(), u"closeStatement"_s), "clicked");
+    QTRY_VERIFY(sheet->property("opened").toBool());
+    QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
+    QTRY_VERIFY(!named(shown.get(), u"reconciliationError"_s)->property("text").toString().isEmpty());
+    QCOMPARE(reconciliation->closedID(), QString());
 }
 
 QTEST_MAIN(TestMoneyScreens)

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import PiloTarn.Design
 import PiloTarn.Money
@@ -36,38 +35,62 @@ ColumnLayout {
         Layout.fillHeight: true
     }
 
-    ListView {
+    InvoiceList {
         id: list
 
         objectName: "invoices"
         visible: count > 0
-        clip: true
-        model: page.view.transactions.invoices
-        boundsBehavior: Flickable.StopAtBounds
-        section.property: "open"
-        section.delegate: SectionHeader {
-            required property string section
-            width: ListView.view.width
-            text: section === "true" ? qsTr("Open") : qsTr("Paid and closed")
-        }
-        ScrollBar.vertical: ScrollBar {}
+        books: page.view.transactions
+        onVoidAsked: (invoiceId, title) => voidSheet.ask(invoiceId, title)
         Layout.fillWidth: true
         Layout.fillHeight: true
+    }
 
-        delegate: BooksLine {
-            required title
-            required property string customer
-            required property string date
-            required property string amount
-            required property string remaining
-            required property bool open
-            required property string status
+    ConfirmSheet {
+        id: voidSheet
 
-            width: ListView.view.width
-            subtitle: customer + " · " + date
-            note: open ? qsTr("%1 remaining").arg(remaining) : status
-            noteColour: open ? Theme.colours.warning : Theme.colours.secondaryText
-            figure: amount
+        objectName: "voidSheet"
+
+        property string invoiceId
+        property bool refused: false
+
+        function ask(id: string, title: string) {
+            invoiceId = id
+            refused = false
+            voidSheet.title = qsTr("Void %1").arg(title)
+            voidDate.text = page.view.periodEnd
+            open()
+        }
+
+        text: qsTr("The invoice's entry is reversed on this day and nothing more is owed on it.")
+        confirmText: qsTr("Void invoice")
+        destructive: true
+        onConfirmed: {
+            refused = !page.view.voidRecord("invoice", invoiceId, voidDate.text)
+            if (refused)
+                open()
+        }
+
+        FormField {
+            id: voidDate
+
+            objectName: "voidDate"
+            label: qsTr("Day (YYYY-MM-DD)")
+            error: voidSheet.refused ? page.view.formError : ""
+            input.onTextEdited: voidSheet.refused = false
+            Layout.fillWidth: true
+        }
+    }
+
+    DoneNotice {
+        id: notice
+
+        Layout.fillWidth: true
+    }
+    Connections {
+        target: page.view
+        function onDone(message: string) {
+            notice.show(message)
         }
     }
 }

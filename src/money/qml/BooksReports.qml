@@ -161,23 +161,15 @@ ColumnLayout {
         }
     }
 
-    // Over the foot of the page, taking no room of its own.
-    Item {
-        z: 1
+    DoneNotice {
+        id: notice
+
         Layout.fillWidth: true
-        Layout.preferredHeight: 0
-
-        DoneNotice {
-            id: notice
-
-            anchors.bottom: parent.top
-            anchors.horizontalCenter: parent.horizontalCenter
-        }
-        Connections {
-            target: page.view
-            function onDone(message: string) {
-                notice.show(message)
-            }
+    }
+    Connections {
+        target: page.view
+        function onDone(message: string) {
+            notice.show(message)
         }
     }
 }
