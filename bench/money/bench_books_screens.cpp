@@ -47,7 +47,8 @@ constexpr int rounds = 15;
 // The session for this run only: no keyring in a benchmark.
 class MemoryStore final : public TarnSessionStore {
 public:
-    QCoro::Task<std::optional<QString>> token() override { co_return m_token; }
+    // An explicit copy: QCoro moves from a returned member.
+    QCoro::Task<std::optional<QString>> token() override { co_return std::optional<QString>(m_token); }
     QCoro::Task<> save(QString token) override
     {
         m_token = std::move(token);
@@ -101,7 +102,7 @@ void importStatements(NativeBankImport &statement, const QTemporaryDir &folder, 
             return;
         QString csv = u"Date,Description,Amount,Reference\n"_s;
         for (int i = 0; i < 500; ++i)
-            csv += u"2026-03-%1,Card sale %2 of run %3,%4.25,R%2\n"_s.arg(1 + i % 28, 2, 10, u'0')
+            csv += u"2026-03-%1,Card sale %2 of run %3,%4.25,R%2\n"_s.arg(1 + i % 28, 2, 10, QChar(u'0'))
                        .arg(i)
                        .arg(run)
                        .arg(10 + i);

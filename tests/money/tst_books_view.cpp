@@ -5,6 +5,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 // The books area's state against the demo company, as its owner and as a
@@ -18,6 +20,8 @@ private Q_SLOTS:
     void linkAndPostActivity();
     void reverseAndVoid();
     void withoutTheTerminal();
+    void changesSayWhatWasDone_data();
+    void changesSayWhatWasDone();
 
 private:
     // Runs the action and waits until the books are loaded again.
@@ -112,6 +116,50 @@ void TestBooksView::withoutTheTerminal()
     QCOMPARE(view->transactions()->transactions()->rowCount(), 0);
     view->transactions()->setSource(u"books"_s);
     QVERIFY(view->transactions()->transactions()->rowCount() > 0);
+}
+
+using Change = std::function<void(NativeBooksView &)>;
+Q_DECLARE_METATYPE(Change)
+
+void TestBooksView::changesSayWhatWasDone_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<QString>("said");
+    QTest::addRow("company renamed") << Change([](NativeBooksView &v) { v.setCompany(u"Halvard Works LLC"_s); })
+                                     << u"Company name saved"_s;
+    QTest::addRow("activity linked") << Change([](NativeBooksView &v) { v.setSourceLinked(true); })
+                                     << u"Tarn activity linked"_s;
+    QTest::addRow("entry reversed") << Change([](NativeBooksView &v) {
+        QAbstractListModel *entries = v.transactions()->transactions();
+        v.transactions()->setSource(u"books"_s);
+        const QString entry = entries->data(entries->index(0), entries->roleNames().key("transactionId")).toString();
+        v.reverseEntry(entry, QDate::currentDate().toString(Qt::ISODate));
+    }) << u"Entry reversed"_s;
+    QTest::addRow("bank row categorized") << Change([](NativeBooksView &v) {
+        QAbstractListModel *rows = v.bankRows()->unmatched();
+        v.bankRows()->categorize(rows->data(rows->index(0), Qt::UserRole + 1).toString(), u"acct-6400"_s);
+    }) << u"Categorized"_s;
+    QTest::addRow("refused: no such day")
+        << Change([](NativeBooksView &v) { v.voidRecord(u"invoice"_s, u"ci-1"_s, u"2026-02-30"_s); }) << QString();
+}
+
+// A change the service took says so once, after which the books are loaded
+// again; one refused here says nothing.
+void TestBooksView::changesSayWhatWasDone()
+{
+    QFETCH(Change, change);
+    QFETCH(QString, said);
+    QSignalSpy done(view.get(), &NativeBooksView::done);
+    if (said.isEmpty()) {
+        change(*view);
+        QVERIFY(!view->formError().isEmpty());
+    } else {
+        settle([&] { change(*view); });
+        QCOMPARE(view->formError(), QString());
+    }
+    QCOMPARE(done.size(), said.isEmpty() ? 0 : 1);
+    if (!said.isEmpty())
+        QCOMPARE(done.first().first().toString(), said);
 }
 
 QTEST_GUILESS_MAIN(TestBooksView)

@@ -66,6 +66,8 @@ private Q_SLOTS:
     void registerPagesAndReverses();
     void statementImportedFromThePage();
     void unbalancedStatementStaysOpen();
+    void bankRowCategorizedFromThePage();
+    void registerNarrowedToAnAccount();
 
 private:
     // The screen `type` of the module over `view`, shown in the window; the
@@ -202,6 +204,7 @@ void TestMoneyScreens::approvedRefundShowsRefunded()
     QTRY_VERIFY(view.formError().isEmpty() && !view.busy() && !view.loading()
         && cell(view.payments(), "paymentId", payment, "pill") != u"Refund requested"_s);
     QVERIFY(cell(view.payments(), "paymentId", payment, "pill").toString().endsWith("efunded"_L1));
+    QVERIFY(!named(shown.get(), u"doneNotice"_s)->property("text").toString().isEmpty());
 }
 
 // The chart draws offscreen: both series' colours are painted inside it.
@@ -380,6 +383,43 @@ void TestMoneyScreens::unbalancedStatementStaysOpen()
     QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
     QTRY_VERIFY(!named(shown.get(), u"reconciliationError"_s)->property("text").toString().isEmpty());
     QCOMPARE(reconciliation->closedID(), QString());
+}
+
+// The row sheet hands the chosen account on; the row leaves the review.
+void TestMoneyScreens::bankRowCategorizedFromThePage()
+{
+    NativeBooksView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("BooksBanking", &view);
+    QObject *rows = filled(shown.get(), u"unmatchedRows"_s);
+    QVERIFY(rows);
+    const int waiting = rows->property("count").toInt();
+    QAbstractListModel *unmatched = view.bankRows()->unmatched();
+    QObject *sheet = named(shown.get(), u"rowSheet"_s);
+    QVERIFY(QMetaObject::invokeMethod(sheet, "ask",
+        Q_ARG(QString, unmatched->data(unmatched->index(0), Qt::UserRole + 1).toString()), Q_ARG(QString, u"row"_s),
+        Q_ARG(bool, false)));
+    QObject *choice = named(shown.get(), u"rowChoice"_s);
+    QCOMPARE(choice->property("count").toInt(), view.accountChoices().size());
+    choice->setProperty("currentIndex", choice->property("count").toInt() - 1);
+    QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
+    QTRY_COMPARE(named(shown.get(), u"doneNotice"_s)->property("text").toString(), u"Categorized"_s);
+    QTRY_COMPARE(rows->property("count").toInt(), waiting - 1);
+}
+
+// Choosing an account asks for its register alone.
+void TestMoneyScreens::registerNarrowedToAnAccount()
+{
+    NativeBooksView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("BooksReports", &view);
+    QVERIFY(filled(shown.get(), u"register"_s));
+    NativeBooksReport *report = view.report();
+    QTRY_VERIFY(!report->loading() && !view.loading());
+    const int everything = report->registerTotal();
+    QObject *account = named(shown.get(), u"registerAccount"_s);
+    QCOMPARE(account->property("count").toInt(), view.accountChoices().size() + 1);
+    account->setProperty("currentIndex", 1);
+    QVERIFY(QMetaObject::invokeMethod(account, "activated", Q_ARG(int, 1)));
+    QTRY_VERIFY(!report->loading() && report->registerTotal() > 0 && report->registerTotal() < everything);
 }
 
 QTEST_MAIN(TestMoneyScreens)
