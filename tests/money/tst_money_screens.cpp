@@ -58,7 +58,10 @@ private Q_SLOTS:
     void refusedFormStaysOpen_data();
     void refusedFormStaysOpen();
     void approvedRefundShowsRefunded();
+    void dashboardDrawsTwoBarsAMonth_data();
     void dashboardDrawsTwoBarsAMonth();
+    void dashboardRenamesAndLinks();
+    void refusedStatementSendsNothing();
     void booksPagesListTheDemoBooks_data();
     void booksPagesListTheDemoBooks();
     void voidedInvoiceSaysSo();
@@ -207,9 +210,19 @@ void TestMoneyScreens::approvedRefundShowsRefunded()
     QVERIFY(!named(shown.get(), u"doneNotice"_s)->property("text").toString().isEmpty());
 }
 
-// The chart draws offscreen: both series' colours are painted inside it.
+void TestMoneyScreens::dashboardDrawsTwoBarsAMonth_data()
+{
+    QTest::addColumn<QString>("scheme");
+    QTest::addRow("light") << u"light"_s;
+    QTest::addRow("dark") << u"dark"_s;
+}
+
+// The chart draws offscreen in either scheme: both series' colours, the
+// scheme's own, are painted inside it.
 void TestMoneyScreens::dashboardDrawsTwoBarsAMonth()
 {
+    QFETCH(QString, scheme);
+    theme->setColorScheme(scheme);
     NativeBooksView view(*session.api);
     const std::unique_ptr<QQuickItem> shown = show("BooksDashboard", &view);
     QQuickItem *screen = shown.get();
@@ -420,6 +433,46 @@ void TestMoneyScreens::registerNarrowedToAnAccount()
     account->setProperty("currentIndex", 1);
     QVERIFY(QMetaObject::invokeMethod(account, "activated", Q_ARG(int, 1)));
     QTRY_VERIFY(!report->loading() && report->registerTotal() > 0 && report->registerTotal() < everything);
+}
+
+// The company is renamed through its sheet, and the workspace's activity
+// linked, then one of its records posted, from the Dashboard's panel.
+void TestMoneyScreens::dashboardRenamesAndLinks()
+{
+    NativeBooksView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("BooksDashboard", &view);
+    QVERIFY(shown);
+    QTRY_VERIFY_WITH_TIMEOUT(shown->property("shown").toBool(), 10000);
+    QObject *sheet = named(shown.get(), u"companySheet"_s);
+    QVERIFY(QMetaObject::invokeMethod(sheet, "ask"));
+    named(sheet, u"companyName"_s)->setProperty("text", u"Halvard Works LLC"_s);
+    QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
+    QTRY_COMPARE(named(shown.get(), u"company"_s)->property("text").toString(), u"Halvard Works LLC"_s);
+
+    QMetaObject::invokeMethod(named(shown.get(), u"linkSource"_s), "clicked");
+    QObject *records = filled(shown.get(), u"sourceRecords"_s);
+    QVERIFY(records);
+    const int waiting = records->property("count").toInt();
+    QQuickItem *first = nullptr;
+    QVERIFY(QMetaObject::invokeMethod(records, "itemAt", Q_RETURN_ARG(QQuickItem *, first), Q_ARG(int, 0)));
+    QVERIFY(first && QMetaObject::invokeMethod(first, "postAsked"));
+    QTRY_COMPARE(records->property("count").toInt(), waiting - 1);
+}
+
+// A file the reader refuses shows its message in place of the count and
+// leaves nothing to send.
+void TestMoneyScreens::refusedStatementSendsNothing()
+{
+    NativeBooksView view(*session.api);
+    const std::unique_ptr<QQuickItem> shown = show("BooksBanking", &view);
+    QVERIFY(filled(shown.get(), u"bankAccount"_s));
+    QFile file(folder->filePath(u"refused.csv"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("Date,Description,Amount\n2024-02-30,Lumber,-120.00\n");
+    file.close();
+    view.statementImport()->choose(QUrl::fromLocalFile(file.fileName()), u"acct-1000"_s, u"Operating checking"_s);
+    QCOMPARE(named(shown.get(), u"statementStatus"_s)->property("text").toString(), u"Row 2 has an invalid date."_s);
+    QVERIFY(!named(shown.get(), u"importStatement"_s)->property("enabled").toBool());
 }
 
 QTEST_MAIN(TestMoneyScreens)

@@ -121,6 +121,8 @@ ColumnLayout {
     ConfirmSheet {
         id: companySheet
 
+        objectName: "companySheet"
+
         function ask() {
             companyName.text = page.view.company
             open()
@@ -134,6 +136,7 @@ ColumnLayout {
         FormField {
             id: companyName
 
+            objectName: "companyName"
             label: qsTr("Company")
             Layout.fillWidth: true
         }
