@@ -155,7 +155,7 @@ void NativeBooksView::apply(const TarnPaymentsTerminal &terminal)
     for (const TarnBooksPages::AccountGroup &group : TarnBooksPages::chartOfAccounts(m_books.accounts)) {
         for (const TarnBooksAccount &account : group.accounts) {
             accounts.append({ account.id, group.title, account.code, account.name,
-                TarnMoneyInput::dollars(account.debits - account.credits) });
+                TarnMoneyInput::dollars(TarnBooksPages::naturalBalance(account)) });
         }
     }
     m_accounts.setRows(accounts);

@@ -58,7 +58,7 @@ public:
         QString group;
         QString code;
         QString name;
-        // Debits less credits: what an asset or expense account holds.
+        // On the account's natural side (TarnBooksPages::naturalBalance).
         QString balance;
         friend bool operator==(const AccountRow &, const AccountRow &) = default;
     };

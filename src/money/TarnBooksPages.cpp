@@ -567,6 +567,13 @@ QList<AccountGroup> chartOfAccounts(const QList<TarnBooksAccount> &accounts)
     return groups;
 }
 
+qint64 naturalBalance(const TarnBooksAccount &account)
+{
+    const bool creditNormal
+        = account.type == "Liability"_L1 || account.type == "Equity"_L1 || account.type == "Income"_L1;
+    return creditNormal ? account.credits - account.debits : account.debits - account.credits;
+}
+
 QString mercuryNote(qint64 accounts, qint64 uncategorized)
 {
     const QString linked = QString::number(accounts) + (accounts == 1 ? u" account"_s : u" accounts"_s);
