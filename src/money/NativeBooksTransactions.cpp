@@ -72,7 +72,7 @@ void NativeBooksTransactions::show(
     for (const TarnBooksPages::InvoiceRow &row : TarnBooksPages::invoices(open, payments, books.customer_invoices)) {
         invoices.append({ row.id, row.title, row.customer, row.date, TarnMoneyInput::dollars(row.amount),
             TarnMoneyInput::dollars(row.remaining), row.open, row.status,
-            row.source == TarnBooksPages::Source::books && row.status != "Voided"_L1 });
+            row.source == TarnBooksPages::Source::books && row.status != "Voided"_L1 && row.remaining == row.amount });
     }
     m_invoices.setRows(invoices);
 }

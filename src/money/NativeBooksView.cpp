@@ -18,6 +18,33 @@ namespace {
 
 using AccountRow = NativeBooksView::AccountRow;
 using SourceRow = NativeBooksView::SourceRow;
+using DocumentRow = NativeBooksView::DocumentRow;
+
+QList<NativeKeyedListModel<DocumentRow, &DocumentRow::key>::Role> documentRoles()
+{
+    return {
+        { "kind", [](const DocumentRow &r) { return r.kind; } },
+        { "recordId", [](const DocumentRow &r) { return r.id; } },
+        { "section", [](const DocumentRow &r) { return r.section; } },
+        { "title", [](const DocumentRow &r) { return r.title; } },
+        { "date", [](const DocumentRow &r) { return r.date; } },
+        { "amount", [](const DocumentRow &r) { return r.amount; } },
+        { "status", [](const DocumentRow &r) { return r.status; } },
+        { "voidable", [](const DocumentRow &r) { return r.voidable; } },
+    };
+}
+
+// A payment or receipt says its status only when the service sends one; one
+// without is taken to stand.
+bool stands(const std::optional<QString> &status)
+{
+    return status.value_or(QString()) != "Voided"_L1;
+}
+
+QString titled(const QString &what, const std::optional<QString> &number, const QString &party)
+{
+    return (number && !number->isEmpty() ? what + u' ' + *number : what) + u" \u00B7 "_s + party;
+}
 
 } // namespace
 
@@ -38,6 +65,8 @@ NativeBooksView::NativeBooksView(TarnAPI &api, QObject *parent)
           { "date", [](const SourceRow &r) { return r.date; } },
           { "amount", [](const SourceRow &r) { return r.amount; } },
       })
+    , m_bills(documentRoles())
+    , m_receipts(documentRoles())
     , m_dashboard(new NativeBooksDashboard(api, this))
     , m_transactions(new NativeBooksTransactions(this))
     , m_expenses(new NativeBooksExpenses(api, this))
@@ -171,9 +200,63 @@ void NativeBooksView::apply(const TarnPaymentsTerminal &terminal)
         add(u"payment"_s, m_books.source_review->payments);
     }
     m_sources.setRows(sources);
+    applyDocuments();
     m_dashboard->show(m_books, terminal.payments, QDate::currentDate());
     m_transactions->show(m_books, terminal.payments, terminal.open_invoices);
     m_bankRows->setBooks(m_books);
+}
+
+void NativeBooksView::applyDocuments()
+{
+    const QList<TarnBooksBillPayment> payments = m_books.bill_payments.value_or(QList<TarnBooksBillPayment>());
+    QList<bool> placed(payments.size(), false);
+    QList<DocumentRow> bills;
+    const auto addPayment = [&bills](const TarnBooksBillPayment &payment, const QString &section) {
+        bills.append({ u"bill_payment/"_s + payment.id, u"bill_payment"_s, payment.id, section, u"Payment"_s,
+            payment.paid_on.value_or(QString()), TarnMoneyInput::dollars(payment.amount),
+            payment.status.value_or(QString()), stands(payment.status) });
+    };
+    // A bill is voided only once nothing stands paid on it (the service
+    // refuses it before its payments are voided), so it is offered only then.
+    for (const TarnBooksBill &bill : m_books.bills) {
+        const QString section = titled(u"Bill"_s, bill.bill_number, bill.vendor);
+        const bool owed = bill.status != "Voided"_L1 && bill.remaining > 0;
+        bills.append({ u"bill/"_s + bill.id, u"bill"_s, bill.id, section, u"Bill"_s, u"Due "_s + bill.due_date,
+            TarnMoneyInput::dollars(bill.amount),
+            owed ? TarnMoneyInput::dollars(bill.remaining) + u" remaining"_s : bill.status,
+            owed && bill.remaining == bill.amount });
+        for (qsizetype at = 0; at < payments.size(); ++at) {
+            if (!placed[at] && payments[at].bill_id == bill.id) {
+                placed[at] = true;
+                addPayment(payments[at], section);
+            }
+        }
+    }
+    for (qsizetype at = 0; at < payments.size(); ++at) {
+        if (!placed[at])
+            addPayment(payments[at], u"Payments without a bill"_s);
+    }
+    m_bills.setRows(bills);
+
+    const QList<TarnBooksCustomerReceipt> receipts
+        = m_books.customer_receipts.value_or(QList<TarnBooksCustomerReceipt>());
+    QList<bool> taken(receipts.size(), false);
+    QList<DocumentRow> received;
+    const auto addReceipts = [&](const std::optional<QString> &invoiceID, const QString &section) {
+        for (qsizetype at = 0; at < receipts.size(); ++at) {
+            const TarnBooksCustomerReceipt &receipt = receipts[at];
+            if (taken[at] || (invoiceID && receipt.invoice_id != invoiceID))
+                continue;
+            taken[at] = true;
+            received.append({ u"receipt/"_s + receipt.id, u"receipt"_s, receipt.id, section, u"Receipt"_s,
+                receipt.received_on.value_or(QString()), TarnMoneyInput::dollars(receipt.amount),
+                receipt.status.value_or(QString()), stands(receipt.status) });
+        }
+    };
+    for (const TarnBooksCustomerInvoice &invoice : m_books.customer_invoices)
+        addReceipts(invoice.id, titled(u"Invoice"_s, invoice.invoice_number, invoice.customer));
+    addReceipts(std::nullopt, u"Receipts without an invoice"_s);
+    m_receipts.setRows(received);
 }
 
 void NativeBooksView::setForm(bool busy, const QString &error)

@@ -33,6 +33,11 @@ class NativeBooksView : public QObject {
     Q_PROPERTY(QString sourceDetail READ sourceDetail NOTIFY stateChanged)
     Q_PROPERTY(QAbstractListModel *sourceRecords READ sourceRecords CONSTANT)
     Q_PROPERTY(QAbstractListModel *accounts READ accounts CONSTANT)
+    // The bills, each followed by the payments made on it; and the receipts
+    // taken on customer invoices under the invoice they settle. Each row
+    // under its bill's or invoice's title ("section"), voidable until voided.
+    Q_PROPERTY(QAbstractListModel *bills READ bills CONSTANT)
+    Q_PROPERTY(QAbstractListModel *receipts READ receipts CONSTANT)
     Q_PROPERTY(QVariantList bankAccounts READ bankAccounts NOTIFY stateChanged)
     // Every account as [{ "id", "name" }], named by code and name, in the
     // chart's order: the choices of the register and of categorizing.
@@ -72,6 +77,20 @@ public:
         friend bool operator==(const SourceRow &, const SourceRow &) = default;
     };
 
+    struct DocumentRow {
+        QString key;
+        // "bill", "bill_payment" or "receipt": the kind voidRecord takes.
+        QString kind;
+        QString id;
+        QString section;
+        QString title;
+        QString date;
+        QString amount;
+        QString status;
+        bool voidable = false;
+        friend bool operator==(const DocumentRow &, const DocumentRow &) = default;
+    };
+
     explicit NativeBooksView(TarnAPI &api, QObject *parent = nullptr);
     ~NativeBooksView() override;
 
@@ -83,6 +102,8 @@ public:
     [[nodiscard]] QString sourceDetail() const;
     [[nodiscard]] QAbstractListModel *sourceRecords() { return &m_sources; }
     [[nodiscard]] QAbstractListModel *accounts() { return &m_accounts; }
+    [[nodiscard]] QAbstractListModel *bills() { return &m_bills; }
+    [[nodiscard]] QAbstractListModel *receipts() { return &m_receipts; }
     [[nodiscard]] QVariantList bankAccounts() const;
     [[nodiscard]] QVariantList accountChoices() const;
     [[nodiscard]] QVariantList registerChoices() const;
@@ -124,12 +145,15 @@ private:
     // Runs one change, then loads the books again; a failure shows in formError.
     template <typename Call> QCoro::Task<> change(Call call, QString message);
     void apply(const TarnPaymentsTerminal &terminal);
+    void applyDocuments();
     void setForm(bool busy, const QString &error);
 
     TarnAPI &m_api;
     TarnBooks m_books;
     NativeKeyedListModel<AccountRow, &AccountRow::id> m_accounts;
     NativeKeyedListModel<SourceRow, &SourceRow::key> m_sources;
+    NativeKeyedListModel<DocumentRow, &DocumentRow::key> m_bills;
+    NativeKeyedListModel<DocumentRow, &DocumentRow::key> m_receipts;
     NativeBooksDashboard *m_dashboard;
     NativeBooksTransactions *m_transactions;
     NativeBooksExpenses *m_expenses;

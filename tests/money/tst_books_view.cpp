@@ -20,6 +20,9 @@ private Q_SLOTS:
     void linkAndPostActivity();
     void reverseAndVoid();
     void withoutTheTerminal();
+    void documentsUnderWhatTheySettle();
+    void voidDocument_data();
+    void voidDocument();
     void changesSayWhatWasDone_data();
     void changesSayWhatWasDone();
 
@@ -116,6 +119,87 @@ void TestBooksView::withoutTheTerminal()
     QCOMPARE(view->transactions()->transactions()->rowCount(), 0);
     view->transactions()->setSource(u"books"_s);
     QVERIFY(view->transactions()->transactions()->rowCount() > 0);
+}
+
+namespace {
+
+QVariant cell(QAbstractItemModel *model, int row, const char *role)
+{
+    return model->data(model->index(row, 0), model->roleNames().key(role));
+}
+
+} // namespace
+
+// Each bill leads its payments and each invoice's receipts stay together, so
+// a list drawn in sections shows every payment under what it paid.
+void TestBooksView::documentsUnderWhatTheySettle()
+{
+    for (QAbstractListModel *documents : { view->bills(), view->receipts() }) {
+        QVERIFY(documents->rowCount() > 10);
+        QSet<QString> closed;
+        QString current;
+        for (int row = 0; row < documents->rowCount(); ++row) {
+            const QString section = cell(documents, row, "section").toString();
+            if (section == current)
+                continue;
+            QVERIFY2(!closed.contains(section), qPrintable(section));
+            closed.insert(current);
+            current = section;
+            if (documents == view->bills())
+                QCOMPARE(cell(documents, row, "kind").toString(), u"bill"_s);
+        }
+    }
+}
+
+struct VoidRow {
+    bool receipts;
+    // Voided in this order, each under the first's section.
+    QStringList kinds;
+};
+Q_DECLARE_METATYPE(VoidRow)
+
+void TestBooksView::voidDocument_data()
+{
+    QTest::addColumn<VoidRow>("row");
+    QTest::addRow("payment, then its bill") << VoidRow { false, { u"bill_payment"_s, u"bill"_s } };
+    QTest::addRow("receipt") << VoidRow { true, { u"receipt"_s } };
+}
+
+// Voided through its own kind's path: the record reads "Voided" and is no
+// longer offered. A paid bill is offered only once its payment is voided,
+// and is owed again until then.
+void TestBooksView::voidDocument()
+{
+    QFETCH(VoidRow, row);
+    QAbstractListModel *documents = row.receipts ? view->receipts() : view->bills();
+    const auto find = [&](const QString &kind, const QString &section) {
+        for (int at = 0; at < documents->rowCount(); ++at) {
+            if (cell(documents, at, "kind").toString() == kind
+                && (section.isEmpty() ? cell(documents, at, "voidable").toBool()
+                                      : cell(documents, at, "section").toString() == section))
+                return at;
+        }
+        return -1;
+    };
+    const int first = find(row.kinds.first(), QString());
+    QVERIFY(first >= 0);
+    const QString section = cell(documents, first, "section").toString();
+    for (const QString &later : row.kinds.mid(1))
+        QVERIFY(!cell(documents, find(later, section), "voidable").toBool());
+    for (const QString &kind : row.kinds) {
+        int at = find(kind, section);
+        QVERIFY(at >= 0);
+        QVERIFY(cell(documents, at, "voidable").toBool());
+        const QString id = cell(documents, at, "recordId").toString();
+        settle([&] { QVERIFY(view->voidRecord(kind, id, QDate::currentDate().toString(Qt::ISODate))); });
+        QCOMPARE(view->formError(), QString());
+        at = find(kind, section);
+        QCOMPARE(cell(documents, at, "recordId").toString(), id);
+        QCOMPARE(cell(documents, at, "status").toString(), u"Voided"_s);
+        QVERIFY(!cell(documents, at, "voidable").toBool());
+        if (kind == "bill_payment"_L1)
+            QVERIFY(cell(documents, find(u"bill"_s, section), "status").toString().endsWith(u" remaining"_s));
+    }
 }
 
 using Change = std::function<void(NativeBooksView &)>;

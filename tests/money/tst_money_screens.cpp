@@ -15,6 +15,7 @@
 #include <QtQml/QQmlExtensionPlugin>
 
 #include <cstdlib>
+#include <functional>
 
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
@@ -64,7 +65,8 @@ private Q_SLOTS:
     void refusedStatementSendsNothing();
     void booksPagesListTheDemoBooks_data();
     void booksPagesListTheDemoBooks();
-    void voidedInvoiceSaysSo();
+    void voidFromItsPage_data();
+    void voidFromItsPage();
     void transactionsFollowSearchAndSource();
     void registerPagesAndReverses();
     void statementImportedFromThePage();
@@ -261,6 +263,8 @@ void TestMoneyScreens::booksPagesListTheDemoBooks_data()
     QTest::addColumn<BooksPage>("page");
     QTest::addRow("transactions") << BooksPage { "BooksTransactions", u"transactions"_s };
     QTest::addRow("invoices") << BooksPage { "BooksInvoices", u"invoices"_s };
+    QTest::addRow("receipts") << BooksPage { "BooksInvoices", u"receipts"_s };
+    QTest::addRow("bills") << BooksPage { "BooksExpenses", u"bills"_s };
     QTest::addRow("expenses") << BooksPage { "BooksExpenses", u"expenseRows"_s };
     QTest::addRow("expense groups") << BooksPage { "BooksExpenses", u"expenseGroups"_s };
     QTest::addRow("register") << BooksPage { "BooksReports", u"register"_s };
@@ -280,19 +284,44 @@ void TestMoneyScreens::booksPagesListTheDemoBooks()
     QCOMPARE(view.error(), QString());
 }
 
-// Voiding a books invoice on a day: refused here for no such day, then done
-// on the service, said by the notice, and the invoice no longer voidable.
-void TestMoneyScreens::voidedInvoiceSaysSo()
+using ListOf = std::function<QAbstractItemModel *(NativeBooksView &)>;
+
+struct VoidOnPage {
+    QByteArray page;
+    ListOf list;
+    QByteArray idRole;
+    // Empty where the list holds one kind only: then this kind is voided.
+    QString kind;
+};
+Q_DECLARE_METATYPE(VoidOnPage)
+
+void TestMoneyScreens::voidFromItsPage_data()
 {
+    QTest::addColumn<VoidOnPage>("row");
+    QTest::addRow("invoice") << VoidOnPage { "BooksInvoices",
+        [](NativeBooksView &v) { return v.transactions()->invoices(); }, "invoiceId", u"invoice"_s };
+    QTest::addRow("receipt") << VoidOnPage { "BooksInvoices", [](NativeBooksView &v) { return v.receipts(); },
+        "recordId", u"receipt"_s };
+    QTest::addRow("bill or its payment") << VoidOnPage { "BooksExpenses", [](NativeBooksView &v) { return v.bills(); },
+        "recordId", QString() };
+}
+
+// Voiding on a day from the record's page: refused here for no such day,
+// then done on the service, said by the notice, and no longer offered.
+void TestMoneyScreens::voidFromItsPage()
+{
+    QFETCH(VoidOnPage, row);
     NativeBooksView view(*session.api);
-    const std::unique_ptr<QQuickItem> shown = show("BooksInvoices", &view);
+    const std::unique_ptr<QQuickItem> shown = show(row.page, &view);
     QVERIFY(shown);
-    QAbstractItemModel *invoices = view.transactions()->invoices();
-    QTRY_VERIFY_WITH_TIMEOUT(!view.loading() && invoices->rowCount() > 0, 10000);
-    const QString invoice = cell(invoices, "voidable", true, "invoiceId").toString();
-    QVERIFY(!invoice.isEmpty());
+    QAbstractItemModel *records = row.list(view);
+    QTRY_VERIFY_WITH_TIMEOUT(!view.loading() && records->rowCount() > 0, 10000);
+    const QString id = cell(records, "voidable", true, row.idRole).toString();
+    QVERIFY(!id.isEmpty());
+    const QString kind = row.kind.isEmpty() ? cell(records, row.idRole, id, "kind").toString() : row.kind;
     QObject *sheet = named(shown.get(), u"voidSheet"_s);
-    QVERIFY(QMetaObject::invokeMethod(sheet, "ask", Q_ARG(QString, invoice), Q_ARG(QString, u"Invoice"_s)));
+    QVERIFY(QMetaObject::invokeMethod(
+        sheet, "ask", Q_ARG(QString, kind), Q_ARG(QString, id), Q_ARG(QString, u"the record"_s)));
 
     const qsizetype sent = session.workspace->requests().size();
     named(sheet, u"voidDate"_s)->setProperty("text", u"2026-02-30"_s);
@@ -303,8 +332,8 @@ void TestMoneyScreens::voidedInvoiceSaysSo()
     named(sheet, u"voidDate"_s)->setProperty("text", QDate::currentDate().toString(Qt::ISODate));
     QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
     QTRY_COMPARE(named(shown.get(), u"doneNotice"_s)->property("text").toString(), u"Voided"_s);
-    QTRY_COMPARE(cell(invoices, "invoiceId", invoice, "voidable").toBool(), false);
-    QCOMPARE(cell(invoices, "invoiceId", invoice, "status").toString(), u"Voided"_s);
+    QTRY_COMPARE(cell(records, row.idRole, id, "voidable").toBool(), false);
+    QCOMPARE(cell(records, row.idRole, id, "status").toString(), u"Voided"_s);
 }
 
 void TestMoneyScreens::transactionsFollowSearchAndSource()

@@ -5,7 +5,7 @@ import PiloTarn.Design
 import PiloTarn.Money
 
 // The Expenses page: a period's expense lines beside what each account
-// took of them.
+// took of them, and below them the bills with the payments made on each.
 ColumnLayout {
     id: page
 
@@ -14,7 +14,10 @@ ColumnLayout {
 
     spacing: Theme.spacing.m
 
-    Component.onCompleted: state.load(picker.start, picker.end)
+    Component.onCompleted: {
+        view.reload()
+        state.load(picker.start, picker.end)
+    }
 
     PeriodPicker {
         id: picker
@@ -50,6 +53,7 @@ ColumnLayout {
         spacing: Theme.spacing.xl
         Layout.fillWidth: true
         Layout.fillHeight: true
+        Layout.preferredHeight: 360
 
         ListView {
             id: rows
@@ -104,6 +108,42 @@ ColumnLayout {
                     figure: amount
                 }
             }
+        }
+    }
+
+    SectionHeader {
+        visible: bills.count > 0
+        text: qsTr("Bills and payments")
+        Layout.fillWidth: true
+    }
+    DocumentList {
+        id: bills
+
+        objectName: "bills"
+        visible: count > 0
+        model: page.view.bills
+        onVoidAsked: (kind, recordId, title) => voidSheet.ask(kind, recordId, title)
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.preferredHeight: 240
+    }
+
+    VoidSheet {
+        id: voidSheet
+
+        objectName: "voidSheet"
+        view: page.view
+    }
+
+    DoneNotice {
+        id: notice
+
+        Layout.fillWidth: true
+    }
+    Connections {
+        target: page.view
+        function onDone(message: string) {
+            notice.show(message)
         }
     }
 }

@@ -4,7 +4,7 @@ import PiloTarn.Design
 import PiloTarn.Money
 
 // The Invoices page: customer invoices, open ones first with what is still
-// owed on them, then those paid.
+// owed on them, then those paid; below them the payments received on each.
 ColumnLayout {
     id: page
 
@@ -41,45 +41,34 @@ ColumnLayout {
         objectName: "invoices"
         visible: count > 0
         books: page.view.transactions
-        onVoidAsked: (invoiceId, title) => voidSheet.ask(invoiceId, title)
+        onVoidAsked: (invoiceId, title) => voidSheet.ask("invoice", invoiceId, title)
         Layout.fillWidth: true
         Layout.fillHeight: true
+        Layout.preferredHeight: 360
     }
 
-    ConfirmSheet {
+    SectionHeader {
+        visible: receipts.count > 0
+        text: qsTr("Payments received")
+        Layout.fillWidth: true
+    }
+    DocumentList {
+        id: receipts
+
+        objectName: "receipts"
+        visible: count > 0
+        model: page.view.receipts
+        onVoidAsked: (kind, recordId, title) => voidSheet.ask(kind, recordId, title)
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.preferredHeight: 240
+    }
+
+    VoidSheet {
         id: voidSheet
 
         objectName: "voidSheet"
-
-        property string invoiceId
-        property bool refused: false
-
-        function ask(id: string, title: string) {
-            invoiceId = id
-            refused = false
-            voidSheet.title = qsTr("Void %1").arg(title)
-            voidDate.text = page.view.periodEnd
-            open()
-        }
-
-        text: qsTr("The invoice's entry is reversed on this day and nothing more is owed on it.")
-        confirmText: qsTr("Void invoice")
-        destructive: true
-        onConfirmed: {
-            refused = !page.view.voidRecord("invoice", invoiceId, voidDate.text)
-            if (refused)
-                open()
-        }
-
-        FormField {
-            id: voidDate
-
-            objectName: "voidDate"
-            label: qsTr("Day (YYYY-MM-DD)")
-            error: voidSheet.refused ? page.view.formError : ""
-            input.onTextEdited: voidSheet.refused = false
-            Layout.fillWidth: true
-        }
+        view: page.view
     }
 
     DoneNotice {
