@@ -109,13 +109,26 @@ QVariantList NativeBooksView::bankAccounts() const
     return banks;
 }
 
-QVariantList NativeBooksView::accountChoices() const
+QVariantList NativeBooksView::choicesIn(const QString &group) const
 {
     QVariantList choices;
-    for (const AccountRow &account : m_accounts.rows())
-        choices.append(
-            QVariantMap { { u"id"_s, account.id }, { u"name"_s, QString(account.code + u' ' + account.name) } });
+    for (const AccountRow &account : m_accounts.rows()) {
+        if (group.isEmpty() || account.group == group)
+            choices.append(
+                QVariantMap { { u"id"_s, account.id }, { u"name"_s, QString(account.code + u' ' + account.name) } });
+    }
     return choices;
+}
+
+QVariantList NativeBooksView::accountChoices() const
+{
+    return choicesIn(QString());
+}
+
+QVariantList NativeBooksView::incomeChoices() const
+{
+    return QVariantList { QVariantMap { { u"id"_s, QString() }, { u"name"_s, u"Default income account"_s } } }
+    + choicesIn(TarnBooksPages::accountGroupTitle(u"Income"_s));
 }
 
 QVariantList NativeBooksView::registerChoices() const

@@ -44,6 +44,9 @@ class NativeBooksView : public QObject {
     Q_PROPERTY(QVariantList accountChoices READ accountChoices NOTIFY stateChanged)
     // The same led by "All accounts" (an empty id): the register's choices.
     Q_PROPERTY(QVariantList registerChoices READ registerChoices NOTIFY stateChanged)
+    // The income accounts led by "Default income account" (an empty id, which
+    // leaves the choice to the books): where a posted invoice's sale goes.
+    Q_PROPERTY(QVariantList incomeChoices READ incomeChoices NOTIFY stateChanged)
     // The period the Expenses and Reports pages open on: the year to date.
     Q_PROPERTY(QString periodStart READ periodStart CONSTANT)
     Q_PROPERTY(QString periodEnd READ periodEnd CONSTANT)
@@ -107,6 +110,7 @@ public:
     [[nodiscard]] QVariantList bankAccounts() const;
     [[nodiscard]] QVariantList accountChoices() const;
     [[nodiscard]] QVariantList registerChoices() const;
+    [[nodiscard]] QVariantList incomeChoices() const;
     [[nodiscard]] static QString periodStart();
     [[nodiscard]] static QString periodEnd();
     [[nodiscard]] bool busy() const { return m_busy; }
@@ -146,6 +150,8 @@ private:
     template <typename Call> QCoro::Task<> change(Call call, QString message);
     void apply(const TarnPaymentsTerminal &terminal);
     void applyDocuments();
+    // The accounts of one group of the chart, or all for an empty group.
+    [[nodiscard]] QVariantList choicesIn(const QString &group) const;
     void setForm(bool busy, const QString &error);
 
     TarnAPI &m_api;

@@ -2,12 +2,22 @@
 #include "money/NativeBooksView.h"
 
 #include <QDate>
+#include <QMap>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <functional>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+QVariant cell(QAbstractItemModel *model, int row, const char *role)
+{
+    return model->data(model->index(row, 0), model->roleNames().key(role));
+}
+
+} // namespace
 
 // The books area's state against the demo company, as its owner and as a
 // books keeper without the payments terminal.
@@ -18,6 +28,8 @@ private Q_SLOTS:
     void init();
     void pagesFromOneOverview();
     void linkAndPostActivity();
+    void invoicePostedToItsIncome_data();
+    void invoicePostedToItsIncome();
     void reverseAndVoid();
     void withoutTheTerminal();
     void documentsUnderWhatTheySettle();
@@ -121,15 +133,6 @@ void TestBooksView::withoutTheTerminal()
     QVERIFY(view->transactions()->transactions()->rowCount() > 0);
 }
 
-namespace {
-
-QVariant cell(QAbstractItemModel *model, int row, const char *role)
-{
-    return model->data(model->index(row, 0), model->roleNames().key(role));
-}
-
-} // namespace
-
 // Each bill leads its payments and each invoice's receipts stay together, so
 // a list drawn in sections shows every payment under what it paid.
 void TestBooksView::documentsUnderWhatTheySettle()
@@ -149,6 +152,49 @@ void TestBooksView::documentsUnderWhatTheySettle()
                 QCOMPARE(cell(documents, row, "kind").toString(), u"bill"_s);
         }
     }
+}
+
+struct IncomeRow {
+    QString chosen;
+    // The account the sale lands in; none when the choice is refused.
+    QString credited;
+};
+Q_DECLARE_METATYPE(IncomeRow)
+
+void TestBooksView::invoicePostedToItsIncome_data()
+{
+    QTest::addColumn<IncomeRow>("row");
+    QTest::addRow("left to the books") << IncomeRow { QString(), u"acct-4000"_s };
+    QTest::addRow("design services chosen") << IncomeRow { u"acct-4100"_s, u"acct-4100"_s };
+    QTest::addRow("refused: an expense account") << IncomeRow { u"acct-6000"_s, QString() };
+}
+
+// The chosen income account reaches the ledger: only it moves, and an
+// account that takes no income is refused with nothing posted.
+void TestBooksView::invoicePostedToItsIncome()
+{
+    QFETCH(IncomeRow, row);
+    settle([this] { view->setSourceLinked(true); });
+    QCOMPARE(cell(view->sourceRecords(), 0, "kind").toString(), u"invoice"_s);
+    const QVariantList choices = view->incomeChoices();
+    QCOMPARE(choices.first().toMap().value(u"id"_s).toString(), QString());
+    QCOMPARE(choices.size(), 3);
+    QAbstractListModel *accounts = view->accounts();
+    const auto balances = [accounts] {
+        QMap<QString, QString> byID;
+        for (int at = 0; at < accounts->rowCount(); ++at)
+            byID.insert(cell(accounts, at, "accountId").toString(), cell(accounts, at, "balance").toString());
+        return byID;
+    };
+    const QMap<QString, QString> before = balances();
+    const int waiting = view->sourceRecords()->rowCount();
+    const QString id = cell(view->sourceRecords(), 0, "recordId").toString();
+    settle([&] { view->postSource(u"invoice"_s, id, row.chosen); });
+    QCOMPARE(view->formError().isEmpty(), !row.credited.isEmpty());
+    QCOMPARE(view->sourceRecords()->rowCount(), row.credited.isEmpty() ? waiting : waiting - 1);
+    const QMap<QString, QString> after = balances();
+    for (const QString &income : { u"acct-4000"_s, u"acct-4100"_s })
+        QCOMPARE(after.value(income) != before.value(income), income == row.credited);
 }
 
 struct VoidRow {

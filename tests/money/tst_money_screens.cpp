@@ -484,8 +484,14 @@ void TestMoneyScreens::dashboardRenamesAndLinks()
     const int waiting = records->property("count").toInt();
     QQuickItem *first = nullptr;
     QVERIFY(QMetaObject::invokeMethod(records, "itemAt", Q_RETURN_ARG(QQuickItem *, first), Q_ARG(int, 0)));
-    QVERIFY(first && QMetaObject::invokeMethod(first, "postAsked"));
+    QVERIFY(first);
+    // The first is an invoice: its sale goes to the income account chosen
+    // beside it, after the books' default and "4000".
+    const QString before = cell(view.accounts(), "accountId", u"acct-4100"_s, "balance").toString();
+    named(first, u"incomeAccount"_s)->setProperty("currentIndex", 2);
+    QMetaObject::invokeMethod(named(first, u"postSource"_s), "clicked");
     QTRY_COMPARE(records->property("count").toInt(), waiting - 1);
+    QTRY_VERIFY(cell(view.accounts(), "accountId", u"acct-4100"_s, "balance").toString() != before);
 }
 
 // A file the reader refuses shows its message in place of the count and

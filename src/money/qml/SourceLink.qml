@@ -1,10 +1,12 @@
 import QtQuick
+import QtQuick.Controls
 import QtQuick.Layouts
 import PiloTarn.Design
 import PiloTarn.Money
 
 // Whether the workspace's own invoices and payments belong to these books:
-// linked on request, then each eligible record posted one by one.
+// linked on request, then each eligible record posted one by one, an
+// invoice to the income account chosen beside it.
 Rectangle {
     id: panel
 
@@ -61,7 +63,8 @@ Rectangle {
             model: panel.view.sourceRecords
             onItemAdded: (index, item) => {
                 item.busy = Qt.binding(() => panel.view.busy)
-                item.postAsked.connect(() => panel.view.postSource(item.kind, item.recordId, ""))
+                item.incomeChoices = Qt.binding(() => panel.view.incomeChoices)
+                item.postAsked.connect(income => panel.view.postSource(item.kind, item.recordId, income))
             }
 
             BooksLine {
@@ -73,18 +76,30 @@ Rectangle {
                 required property string date
                 required property string amount
                 property bool busy: false
+                property var incomeChoices: []
 
-                signal postAsked()
+                signal postAsked(string incomeAccountId)
 
                 subtitle: (kind === "invoice" ? qsTr("Invoice") : qsTr("Payment")) + (date.length > 0 ? " · " + date : "")
                 figure: amount
                 Layout.fillWidth: true
 
+                ComboBox {
+                    id: income
+
+                    objectName: "incomeAccount"
+                    visible: record.kind === "invoice"
+                    model: record.incomeChoices
+                    textRole: "name"
+                    valueRole: "id"
+                    Accessible.name: qsTr("Income account")
+                }
                 ActionButton {
+                    objectName: "postSource"
                     kind: ActionButton.Plain
                     text: qsTr("Post")
                     enabled: !record.busy
-                    onClicked: record.postAsked()
+                    onClicked: record.postAsked(record.kind === "invoice" ? income.currentValue ?? "" : "")
                 }
             }
         }
