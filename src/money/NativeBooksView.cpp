@@ -9,8 +9,11 @@
 #include "service/TarnAPI.h"
 
 #include <QDate>
+#include <QHash>
 #include <QPointer>
 #include <QVariantMap>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +47,28 @@ bool stands(const std::optional<QString> &status)
 QString titled(const QString &what, const std::optional<QString> &number, const QString &party)
 {
     return (number && !number->isEmpty() ? what + u' ' + *number : what) + u" \u00B7 "_s + party;
+}
+
+// The positions of payments or receipts by the document they apply to, each
+// list in the answer's order; one that names no document goes under "".
+template <typename Settlement>
+QHash<QString, QList<qsizetype>> byParent(
+    const QList<Settlement> &settlements, std::optional<QString> Settlement::*parent)
+{
+    QHash<QString, QList<qsizetype>> positions;
+    for (qsizetype at = 0; at < settlements.size(); ++at)
+        positions[(settlements[at].*parent).value_or(QString())].append(at);
+    return positions;
+}
+
+// What no listed document took, in the answer's order.
+QList<qsizetype> leftOver(const QHash<QString, QList<qsizetype>> &positions)
+{
+    QList<qsizetype> rest;
+    for (const QList<qsizetype> &some : positions)
+        rest.append(some);
+    std::sort(rest.begin(), rest.end());
+    return rest;
 }
 
 } // namespace
@@ -222,12 +247,15 @@ void NativeBooksView::apply(const TarnPaymentsTerminal &terminal)
 void NativeBooksView::applyDocuments()
 {
     const QList<TarnBooksBillPayment> payments = m_books.bill_payments.value_or(QList<TarnBooksBillPayment>());
-    QList<bool> placed(payments.size(), false);
+    QHash<QString, QList<qsizetype>> paidOn = byParent(payments, &TarnBooksBillPayment::bill_id);
     QList<DocumentRow> bills;
-    const auto addPayment = [&bills](const TarnBooksBillPayment &payment, const QString &section) {
-        bills.append({ u"bill_payment/"_s + payment.id, u"bill_payment"_s, payment.id, section, u"Payment"_s,
-            payment.paid_on.value_or(QString()), TarnMoneyInput::dollars(payment.amount),
-            payment.status.value_or(QString()), stands(payment.status) });
+    const auto addPayments = [&](const QList<qsizetype> &positions, const QString &section) {
+        for (const qsizetype at : positions) {
+            const TarnBooksBillPayment &payment = payments[at];
+            bills.append({ u"bill_payment/"_s + payment.id, u"bill_payment"_s, payment.id, section, u"Payment"_s,
+                payment.paid_on.value_or(QString()), TarnMoneyInput::dollars(payment.amount),
+                payment.status.value_or(QString()), stands(payment.status) });
+        }
     };
     // A bill is voided only once nothing stands paid on it (the service
     // refuses it before its payments are voided), so it is offered only then.
@@ -238,37 +266,26 @@ void NativeBooksView::applyDocuments()
             TarnMoneyInput::dollars(bill.amount),
             owed ? TarnMoneyInput::dollars(bill.remaining) + u" remaining"_s : bill.status,
             owed && bill.remaining == bill.amount });
-        for (qsizetype at = 0; at < payments.size(); ++at) {
-            if (!placed[at] && payments[at].bill_id == bill.id) {
-                placed[at] = true;
-                addPayment(payments[at], section);
-            }
-        }
+        addPayments(paidOn.take(bill.id), section);
     }
-    for (qsizetype at = 0; at < payments.size(); ++at) {
-        if (!placed[at])
-            addPayment(payments[at], u"Payments without a bill"_s);
-    }
+    addPayments(leftOver(paidOn), u"Payments without a bill"_s);
     m_bills.setRows(bills);
 
     const QList<TarnBooksCustomerReceipt> receipts
         = m_books.customer_receipts.value_or(QList<TarnBooksCustomerReceipt>());
-    QList<bool> taken(receipts.size(), false);
+    QHash<QString, QList<qsizetype>> settling = byParent(receipts, &TarnBooksCustomerReceipt::invoice_id);
     QList<DocumentRow> received;
-    const auto addReceipts = [&](const std::optional<QString> &invoiceID, const QString &section) {
-        for (qsizetype at = 0; at < receipts.size(); ++at) {
+    const auto addReceipts = [&](const QList<qsizetype> &positions, const QString &section) {
+        for (const qsizetype at : positions) {
             const TarnBooksCustomerReceipt &receipt = receipts[at];
-            if (taken[at] || (invoiceID && receipt.invoice_id != invoiceID))
-                continue;
-            taken[at] = true;
             received.append({ u"receipt/"_s + receipt.id, u"receipt"_s, receipt.id, section, u"Receipt"_s,
                 receipt.received_on.value_or(QString()), TarnMoneyInput::dollars(receipt.amount),
                 receipt.status.value_or(QString()), stands(receipt.status) });
         }
     };
     for (const TarnBooksCustomerInvoice &invoice : m_books.customer_invoices)
-        addReceipts(invoice.id, titled(u"Invoice"_s, invoice.invoice_number, invoice.customer));
-    addReceipts(std::nullopt, u"Receipts without an invoice"_s);
+        addReceipts(settling.take(invoice.id), titled(u"Invoice"_s, invoice.invoice_number, invoice.customer));
+    addReceipts(leftOver(settling), u"Receipts without an invoice"_s);
     m_receipts.setRows(received);
 }
 
