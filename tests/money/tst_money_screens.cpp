@@ -6,6 +6,8 @@
 #include <QDate>
 #include <QFile>
 #include <QImage>
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -323,11 +325,18 @@ void TestMoneyScreens::voidFromItsPage()
     QVERIFY(QMetaObject::invokeMethod(
         sheet, "ask", Q_ARG(QString, kind), Q_ARG(QString, id), Q_ARG(QString, u"the record"_s)));
 
-    const qsizetype sent = session.workspace->requests().size();
+    // The page may still be reading its register: only a void would be wrong.
+    const auto voids = [this] {
+        qsizetype count = 0;
+        for (const QJsonValue &request : session.workspace->requests())
+            count += request.toObject().value("path"_L1).toString().endsWith("/void"_L1);
+        return count;
+    };
+    const qsizetype voided = voids();
     named(sheet, u"voidDate"_s)->setProperty("text", u"2026-02-30"_s);
     QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
     QTRY_VERIFY(sheet->property("opened").toBool());
-    QCOMPARE(session.workspace->requests().size(), sent);
+    QCOMPARE(voids(), voided);
 
     named(sheet, u"voidDate"_s)->setProperty("text", QDate::currentDate().toString(Qt::ISODate));
     QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
