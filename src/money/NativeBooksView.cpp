@@ -61,6 +61,20 @@ QHash<QString, QList<qsizetype>> byParent(
     return positions;
 }
 
+// One row per payment or receipt at `positions`, under `section`.
+template <typename Settlement>
+void appendSettlements(QList<DocumentRow> &rows, const QList<Settlement> &settlements,
+    const QList<qsizetype> &positions, const QString &section, const QString &kind, const QString &title,
+    std::optional<QString> Settlement::*date)
+{
+    for (const qsizetype at : positions) {
+        const Settlement &settlement = settlements[at];
+        rows.append({ kind + u'/' + settlement.id, kind, settlement.id, section, title,
+            (settlement.*date).value_or(QString()), TarnMoneyInput::dollars(settlement.amount),
+            settlement.status.value_or(QString()), stands(settlement.status) });
+    }
+}
+
 // What no listed document took, in the answer's order.
 QList<qsizetype> leftOver(const QHash<QString, QList<qsizetype>> &positions)
 {
@@ -249,14 +263,6 @@ void NativeBooksView::applyDocuments()
     const QList<TarnBooksBillPayment> payments = m_books.bill_payments.value_or(QList<TarnBooksBillPayment>());
     QHash<QString, QList<qsizetype>> paidOn = byParent(payments, &TarnBooksBillPayment::bill_id);
     QList<DocumentRow> bills;
-    const auto addPayments = [&](const QList<qsizetype> &positions, const QString &section) {
-        for (const qsizetype at : positions) {
-            const TarnBooksBillPayment &payment = payments[at];
-            bills.append({ u"bill_payment/"_s + payment.id, u"bill_payment"_s, payment.id, section, u"Payment"_s,
-                payment.paid_on.value_or(QString()), TarnMoneyInput::dollars(payment.amount),
-                payment.status.value_or(QString()), stands(payment.status) });
-        }
-    };
     // A bill is voided only once nothing stands paid on it (the service
     // refuses it before its payments are voided), so it is offered only then.
     for (const TarnBooksBill &bill : m_books.bills) {
@@ -266,26 +272,23 @@ void NativeBooksView::applyDocuments()
             TarnMoneyInput::dollars(bill.amount),
             owed ? TarnMoneyInput::dollars(bill.remaining) + u" remaining"_s : bill.status,
             owed && bill.remaining == bill.amount });
-        addPayments(paidOn.take(bill.id), section);
+        appendSettlements(bills, payments, paidOn.take(bill.id), section, u"bill_payment"_s, u"Payment"_s,
+            &TarnBooksBillPayment::paid_on);
     }
-    addPayments(leftOver(paidOn), u"Payments without a bill"_s);
+    appendSettlements(bills, payments, leftOver(paidOn), u"Payments without a bill"_s, u"bill_payment"_s, u"Payment"_s,
+        &TarnBooksBillPayment::paid_on);
     m_bills.setRows(bills);
 
     const QList<TarnBooksCustomerReceipt> receipts
         = m_books.customer_receipts.value_or(QList<TarnBooksCustomerReceipt>());
     QHash<QString, QList<qsizetype>> settling = byParent(receipts, &TarnBooksCustomerReceipt::invoice_id);
     QList<DocumentRow> received;
-    const auto addReceipts = [&](const QList<qsizetype> &positions, const QString &section) {
-        for (const qsizetype at : positions) {
-            const TarnBooksCustomerReceipt &receipt = receipts[at];
-            received.append({ u"receipt/"_s + receipt.id, u"receipt"_s, receipt.id, section, u"Receipt"_s,
-                receipt.received_on.value_or(QString()), TarnMoneyInput::dollars(receipt.amount),
-                receipt.status.value_or(QString()), stands(receipt.status) });
-        }
-    };
     for (const TarnBooksCustomerInvoice &invoice : m_books.customer_invoices)
-        addReceipts(settling.take(invoice.id), titled(u"Invoice"_s, invoice.invoice_number, invoice.customer));
-    addReceipts(leftOver(settling), u"Receipts without an invoice"_s);
+        appendSettlements(received, receipts, settling.take(invoice.id),
+            titled(u"Invoice"_s, invoice.invoice_number, invoice.customer), u"receipt"_s, u"Receipt"_s,
+            &TarnBooksCustomerReceipt::received_on);
+    appendSettlements(received, receipts, leftOver(settling), u"Receipts without an invoice"_s, u"receipt"_s,
+        u"Receipt"_s, &TarnBooksCustomerReceipt::received_on);
     m_receipts.setRows(received);
 }
 
