@@ -39,6 +39,11 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
     };
     static constexpr Alias aliases[] {
         { "books"_L1, TarnScreen::documents, "Dashboard"_L1 },
+        { "books-transactions"_L1, TarnScreen::documents, "Transactions"_L1 },
+        { "books-invoices"_L1, TarnScreen::documents, "Invoices"_L1 },
+        { "books-expenses"_L1, TarnScreen::documents, "Expenses"_L1 },
+        { "books-reports"_L1, TarnScreen::documents, "Reports"_L1 },
+        { "books-banking"_L1, TarnScreen::documents, "Bank feed"_L1 },
         { "inbox"_L1, TarnScreen::calls, "Inbox"_L1 },
         { "assistant"_L1, TarnScreen::agent, "New chat"_L1 },
         { "calendar"_L1, TarnScreen::schedule, "Calendar"_L1 },

@@ -8,8 +8,8 @@
 #include "auth/NativeSingleInstance.h"
 #include "service/Config.h"
 
+#include <QApplication>
 #include <QCommandLineParser>
-#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QSettings>
 
@@ -36,7 +36,9 @@ void waitForFirstLoad(NativeScreenshot &capture, State &state, Signal changed)
 
 int main(int argc, char **argv)
 {
-    QGuiApplication application(argc, argv);
+    // A widgets application: the books' charts draw through the Graphics
+    // View framework, which needs one.
+    QApplication application(argc, argv);
     QGuiApplication::setApplicationName(u"pilo-tarn"_s);
     QGuiApplication::setOrganizationName(u"Halvard"_s);
     QGuiApplication::setOrganizationDomain(u"halvard.co"_s);
@@ -156,9 +158,24 @@ int main(int argc, char **argv)
             QObject::connect(&mail, &NativeMailView::threadParsed, capture.get(), settle);
         } else if (shown && shown->screen == TarnScreen::payments)
             waitForFirstLoad(*capture, app.payments(), &NativePaymentsView::stateChanged);
-        // The books are shown once the Dashboard's months are in.
-        else if (shown && shown->screen == TarnScreen::documents && shown->section == "Dashboard"_L1)
-            waitForFirstLoad(*capture, *app.books().dashboard(), &NativeBooksDashboard::changed);
+        // A books page (the only documents places a profile names) is shown
+        // once the Dashboard's months are in, which follow the overview
+        // every page loads, and the period its page asked for is.
+        else if (shown && shown->screen == TarnScreen::documents && shown->section) {
+            NativeBooksView &books = app.books();
+            auto started = std::make_shared<bool>(false);
+            capture->setReady([&books, started] {
+                return *started && !books.dashboard()->loading() && !books.expenses()->loading()
+                    && !books.report()->loading();
+            });
+            const auto recheck = [&capture, &books, started] {
+                *started = *started || books.dashboard()->loading();
+                capture->recheck();
+            };
+            QObject::connect(books.dashboard(), &NativeBooksDashboard::changed, capture.get(), recheck);
+            QObject::connect(books.expenses(), &NativeBooksExpenses::changed, capture.get(), recheck);
+            QObject::connect(books.report(), &NativeBooksReport::changed, capture.get(), recheck);
+        }
     }
 
     QObject::connect(&instance, &NativeSingleInstance::activated, &root, [&](const QUrl &url) {

@@ -66,7 +66,7 @@ QVariantList NativeBankRows::candidates(const QString &rowID) const
     return found;
 }
 
-template <typename Call> QCoro::Task<> NativeBankRows::change(Call call)
+template <typename Call> QCoro::Task<> NativeBankRows::change(Call call, QString message)
 {
     const QPointer<NativeBankRows> self(this);
     m_busy = true;
@@ -78,21 +78,25 @@ template <typename Call> QCoro::Task<> NativeBankRows::change(Call call)
     m_busy = false;
     m_error = outcome.error;
     Q_EMIT stateChanged();
-    if (outcome.error.isEmpty())
+    if (outcome.error.isEmpty()) {
+        Q_EMIT done(message);
         Q_EMIT booksChanged();
+    }
 }
 
 void NativeBankRows::match(const QString &rowID, const QString &entryID)
 {
-    change([this, rowID, entryID] { return TarnBooksCalls::matchBooksBankRow(m_api, rowID, entryID); });
+    change([this, rowID, entryID] { return TarnBooksCalls::matchBooksBankRow(m_api, rowID, entryID); },
+        u"Matched to ledger"_s);
 }
 
 void NativeBankRows::unmatch(const QString &rowID)
 {
-    change([this, rowID] { return TarnBooksCalls::unmatchBooksBankRow(m_api, rowID); });
+    change([this, rowID] { return TarnBooksCalls::unmatchBooksBankRow(m_api, rowID); }, u"Unmatched"_s);
 }
 
 void NativeBankRows::categorize(const QString &rowID, const QString &accountID)
 {
-    change([this, rowID, accountID] { return TarnBooksCalls::categorizeBooksBankRow(m_api, rowID, accountID); });
+    change([this, rowID, accountID] { return TarnBooksCalls::categorizeBooksBankRow(m_api, rowID, accountID); },
+        u"Categorized"_s);
 }

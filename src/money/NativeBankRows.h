@@ -56,9 +56,10 @@ Q_SIGNALS:
     void stateChanged();
     // A row changed on the service: the books are loaded again.
     void booksChanged();
+    void done(const QString &message);
 
 private:
-    template <typename Call> QCoro::Task<> change(Call call);
+    template <typename Call> QCoro::Task<> change(Call call, QString message);
 
     TarnAPI &m_api;
     TarnBooks m_books;

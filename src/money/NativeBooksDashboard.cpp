@@ -7,6 +7,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -35,6 +36,56 @@ double NativeBooksDashboard::largestBar() const
     for (const Bar &bar : m_bars.rows())
         largest = std::max(largest, bar.cents);
     return static_cast<double>(largest);
+}
+
+NativeBooksDashboard::ChartScale NativeBooksDashboard::scaleFor(qint64 largestCents)
+{
+    const bool thousands = largestCents >= 1'000'000;
+    const double unit = thousands ? 1000 : 1;
+    const double largest = static_cast<double>(largestCents) / 100 / unit;
+    // Four intervals at most, each 1, 2 or 5 times a power of ten.
+    double step = 1;
+    while (step * 4 < largest) {
+        if (step * 2 * 4 >= largest)
+            step *= 2;
+        else if (step * 5 * 4 >= largest)
+            step *= 5;
+        else
+            step *= 10;
+    }
+    const int intervals = std::max(1, static_cast<int>(std::ceil(largest / step)));
+    return { intervals * step, intervals + 1, unit, thousands ? u"$%.0fk"_s : u"$%.0f"_s };
+}
+
+QStringList NativeBooksDashboard::chartMonths() const
+{
+    QStringList labels;
+    for (const Bar &bar : m_bars.rows()) {
+        if (bar.kind == "Money in"_L1)
+            labels.append(bar.label);
+    }
+    return labels;
+}
+
+QVariantList NativeBooksDashboard::chartValues(const QString &kind) const
+{
+    const double unit = chartScale().unit;
+    QVariantList values;
+    for (const Bar &bar : m_bars.rows()) {
+        if (bar.kind == kind)
+            values.append(static_cast<double>(bar.cents) / 100 / unit);
+    }
+    return values;
+}
+
+QVariantList NativeBooksDashboard::chartIn() const
+{
+    return chartValues(u"Money in"_s);
+}
+
+QVariantList NativeBooksDashboard::chartOut() const
+{
+    return chartValues(u"Money out"_s);
 }
 
 QString NativeBooksDashboard::moneyIn() const

@@ -9,6 +9,8 @@
 #include <QDate>
 #include <QObject>
 #include <QString>
+#include <QStringList>
+#include <QVariantList>
 
 class TarnAPI;
 
@@ -22,6 +24,12 @@ class NativeBooksDashboard : public QObject {
     Q_PROPERTY(QString error READ error NOTIFY changed)
     Q_PROPERTY(QAbstractListModel *bars READ bars CONSTANT)
     Q_PROPERTY(double largestBar READ largestBar NOTIFY changed)
+    Q_PROPERTY(QStringList chartMonths READ chartMonths NOTIFY changed)
+    Q_PROPERTY(QVariantList chartIn READ chartIn NOTIFY changed)
+    Q_PROPERTY(QVariantList chartOut READ chartOut NOTIFY changed)
+    Q_PROPERTY(double chartTop READ chartTop NOTIFY changed)
+    Q_PROPERTY(int chartTicks READ chartTicks NOTIFY changed)
+    Q_PROPERTY(QString chartLabelFormat READ chartLabelFormat NOTIFY changed)
     Q_PROPERTY(QString moneyIn READ moneyIn NOTIFY changed)
     Q_PROPERTY(QString moneyOut READ moneyOut NOTIFY changed)
     Q_PROPERTY(QString unpaidBills READ unpaidBills NOTIFY changed)
@@ -40,12 +48,32 @@ public:
         friend bool operator==(const Bar &, const Bar &) = default;
     };
 
+    // The value axis of the chart: bars are drawn in `unit` dollars (1, or
+    // 1,000 once the largest bar reaches $10,000, so that labels stay short),
+    // from 0 to `top` with `ticks` evenly spaced labels, each a round number.
+    struct ChartScale {
+        double top = 1;
+        int ticks = 2;
+        double unit = 1;
+        QString labelFormat;
+        friend bool operator==(const ChartScale &, const ChartScale &) = default;
+    };
+    [[nodiscard]] static ChartScale scaleFor(qint64 largestCents);
+
     explicit NativeBooksDashboard(TarnAPI &api, QObject *parent = nullptr);
 
     [[nodiscard]] bool loading() const { return m_loading; }
     [[nodiscard]] QString error() const { return m_error; }
     [[nodiscard]] QAbstractListModel *bars() { return &m_bars; }
     [[nodiscard]] double largestBar() const;
+    [[nodiscard]] QStringList chartMonths() const;
+    // In the axis unit, as the chart's bar sets take them.
+    [[nodiscard]] QVariantList chartIn() const;
+    [[nodiscard]] QVariantList chartOut() const;
+    [[nodiscard]] ChartScale chartScale() const { return scaleFor(static_cast<qint64>(largestBar())); }
+    [[nodiscard]] double chartTop() const { return chartScale().top; }
+    [[nodiscard]] int chartTicks() const { return chartScale().ticks; }
+    [[nodiscard]] QString chartLabelFormat() const { return chartScale().labelFormat; }
     [[nodiscard]] QString moneyIn() const;
     [[nodiscard]] QString moneyOut() const;
     [[nodiscard]] QString unpaidBills() const;
@@ -59,6 +87,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    [[nodiscard]] QVariantList chartValues(const QString &kind) const;
     QCoro::Task<> loadReports(QList<QString> months, int generation);
 
     TarnAPI &m_api;

@@ -56,6 +56,12 @@ QString NativeBooksReport::netIncome() const
     return TarnMoneyInput::dollars(m_report.net_income);
 }
 
+void NativeBooksReport::refresh()
+{
+    if (!m_start.isEmpty())
+        load(m_start, m_end, m_accountID);
+}
+
 void NativeBooksReport::load(const QString &start, const QString &end, const QString &accountID)
 {
     const int generation = ++m_generation;

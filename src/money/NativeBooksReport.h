@@ -50,6 +50,9 @@ public:
     // account is every account.
     Q_INVOKABLE void load(const QString &start, const QString &end, const QString &accountID);
     Q_INVOKABLE void more();
+    // The shown period again from its first page, once the ledger changed;
+    // nothing before a period was asked for.
+    void refresh();
 
 Q_SIGNALS:
     void changed();

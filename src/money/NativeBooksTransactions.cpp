@@ -57,6 +57,7 @@ NativeBooksTransactions::NativeBooksTransactions(QObject *parent)
           { "remaining", [](const InvoiceRow &r) { return r.remaining; } },
           { "open", [](const InvoiceRow &r) { return r.open; } },
           { "status", [](const InvoiceRow &r) { return r.status; } },
+          { "voidable", [](const InvoiceRow &r) { return r.voidable; } },
       })
 {
 }
@@ -70,7 +71,8 @@ void NativeBooksTransactions::show(
     QList<InvoiceRow> invoices;
     for (const TarnBooksPages::InvoiceRow &row : TarnBooksPages::invoices(open, payments, books.customer_invoices)) {
         invoices.append({ row.id, row.title, row.customer, row.date, TarnMoneyInput::dollars(row.amount),
-            TarnMoneyInput::dollars(row.remaining), row.open, row.status });
+            TarnMoneyInput::dollars(row.remaining), row.open, row.status,
+            row.source == TarnBooksPages::Source::books && row.status != "Voided"_L1 && row.remaining == row.amount });
     }
     m_invoices.setRows(invoices);
 }

@@ -42,6 +42,9 @@ public:
         QString remaining;
         bool open = false;
         QString status;
+        // A books invoice not voided yet with no receipt standing on it: one
+        // the ledger can void (its receipts are voided first).
+        bool voidable = false;
         friend bool operator==(const InvoiceRow &, const InvoiceRow &) = default;
     };
 

@@ -33,7 +33,23 @@ class NativeBooksView : public QObject {
     Q_PROPERTY(QString sourceDetail READ sourceDetail NOTIFY stateChanged)
     Q_PROPERTY(QAbstractListModel *sourceRecords READ sourceRecords CONSTANT)
     Q_PROPERTY(QAbstractListModel *accounts READ accounts CONSTANT)
+    // The bills, each followed by the payments made on it; and the receipts
+    // taken on customer invoices under the invoice they settle. Each row
+    // under its bill's or invoice's title ("section"), voidable until voided.
+    Q_PROPERTY(QAbstractListModel *bills READ bills CONSTANT)
+    Q_PROPERTY(QAbstractListModel *receipts READ receipts CONSTANT)
     Q_PROPERTY(QVariantList bankAccounts READ bankAccounts NOTIFY stateChanged)
+    // Every account as [{ "id", "name" }], named by code and name, in the
+    // chart's order: the choices of the register and of categorizing.
+    Q_PROPERTY(QVariantList accountChoices READ accountChoices NOTIFY stateChanged)
+    // The same led by "All accounts" (an empty id): the register's choices.
+    Q_PROPERTY(QVariantList registerChoices READ registerChoices NOTIFY stateChanged)
+    // The income accounts led by "Default income account" (an empty id, which
+    // leaves the choice to the books): where a posted invoice's sale goes.
+    Q_PROPERTY(QVariantList incomeChoices READ incomeChoices NOTIFY stateChanged)
+    // The period the Expenses and Reports pages open on: the year to date.
+    Q_PROPERTY(QString periodStart READ periodStart CONSTANT)
+    Q_PROPERTY(QString periodEnd READ periodEnd CONSTANT)
     Q_PROPERTY(bool busy READ busy NOTIFY formChanged)
     Q_PROPERTY(QString formError READ formError NOTIFY formChanged)
     Q_PROPERTY(NativeBooksDashboard *dashboard READ dashboard CONSTANT)
@@ -50,7 +66,7 @@ public:
         QString group;
         QString code;
         QString name;
-        // Debits less credits: what an asset or expense account holds.
+        // On the account's natural side (TarnBooksPages::naturalBalance).
         QString balance;
         friend bool operator==(const AccountRow &, const AccountRow &) = default;
     };
@@ -64,6 +80,20 @@ public:
         friend bool operator==(const SourceRow &, const SourceRow &) = default;
     };
 
+    struct DocumentRow {
+        QString key;
+        // "bill", "bill_payment" or "receipt": the kind voidRecord takes.
+        QString kind;
+        QString id;
+        QString section;
+        QString title;
+        QString date;
+        QString amount;
+        QString status;
+        bool voidable = false;
+        friend bool operator==(const DocumentRow &, const DocumentRow &) = default;
+    };
+
     explicit NativeBooksView(TarnAPI &api, QObject *parent = nullptr);
     ~NativeBooksView() override;
 
@@ -75,7 +105,14 @@ public:
     [[nodiscard]] QString sourceDetail() const;
     [[nodiscard]] QAbstractListModel *sourceRecords() { return &m_sources; }
     [[nodiscard]] QAbstractListModel *accounts() { return &m_accounts; }
+    [[nodiscard]] QAbstractListModel *bills() { return &m_bills; }
+    [[nodiscard]] QAbstractListModel *receipts() { return &m_receipts; }
     [[nodiscard]] QVariantList bankAccounts() const;
+    [[nodiscard]] QVariantList accountChoices() const;
+    [[nodiscard]] QVariantList registerChoices() const;
+    [[nodiscard]] QVariantList incomeChoices() const;
+    [[nodiscard]] static QString periodStart();
+    [[nodiscard]] static QString periodEnd();
     [[nodiscard]] bool busy() const { return m_busy; }
     [[nodiscard]] QString formError() const { return m_formError; }
     [[nodiscard]] NativeBooksDashboard *dashboard() const { return m_dashboard; }
@@ -103,18 +140,26 @@ public:
 Q_SIGNALS:
     void stateChanged();
     void formChanged();
+    // A change went through (here or on the Banking page's rows); the books
+    // are loaded again.
+    void done(const QString &message);
 
 private:
     QCoro::Task<> load(int generation);
     // Runs one change, then loads the books again; a failure shows in formError.
-    template <typename Call> QCoro::Task<> change(Call call);
+    template <typename Call> QCoro::Task<> change(Call call, QString message);
     void apply(const TarnPaymentsTerminal &terminal);
+    void applyDocuments();
+    // The accounts of one group of the chart, or all for an empty group.
+    [[nodiscard]] QVariantList choicesIn(const QString &group) const;
     void setForm(bool busy, const QString &error);
 
     TarnAPI &m_api;
     TarnBooks m_books;
     NativeKeyedListModel<AccountRow, &AccountRow::id> m_accounts;
     NativeKeyedListModel<SourceRow, &SourceRow::key> m_sources;
+    NativeKeyedListModel<DocumentRow, &DocumentRow::key> m_bills;
+    NativeKeyedListModel<DocumentRow, &DocumentRow::key> m_receipts;
     NativeBooksDashboard *m_dashboard;
     NativeBooksTransactions *m_transactions;
     NativeBooksExpenses *m_expenses;

@@ -1,8 +1,15 @@
 #pragma once
 
+#include "money/NativeBankImport.h"
+#include "money/NativeBankRows.h"
 #include "money/NativeBooksDashboard.h"
+#include "money/NativeBooksExpenses.h"
+#include "money/NativeBooksReport.h"
+#include "money/NativeBooksTransactions.h"
 #include "money/NativeBooksView.h"
+#include "money/NativeDoneNotice.h"
 #include "money/NativePaymentsView.h"
+#include "money/NativeReconciliation.h"
 
 #include <QtQml/qqml.h>
 
@@ -21,11 +28,59 @@ struct NativeBooksDashboardForeign {
     QML_UNCREATABLE("Built by the books view.")
 };
 
+struct NativeBooksTransactionsForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeBooksTransactions)
+    QML_NAMED_ELEMENT(NativeBooksTransactions)
+    QML_UNCREATABLE("Built by the books view.")
+};
+
+struct NativeBooksExpensesForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeBooksExpenses)
+    QML_NAMED_ELEMENT(NativeBooksExpenses)
+    QML_UNCREATABLE("Built by the books view.")
+};
+
+struct NativeBooksReportForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeBooksReport)
+    QML_NAMED_ELEMENT(NativeBooksReport)
+    QML_UNCREATABLE("Built by the books view.")
+};
+
+struct NativeBankRowsForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeBankRows)
+    QML_NAMED_ELEMENT(NativeBankRows)
+    QML_UNCREATABLE("Built by the books view.")
+};
+
+struct NativeBankImportForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeBankImport)
+    QML_NAMED_ELEMENT(NativeBankImport)
+    QML_UNCREATABLE("Built by the books view.")
+};
+
+struct NativeReconciliationForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeReconciliation)
+    QML_NAMED_ELEMENT(NativeReconciliation)
+    QML_UNCREATABLE("Built by the books view.")
+};
+
 struct NativePaymentsViewForeign {
     Q_GADGET
     QML_FOREIGN(NativePaymentsView)
     QML_NAMED_ELEMENT(NativePaymentsView)
     QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativeDoneNoticeForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeDoneNotice)
+    QML_NAMED_ELEMENT(NativeDoneNotice)
 };
 
 // The lists the views hand out, so that tooling knows their type.

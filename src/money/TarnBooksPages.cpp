@@ -12,6 +12,8 @@
 #include <QSet>
 
 #include <algorithm>
+#include <numeric>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -19,23 +21,25 @@ namespace TarnBooksPages {
 
 namespace {
 
+// The labels are QStrings over static text, so that the rows of a large
+// ledger share them instead of each making its own copy.
 struct Origin {
-    QLatin1StringView type;
-    QLatin1StringView one;
-    QLatin1StringView many;
+    QString type;
+    QString one;
+    QString many;
     Transaction::Direction direction;
 };
 
 // Where a books entry was posted from, as its source_type names it.
-constexpr Origin origins[] = {
-    { "invoice"_L1, "Invoice"_L1, "Invoices"_L1, Transaction::Direction::journal },
-    { "payment"_L1, "Payment"_L1, "Payments"_L1, Transaction::Direction::moneyIn },
-    { "customer_receipt"_L1, "Customer receipt"_L1, "Customer receipts"_L1, Transaction::Direction::moneyIn },
-    { "bill"_L1, "Bill"_L1, "Bills"_L1, Transaction::Direction::journal },
-    { "bill_payment"_L1, "Bill payment"_L1, "Bill payments"_L1, Transaction::Direction::moneyOut },
-    { "expense"_L1, "Expense"_L1, "Expenses"_L1, Transaction::Direction::moneyOut },
-    { "bank_row"_L1, "Bank transaction"_L1, "Bank transactions"_L1, Transaction::Direction::journal },
-    { "reversal"_L1, "Reversal"_L1, "Reversals"_L1, Transaction::Direction::journal },
+const Origin origins[] = {
+    { u"invoice"_s, u"Invoice"_s, u"Invoices"_s, Transaction::Direction::journal },
+    { u"payment"_s, u"Payment"_s, u"Payments"_s, Transaction::Direction::moneyIn },
+    { u"customer_receipt"_s, u"Customer receipt"_s, u"Customer receipts"_s, Transaction::Direction::moneyIn },
+    { u"bill"_s, u"Bill"_s, u"Bills"_s, Transaction::Direction::journal },
+    { u"bill_payment"_s, u"Bill payment"_s, u"Bill payments"_s, Transaction::Direction::moneyOut },
+    { u"expense"_s, u"Expense"_s, u"Expenses"_s, Transaction::Direction::moneyOut },
+    { u"bank_row"_s, u"Bank transaction"_s, u"Bank transactions"_s, Transaction::Direction::journal },
+    { u"reversal"_s, u"Reversal"_s, u"Reversals"_s, Transaction::Direction::journal },
 };
 
 const Origin *origin(const std::optional<QString> &type)
@@ -62,8 +66,8 @@ QString spelled(const QString &type)
 QString originLabel(const std::optional<QString> &type, bool plural)
 {
     if (const Origin *o = origin(type))
-        return plural ? QString(o->many) : QString(o->one);
-    if (!type || type->trimmed().isEmpty())
+        return plural ? o->many : o->one;
+    if (!type || QStringView(*type).trimmed().isEmpty())
         return plural ? u"Manual entries"_s : u"Manual entry"_s;
     return spelled(*type);
 }
@@ -74,15 +78,27 @@ Transaction::Direction directionOf(qint64 cents)
 }
 
 // Newest first; on the same day books before payments before Mercury, then by id.
+// The positions are sorted rather than the rows, so that each row is moved
+// once instead of at every step of the sort.
 void sortNewestFirst(QList<Transaction> &list)
 {
-    std::stable_sort(list.begin(), list.end(), [](const Transaction &a, const Transaction &b) {
-        if (a.date != b.date)
-            return a.date > b.date;
+    const QList<Transaction> &rows = list;
+    std::vector<qsizetype> order(rows.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&rows](qsizetype x, qsizetype y) {
+        const Transaction &a = rows[x];
+        const Transaction &b = rows[y];
+        if (const int byDate = QString::compare(a.date, b.date); byDate != 0)
+            return byDate > 0;
         if (a.source != b.source)
             return a.source < b.source;
         return a.id < b.id;
     });
+    QList<Transaction> sorted;
+    sorted.reserve(list.size());
+    for (const qsizetype at : order)
+        sorted.append(std::move(list[at]));
+    list = std::move(sorted);
 }
 
 // Labels in first-seen order with their counts and sums.
@@ -237,18 +253,21 @@ QList<MonthSummary> mercurySummaries(const QList<QString> &months, const QList<T
 {
     QList<MonthSummary> out;
     out.reserve(months.size());
+    QHash<QStringView, qsizetype> at;
     for (const QString &month : months) {
-        MonthSummary summary { month, 0, 0, Source::none, Source::none };
-        for (const TarnBooksBankRow &row : rows) {
-            if (!row.isMercury() || QStringView(row.row_date).left(7) != month)
-                continue;
-            summary.incomeSource = summary.expenseSource = Source::mercury;
-            if (row.amount > 0)
-                summary.income = TarnCents::add(summary.income, row.amount);
-            else
-                summary.expenses = TarnCents::subtract(summary.expenses, row.amount);
-        }
-        out.append(summary);
+        at.insert(month, out.size());
+        out.append({ month, 0, 0, Source::none, Source::none });
+    }
+    for (const TarnBooksBankRow &row : rows) {
+        const auto found = at.constFind(QStringView(row.row_date).left(7));
+        if (found == at.cend() || !row.isMercury())
+            continue;
+        MonthSummary &summary = out[*found];
+        summary.incomeSource = summary.expenseSource = Source::mercury;
+        if (row.amount > 0)
+            summary.income = TarnCents::add(summary.income, row.amount);
+        else
+            summary.expenses = TarnCents::subtract(summary.expenses, row.amount);
     }
     return out;
 }
@@ -284,6 +303,7 @@ QList<Transaction> transactions(const QList<TarnBooksEntry> &entries, const QLis
     for (const TarnBooksEntry &entry : entries) {
         const Origin *from = origin(entry.source_type);
         const Transaction::Direction direction = from ? from->direction : Transaction::Direction::journal;
+        const QString label = originLabel(entry.source_type, false);
         if (entry.source_type == u"payment"_s && entry.source_id)
             posted.insert(*entry.source_id);
         qint64 cents = entry.amount;
@@ -294,8 +314,8 @@ QList<Transaction> transactions(const QList<TarnBooksEntry> &entries, const QLis
         out.append({
             .id = entry.id,
             .date = entry.entry_date,
-            .title = entry.memo.trimmed().isEmpty() ? originLabel(entry.source_type, false) : entry.memo,
-            .detail = originLabel(entry.source_type, false),
+            .title = QStringView(entry.memo).trimmed().isEmpty() ? label : entry.memo,
+            .detail = label,
             .cents = cents,
             .direction = direction,
             .source = Source::books,
@@ -350,11 +370,14 @@ QList<Transaction> filter(const QList<Transaction> &transactions, const QString 
 {
     const QString needle = query.trimmed().toLower();
     QList<Transaction> out;
+    out.reserve(transactions.size());
     for (const Transaction &t : transactions) {
         if (source && t.source != *source)
             continue;
-        if (!needle.isEmpty() && !t.title.toLower().contains(needle) && !t.detail.toLower().contains(needle)
-            && !t.date.contains(needle) && !t.status.toLower().contains(needle))
+        // Compared without making lower-cased copies: a search runs over every
+        // row of a large ledger at each key stroke.
+        const auto has = [&needle](const QString &text) { return text.contains(needle, Qt::CaseInsensitive); };
+        if (!needle.isEmpty() && !has(t.title) && !has(t.detail) && !t.date.contains(needle) && !has(t.status))
             continue;
         out.append(t);
     }
@@ -542,6 +565,13 @@ QList<AccountGroup> chartOfAccounts(const QList<TarnBooksAccount> &accounts)
         return x != y ? x < y : a.title < b.title;
     });
     return groups;
+}
+
+qint64 naturalBalance(const TarnBooksAccount &account)
+{
+    const bool creditNormal
+        = account.type == "Liability"_L1 || account.type == "Equity"_L1 || account.type == "Income"_L1;
+    return creditNormal ? account.credits - account.debits : account.debits - account.credits;
 }
 
 QString mercuryNote(qint64 accounts, qint64 uncategorized)

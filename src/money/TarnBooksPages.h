@@ -194,6 +194,12 @@ struct MercuryCategory {
 // by title), each group ordered by account code. Empty groups are left out.
 [[nodiscard]] QList<AccountGroup> chartOfAccounts(const QList<TarnBooksAccount> &accounts);
 
+// The account's balance on its natural side: credits less debits for the
+// credit-normal types (liabilities, equity, income), debits less credits for
+// the rest, so an account holding what it should reads positive and one
+// overdrawn against its nature reads negative.
+[[nodiscard]] qint64 naturalBalance(const TarnBooksAccount &account);
+
 // "2 accounts · All categorized", "1 account · 3 to categorize in Mercury".
 [[nodiscard]] QString mercuryNote(qint64 accounts, qint64 uncategorized);
 

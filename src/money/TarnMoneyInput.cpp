@@ -70,6 +70,11 @@ QString TarnMoneyInput::text(qint64 cents)
 
 QString TarnMoneyInput::dollars(qint64 cents)
 {
-    const QString plain = text(cents);
-    return plain.startsWith(u'-') ? u"-$"_s + plain.mid(1) : u"$"_s + plain;
+    QString plain = text(cents);
+    const bool negative = plain.startsWith(u'-');
+    // Commas every three whole digits, counted back from the decimal point.
+    const qsizetype firstDigit = negative ? 1 : 0;
+    for (qsizetype at = plain.size() - 3 - 3; at > firstDigit; at -= 3)
+        plain.insert(at, u',');
+    return negative ? u"-$"_s + plain.mid(1) : u"$"_s + plain;
 }

@@ -24,7 +24,8 @@ namespace TarnMoneyInput {
 // 12345 gives "123.45", -5 gives "-0.05". The form fields show this, and
 // cents() reads it back unchanged (for amounts of up to ten whole digits).
 [[nodiscard]] QString text(qint64 cents);
-// The amount as the screens show it: "$1250.00", "-$0.05".
+// The amount as the screens show it, grouped in thousands: "$1,250.00",
+// "-$0.05". Every amount shown from cents goes through here.
 [[nodiscard]] QString dollars(qint64 cents);
 
 } // namespace TarnMoneyInput

@@ -501,6 +501,7 @@ void TestRootView::screenshotOfAProfile()
     QVERIFY(lightness(dark) < 0.2);
 
     QCOMPARE(NativeScreenshot::destination(u"books"_s)->resolvedSection(), u"Dashboard"_s);
+    QCOMPARE(NativeScreenshot::destination(u"books-banking"_s)->resolvedSection(), u"Bank feed"_s);
     QCOMPARE(NativeScreenshot::destination(u" Mail "_s)->screen, TarnScreen::mail);
     QCOMPARE(NativeScreenshot::destination(u"nowhere"_s), std::nullopt);
     const NativeScreenshot::Profile chatDark = NativeScreenshot::profile(u"Chat:Dark"_s);

@@ -17,8 +17,9 @@ private Q_SLOTS:
     void categorizeUnmatchMatch();
 
 private:
-    // Runs a change and hands the reloaded books over, as the books view does.
-    void changeAndReload(const std::function<void()> &change);
+    // Runs a change and hands the reloaded books over, as the books view
+    // does; the change says `notice` once it went through.
+    void changeAndReload(const std::function<void()> &change, const QString &notice);
 
     MoneyTestSession session;
     std::unique_ptr<NativeBankRows> rows;
@@ -32,13 +33,16 @@ void TestBankRows::initTestCase()
     rows->setBooks(tarnWaitFor(TarnBooksCalls::books(*session.api)));
 }
 
-void TestBankRows::changeAndReload(const std::function<void()> &change)
+void TestBankRows::changeAndReload(const std::function<void()> &change, const QString &notice)
 {
     QSignalSpy reload(rows.get(), &NativeBankRows::booksChanged);
+    QSignalSpy done(rows.get(), &NativeBankRows::done);
     change();
     QVERIFY(rows->busy());
     QVERIFY(reload.wait());
     QCOMPARE(rows->error(), QString());
+    QCOMPARE(done.size(), 1);
+    QCOMPARE(done.first().first().toString(), notice);
     rows->setBooks(tarnWaitFor(TarnBooksCalls::books(*session.api)));
 }
 
@@ -51,16 +55,17 @@ void TestBankRows::categorizeUnmatchMatch()
     const QString row = waiting->data(waiting->index(0), Qt::UserRole + 1).toString();
     QVERIFY(rows->candidates(row).isEmpty());
 
-    changeAndReload([&] { rows->categorize(row, u"acct-6400"_s); });
+    changeAndReload([&] { rows->categorize(row, u"acct-6400"_s); }, u"Categorized"_s);
     QCOMPARE(waiting->rowCount(), before - 1);
     QCOMPARE(rows->matched()->rowCount(), matchedBefore + 1);
 
-    changeAndReload([&] { rows->unmatch(row); });
+    changeAndReload([&] { rows->unmatch(row); }, u"Unmatched"_s);
     QCOMPARE(waiting->rowCount(), before);
     // The entry the categorizing posted is now the row's one candidate.
     const QVariantList candidates = rows->candidates(row);
     QCOMPARE(candidates.size(), 1);
-    changeAndReload([&] { rows->match(row, candidates.first().toMap().value(u"id"_s).toString()); });
+    changeAndReload(
+        [&] { rows->match(row, candidates.first().toMap().value(u"id"_s).toString()); }, u"Matched to ledger"_s);
     QCOMPARE(waiting->rowCount(), before - 1);
 }
 

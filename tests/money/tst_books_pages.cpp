@@ -51,6 +51,14 @@ struct FilterRow {
     QStringList kept;
 };
 
+struct BalanceRow {
+    const char *name;
+    QString type;
+    qint64 debits;
+    qint64 credits;
+    qint64 balance;
+};
+
 struct PostingRow {
     const char *name;
     TarnBooksLineDraft draft;
@@ -307,6 +315,31 @@ private slots:
             (QStringList { u"Assets: 0100 900 1000"_s, u"Liabilities: 2000"_s, u"Equity: 3000"_s, u"Income: 4000"_s,
                 u"Expenses: 5000 5100"_s, u"Clearing accounts: A1"_s, u"Memo accounts: X1"_s,
                 u"asset accounts: 1500"_s }));
+    }
+
+    // Credit-normal accounts read credits less debits, so a balance against
+    // the account's nature shows negative whatever its type.
+    void naturalBalance_data()
+    {
+        QTest::addColumn<BalanceRow>("row");
+        const BalanceRow rows[] = {
+            { "asset", u"Asset"_s, 500000, 120000, 380000 },
+            { "expense", u"Expense"_s, 90000, 10000, 80000 },
+            { "liability", u"Liability"_s, 20000, 75000, 55000 },
+            { "equity", u"Equity"_s, 0, 1000000, 1000000 },
+            { "income", u"Income"_s, 15000, 2415000, 2400000 },
+            { "overdrawn bank", u"Asset"_s, 1000, 6000, -5000 },
+            { "income refunded beyond sales", u"Income"_s, 8000, 3000, -5000 },
+            { "unknown type reads as debits", u"Memo"_s, 7000, 2000, 5000 },
+        };
+        for (const BalanceRow &row : rows)
+            QTest::addRow("%s", row.name) << row;
+    }
+    void naturalBalance()
+    {
+        QFETCH(BalanceRow, row);
+        const TarnBooksAccount held { u"acc-1"_s, u"1"_s, u"One"_s, row.type, row.debits, row.credits, 0 };
+        QCOMPARE(TarnBooksPages::naturalBalance(held), row.balance);
     }
 
     void mercuryNote()

@@ -68,9 +68,25 @@ private slots:
         QCOMPARE(TarnMoneyInput::cents(u"123.45"_s, true), std::optional<qint64>(12345));
         QCOMPARE(TarnMoneyInput::text(-5), u"-0.05"_s);
         QCOMPARE(TarnMoneyInput::text(std::numeric_limits<qint64>::min()), u"-92233720368547758.08"_s);
-        // The sign goes before the dollar sign.
-        QCOMPARE(TarnMoneyInput::dollars(-5), u"-$0.05"_s);
-        QCOMPARE(TarnMoneyInput::dollars(125000), u"$1250.00"_s);
+    }
+
+    // The sign goes before the dollar sign; commas group whole dollars only.
+    void dollars_data()
+    {
+        QTest::addColumn<qint64>("cents");
+        QTest::addColumn<QString>("shown");
+        QTest::addRow("cents only, negative") << qint64(-5) << u"-$0.05"_s;
+        QTest::addRow("three digits, no comma") << qint64(99999) << u"$999.99"_s;
+        QTest::addRow("first comma") << qint64(125000) << u"$1,250.00"_s;
+        QTest::addRow("six digits") << qint64(33800000) << u"$338,000.00"_s;
+        QTest::addRow("negative millions") << qint64(-123456789) << u"-$1,234,567.89"_s;
+        QTest::addRow("most negative") << std::numeric_limits<qint64>::min() << u"-$92,233,720,368,547,758.08"_s;
+    }
+    void dollars()
+    {
+        QFETCH(qint64, cents);
+        QFETCH(QString, shown);
+        QCOMPARE(TarnMoneyInput::dollars(cents), shown);
     }
 
     // isDay reads the digits itself for speed; it must accept exactly the days

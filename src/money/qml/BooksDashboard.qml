@@ -25,6 +25,27 @@ ColumnLayout {
     }
     onLoadedChanged: if (asked && loaded && error.text.length === 0) shown = true
 
+    RowLayout {
+        spacing: Theme.spacing.s
+        Layout.fillWidth: true
+
+        Text {
+            objectName: "company"
+            text: page.view.company
+            elide: Text.ElideRight
+            font.pixelSize: Theme.type.title3
+            font.weight: Font.DemiBold
+            color: Theme.colours.text
+            Layout.fillWidth: true
+        }
+        ActionButton {
+            visible: page.shown
+            kind: ActionButton.Plain
+            text: qsTr("Rename…")
+            onClicked: companySheet.ask()
+        }
+    }
+
     ErrorBanner {
         id: error
 
@@ -39,53 +60,35 @@ ColumnLayout {
         spacing: Theme.spacing.m
         Layout.fillWidth: true
 
-        Repeater {
-            model: [
-                { title: qsTr("Money in"), value: page.dashboard.moneyIn, note: qsTr("Last 12 months") },
-                { title: qsTr("Money out"), value: page.dashboard.moneyOut, note: qsTr("Last 12 months") },
-                { title: qsTr("Unpaid bills"), value: page.dashboard.unpaidBills, note: "" },
-                { title: qsTr("Bank accounts"), value: page.dashboard.bankNote, note: "" }
-            ]
-            delegate: Rectangle {
-                id: card
-
-                required property var modelData
-                radius: Theme.radii.medium
-                color: Theme.colours.surface
-                border.width: 1
-                border.color: Theme.colours.separator
-                implicitHeight: figure.implicitHeight + 2 * Theme.spacing.m
-                Layout.fillWidth: true
-                Layout.fillHeight: true
-                Layout.preferredWidth: 1
-
-                ColumnLayout {
-                    id: figure
-
-                    anchors.fill: parent
-                    anchors.margins: Theme.spacing.m
-                    spacing: Theme.spacing.xxs
-                    Text {
-                        text: card.modelData.title
-                        font.pixelSize: Theme.type.footnote
-                        color: Theme.colours.secondaryText
-                    }
-                    Text {
-                        text: card.modelData.value
-                        wrapMode: Text.Wrap
-                        font.pixelSize: Theme.type.title3
-                        font.weight: Font.DemiBold
-                        color: Theme.colours.text
-                        Layout.fillWidth: true
-                    }
-                    Text {
-                        visible: text.length > 0
-                        text: card.modelData.note
-                        font.pixelSize: Theme.type.caption
-                        color: Theme.colours.tertiaryText
-                    }
-                }
-            }
+        FigureCard {
+            title: qsTr("Money in")
+            value: page.dashboard.moneyIn
+            note: qsTr("Last 12 months")
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.preferredWidth: 1
+        }
+        FigureCard {
+            title: qsTr("Money out")
+            value: page.dashboard.moneyOut
+            note: qsTr("Last 12 months")
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.preferredWidth: 1
+        }
+        FigureCard {
+            title: qsTr("Unpaid bills")
+            value: page.dashboard.unpaidBills
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.preferredWidth: 1
+        }
+        FigureCard {
+            title: qsTr("Bank accounts")
+            value: page.dashboard.bankNote
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.preferredWidth: 1
         }
     }
 
@@ -100,13 +103,42 @@ ColumnLayout {
         Layout.fillWidth: true
     }
 
-    MonthBars {
+    MonthChart {
         objectName: "dashboardChart"
         visible: page.shown
-        bars: page.dashboard.bars
-        largest: page.dashboard.largestBar
+        dashboard: page.dashboard
         Layout.fillWidth: true
         Layout.fillHeight: true
-        Layout.minimumHeight: 160
+        Layout.minimumHeight: 200
+    }
+
+    SourceLink {
+        visible: page.shown
+        view: page.view
+        Layout.fillWidth: true
+    }
+
+    ConfirmSheet {
+        id: companySheet
+
+        objectName: "companySheet"
+
+        function ask() {
+            companyName.text = page.view.company
+            open()
+        }
+
+        title: qsTr("The company's legal name")
+        text: qsTr("The name these books are kept for.")
+        confirmText: qsTr("Save")
+        onConfirmed: page.view.setCompany(companyName.text)
+
+        FormField {
+            id: companyName
+
+            objectName: "companyName"
+            label: qsTr("Company")
+            Layout.fillWidth: true
+        }
     }
 }

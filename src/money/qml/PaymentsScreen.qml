@@ -325,4 +325,16 @@ ColumnLayout {
             Layout.fillWidth: true
         }
     }
+
+    DoneNotice {
+        id: notice
+
+        Layout.fillWidth: true
+    }
+    Connections {
+        target: terminal.view
+        function onDone(message: string) {
+            notice.show(message)
+        }
+    }
 }

@@ -10,7 +10,7 @@ import PiloTarn.Mail
 import PiloTarn.Money
 
 // The current place: its breadcrumb trail and what it shows. The home page
-// shows the work board, the books' Dashboard and the payments terminal their
+// shows the work board, the books' pages and the payments terminal their
 // screens; the screens of the other sections are not part of this version
 // yet and say so under their title.
 Pane {
@@ -38,13 +38,20 @@ Pane {
             chatLoader.source = ""
     }
     onShowsChatChanged: showChat()
+    onBooksPageChanged: booksLoader.showPage()
     Component.onCompleted: showChat()
 
-    // The books area is the documents screen's money sections. Not named
-    // "onBooks" or "onPayments": beside the `books` and `payments` properties
-    // QML takes those names for handlers, and they never update.
-    readonly property bool showsBooks: navigation.destination.screenName === "documents"
-                                       && navigation.destination.resolvedSection === "Dashboard"
+    // The books area is the documents screen's money sections, one page
+    // each. Not named "onBooks" or "onPayments": beside the `books` and
+    // `payments` properties QML takes those names for handlers, and they
+    // never update.
+    readonly property var booksPages: ({
+        "Dashboard": "BooksDashboard", "Transactions": "BooksTransactions", "Invoices": "BooksInvoices",
+        "Expenses": "BooksExpenses", "Reports": "BooksReports", "Bank feed": "BooksBanking"
+    })
+    readonly property string booksPage: navigation.destination.screenName === "documents"
+                                        ? booksPages[navigation.destination.resolvedSection] ?? "" : ""
+    readonly property bool showsBooks: booksPage.length > 0
     readonly property bool showsPayments: navigation.destination.screenName === "payments"
     readonly property bool showsInbox: navigation.destination.screenName === "calls"
                                        && navigation.destination.resolvedSection === "Inbox"
@@ -155,11 +162,20 @@ Pane {
         // Given by source with its state as an initial property, which a
         // component declared here could not reach without an outer id.
         Loader {
-            objectName: "booksDashboard"
-            active: screen.showsBooks
-            visible: active
-            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Money/qml/BooksDashboard.qml",
-                                             { view: screen.books })
+            id: booksLoader
+
+            objectName: "booksPage"
+            visible: status === Loader.Ready
+            // Reads the page name itself: `showsBooks` may not have followed
+            // it yet when this runs on its change.
+            function showPage() {
+                if (screen.booksPage.length > 0)
+                    setSource("qrc:/qt-project.org/imports/PiloTarn/Money/qml/" + screen.booksPage + ".qml",
+                              { view: screen.books })
+                else
+                    source = ""
+            }
+            Component.onCompleted: showPage()
             Layout.fillWidth: true
             Layout.fillHeight: true
             Layout.leftMargin: Theme.spacing.xl
