@@ -21,13 +21,18 @@ NativeDesktopNotifier::NativeDesktopNotifier(QString desktopEntry, QObject *pare
         u"NotificationClosed"_s, this, SLOT(closed(uint, uint)));
 }
 
+QDBusMessage NativeDesktopNotifier::method(const QString &name)
+{
+    return QDBusMessage::createMethodCall(
+        QString::fromLatin1(service), QString::fromLatin1(path), QString::fromLatin1(interface), name);
+}
+
 void NativeDesktopNotifier::notify(const QString &title, const QString &body, const QString &target)
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        QString::fromLatin1(service), QString::fromLatin1(path), QString::fromLatin1(interface), u"Notify"_s);
+    QDBusMessage call = method(u"Notify"_s);
     const QVariantMap hints {
         { u"desktop-entry"_s, m_desktopEntry },
         { u"category"_s, u"im.received"_s },
@@ -42,6 +47,21 @@ void NativeDesktopNotifier::notify(const QString &title, const QString &body, co
             m_targets.insert(reply.value(), target);
         finished->deleteLater();
     });
+}
+
+void NativeDesktopNotifier::withdraw(const QString &target)
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    for (auto it = m_targets.begin(); it != m_targets.end();) {
+        if (!target.isEmpty() && it.value() != target) {
+            ++it;
+            continue;
+        }
+        QDBusMessage call = method(u"CloseNotification"_s);
+        call << it.key();
+        bus.asyncCall(call);
+        it = m_targets.erase(it);
+    }
 }
 
 void NativeDesktopNotifier::actionInvoked(uint id, const QString &action)
