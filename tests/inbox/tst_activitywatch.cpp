@@ -66,6 +66,15 @@ public slots:
     void CloseNotification(uint id) { closed.append(id); }
 };
 
+// An inbound text from `address`, with its thread in front or not and
+// notifications wanted or not.
+struct SeenRow {
+    const char *name;
+    QString address;
+    bool inFront;
+    bool wanted;
+};
+
 } // namespace
 
 // The launcher badge fed by the one unread count, which the watch keeps
@@ -145,19 +154,19 @@ void TestActivityWatch::noInboxCountsNothingThere()
 
 void TestActivityWatch::inboxNotificationUntilSeen_data()
 {
-    QTest::addColumn<QString>("address");
-    QTest::addColumn<bool>("inFront");
-    QTest::addColumn<bool>("wanted");
-    QTest::addRow("elsewhere, then seen") << u"+1 555 0701"_s << false << true;
-    QTest::addRow("its thread in front") << u"+1 555 0702"_s << true << true;
-    QTest::addRow("turned off") << u"+1 555 0703"_s << false << false;
+    QTest::addColumn<SeenRow>("row");
+    const SeenRow rows[] = {
+        { "elsewhere, then seen", u"+1 555 0701"_s, false, true },
+        { "its thread in front", u"+1 555 0702"_s, true, true },
+        { "turned off", u"+1 555 0703"_s, false, false },
+    };
+    for (const SeenRow &row : rows)
+        QTest::addRow("%s", row.name) << row;
 }
 
 void TestActivityWatch::inboxNotificationUntilSeen()
 {
-    QFETCH(QString, address);
-    QFETCH(bool, inFront);
-    QFETCH(bool, wanted);
+    QFETCH(SeenRow, row);
     FakeNotifications fake;
     QVERIFY(fake.serving());
 
@@ -168,20 +177,20 @@ void TestActivityWatch::inboxNotificationUntilSeen()
     NativeUnreadCount unread;
     NativeActivityWatch watch(api, unread);
     NativeDesktopNotifier notifier(u"pilo-tarn"_s);
-    watch.setNotifications(&notifier, [wanted] { return wanted; });
+    watch.setNotifications(&notifier, [&row] { return row.wanted; });
     QSignalSpy refreshed(&watch, &NativeActivityWatch::refreshed);
     const TestWorkspace::Answer arrived = client.workspace->send("POST", u"api/test/inbox/inbound"_s,
-        QJsonDocument(QJsonObject { { u"customer_address"_s, address }, { u"body"_s, u"Are you open today?"_s } })
+        QJsonDocument(QJsonObject { { u"customer_address"_s, row.address }, { u"body"_s, u"Are you open today?"_s } })
             .toJson());
     const QString thread = u"inbox:"_s + arrived.json().value("id"_L1).toString();
-    watch.setInFront(inFront ? thread : u"chat:elsewhere"_s);
+    watch.setInFront(row.inFront ? thread : u"chat:elsewhere"_s);
 
     watch.refresh();
     QVERIFY(refreshed.wait());
     watch.refresh();
     QVERIFY(refreshed.wait());
     // Raised once at most; only a raised one is still held on the service.
-    const bool raised = !inFront && wanted;
+    const bool raised = !row.inFront && row.wanted;
     QTRY_COMPARE(fake.shown.size(), raised ? 1 : 0);
     QCOMPARE(tarnWaitFor(TarnInboxCalls::inboxNotifications(api)).size(), raised ? 1 : 0);
     if (!raised)
