@@ -37,7 +37,13 @@ private Q_SLOTS:
 
 private:
     [[nodiscard]] static QDBusMessage method(const QString &name);
+    static void close(uint id);
 
     QString m_desktopEntry;
     QHash<uint, QString> m_targets;
+    // Notify calls made, and those still waiting for their id.
+    quint64 m_sent = 0;
+    int m_pending = 0;
+    // While some wait: the last call made when a target (none for all) was withdrawn.
+    QHash<QString, quint64> m_withdrawnAt;
 };

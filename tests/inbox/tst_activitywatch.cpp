@@ -89,6 +89,7 @@ private slots:
     void noInboxCountsNothingThere();
     void inboxNotificationUntilSeen_data();
     void inboxNotificationUntilSeen();
+    void withdrawnBeforeItsId();
     void chatMessagesForThePerson();
     void mentions_data();
     void mentions();
@@ -216,6 +217,24 @@ void TestActivityWatch::inboxNotificationUntilSeen()
     watch.setInFront(thread);
     QTRY_COMPARE(fake.closed, QList<uint> { 1 });
     QTRY_VERIFY(tarnWaitFor(TarnInboxCalls::inboxNotifications(api)).isEmpty());
+}
+
+void TestActivityWatch::withdrawnBeforeItsId()
+{
+    FakeNotifications fake;
+    QVERIFY(fake.serving());
+    NativeDesktopNotifier notifier(u"pilo-tarn"_s);
+    // Seen, or signed out, before the desktop answered: closed once it does.
+    notifier.notify(u"Lena"_s, u"Hi"_s, u"inbox:t-1"_s);
+    notifier.notify(u"Tomas"_s, u"Lunch?"_s, u"chat:r-1"_s);
+    notifier.withdraw(u"inbox:t-1"_s);
+    notifier.notify(u"Lena"_s, u"Still there?"_s, u"inbox:t-1"_s);
+    QTRY_COMPARE(fake.shown.size(), 3);
+    QTRY_COMPARE(fake.closed, QList<uint> { 1 });
+    notifier.withdraw();
+    QTRY_COMPARE(fake.closed.size(), 3);
+    std::sort(fake.closed.begin(), fake.closed.end());
+    QCOMPARE(fake.closed, QList<uint>({ 1, 2, 3 }));
 }
 
 void TestActivityWatch::chatMessagesForThePerson()
