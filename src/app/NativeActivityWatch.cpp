@@ -38,6 +38,9 @@ void NativeActivityWatch::stop()
     m_raised.clear();
     m_roomUnread.reset();
     m_unread.clear();
+    // Nothing stays on the desktop for someone who signed out.
+    if (m_notifier)
+        m_notifier->withdraw();
 }
 
 void NativeActivityWatch::refresh()
@@ -45,10 +48,37 @@ void NativeActivityWatch::refresh()
     readOnce(m_generation);
 }
 
-void NativeActivityWatch::setNotifications(NativeDesktopNotifier *notifier, std::function<bool(const QString &)> quiet)
+void NativeActivityWatch::setNotifications(NativeDesktopNotifier *notifier, std::function<bool()> wanted)
 {
     m_notifier = notifier;
-    m_quiet = std::move(quiet);
+    m_wanted = std::move(wanted);
+}
+
+void NativeActivityWatch::setInFront(const QString &target)
+{
+    m_inFront = target;
+    if (target.isEmpty())
+        return;
+    if (m_notifier)
+        m_notifier->withdraw(target);
+    if (!m_raised.keys(target).isEmpty())
+        dismissSeen(m_generation, target);
+}
+
+QCoro::Task<> NativeActivityWatch::dismissSeen(int generation, QString target)
+{
+    const QPointer<NativeActivityWatch> self(this);
+    for (const QString &entry : m_raised.keys(target)) {
+        try {
+            co_await TarnInboxCalls::dismissInboxNotification(m_api, entry);
+        } catch (const TarnAPIError &) {
+            // Still raised: the next reading dismisses it while its thread is in front.
+            co_return;
+        }
+        if (!self || generation != m_generation)
+            co_return;
+        m_raised.remove(entry);
+    }
 }
 
 QCoro::Task<> NativeActivityWatch::loop(int generation)
@@ -113,17 +143,23 @@ QCoro::Task<> NativeActivityWatch::raiseNotifications(int generation)
     for (const TarnInboxNotification &notification : pending) {
         if (!self || generation != m_generation)
             co_return;
-        // One whose dismissal failed before is dismissed again, not raised again.
-        const bool raised = m_raised.contains(notification.entry_id);
-        m_raised.insert(notification.entry_id);
-        if (!raised) {
+        const QString target = u"inbox:"_s + notification.thread_id;
+        const QString entry = notification.entry_id;
+        const bool seen = target == m_inFront;
+        // A raised one waits on the desktop until its thread is seen.
+        if (!seen && m_raised.contains(entry))
+            continue;
+        if (!seen && (!m_wanted || m_wanted())) {
             const QString title = notification.reason == "mention"_L1
                 ? u"Mentioned in a conversation"_s
                 : notification.client_name.value_or(u"New customer message"_s);
-            notifyUnlessQuiet(title, notification.body, u"inbox:"_s + notification.thread_id);
+            m_raised.insert(entry, target);
+            m_notifier->notify(title, notification.body, target);
+            continue;
         }
-        const QString entry = notification.entry_id;
         co_await TarnInboxCalls::dismissInboxNotification(m_api, entry);
+        if (self)
+            m_raised.remove(entry);
     }
 }
 
@@ -151,15 +187,15 @@ QCoro::Task<> NativeActivityWatch::raiseChat(int generation, QList<TarnRoom> roo
             const TarnMessage &message = page.messages.at(i);
             if (message.user_id == me.id || message.deleted_at || (!direct && !mentions(message.body, me.name)))
                 continue;
-            notifyUnlessQuiet(direct ? message.author : u"%1 in #%2"_s.arg(message.author, room.name), message.body,
+            notifyIfWanted(direct ? message.author : u"%1 in #%2"_s.arg(message.author, room.name), message.body,
                 u"chat:"_s + room.id);
         }
     }
 }
 
-void NativeActivityWatch::notifyUnlessQuiet(const QString &title, const QString &body, const QString &target)
+void NativeActivityWatch::notifyIfWanted(const QString &title, const QString &body, const QString &target)
 {
-    if (!m_quiet || !m_quiet(target))
+    if (target != m_inFront && (!m_wanted || m_wanted()))
         m_notifier->notify(title, body, target);
 }
 

@@ -3,7 +3,6 @@
 #include <QCoroTask>
 #include <QHash>
 #include <QObject>
-#include <QSet>
 #include <QString>
 
 #include <functional>
@@ -19,12 +18,16 @@ class TarnAPI;
 // screen is shown: every 15 seconds it reads how many inbox threads wait for
 // a reply and how many chat messages are unread. A person without the inbox
 // counts none there; a failed read keeps the last count. With a notifier it
-// also raises desktop notifications, unless `quiet` says the person is
-// looking at that place or has turned them off: one for each inbox
-// notification the service holds for the person, dismissed there once
-// raised so none is raised twice; and one for each chat message that came
-// since the last reading in a direct room, or in a channel naming the person
-// ("@Maren" or "@Maren Holt").
+// also raises desktop notifications while they are wanted, none for the
+// place in front of the person: one for each inbox notification the service
+// holds for the person, and one for each chat message that came since the
+// last reading in a direct room, or in a channel naming the person ("@Maren"
+// or "@Maren Holt"). An inbox notification stays, on the desktop and on the
+// service, until the person has seen its thread: bringing the thread in
+// front dismisses it on the service and closes it on the desktop, so another
+// device or the next session does not raise it again. One that arrives for
+// the thread already in front, or while notifications are not wanted, is
+// dismissed at once without being raised.
 class NativeActivityWatch : public QObject {
     Q_OBJECT
 
@@ -38,9 +41,11 @@ public:
     // Stops reading and clears the count: the session ended.
     void stop();
     void refresh();
-    // `quiet(target)`: no desktop notification for that place now; the
-    // targets are "inbox:THREAD" and "chat:ROOM".
-    void setNotifications(NativeDesktopNotifier *notifier, std::function<bool(const QString &)> quiet);
+    // `wanted()`: whether the person wants desktop notifications now.
+    void setNotifications(NativeDesktopNotifier *notifier, std::function<bool()> wanted);
+    // The place in front of the person: "inbox:THREAD", "chat:ROOM", or none
+    // while the window is not in front. What was raised for it is seen.
+    void setInFront(const QString &target);
 
     // Whether a chat message names this person.
     [[nodiscard]] static bool mentions(const QString &body, const QString &personName);
@@ -54,13 +59,16 @@ private:
     QCoro::Task<> readOnce(int generation);
     QCoro::Task<> raiseNotifications(int generation);
     QCoro::Task<> raiseChat(int generation, QList<TarnRoom> rooms);
-    void notifyUnlessQuiet(const QString &title, const QString &body, const QString &target);
+    QCoro::Task<> dismissSeen(int generation, QString target);
+    void notifyIfWanted(const QString &title, const QString &body, const QString &target);
 
     TarnAPI &m_api;
     NativeUnreadCount &m_unread;
     NativeDesktopNotifier *m_notifier = nullptr;
-    std::function<bool(const QString &)> m_quiet;
-    QSet<QString> m_raised;
+    std::function<bool()> m_wanted;
+    QString m_inFront;
+    // Inbox notifications raised and not yet seen: entry to target.
+    QHash<QString, QString> m_raised;
     // Each room's unread count at the last reading; none before the first.
     std::optional<QHash<QString, qint64>> m_roomUnread;
     bool m_running = false;

@@ -79,15 +79,23 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_payments.clear();
         }
     });
-    // Nothing is raised for the thread in front of the person.
-    m_watch.setNotifications(&m_notifier, [this](const QString &target) {
+    m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
+    // The watch raises nothing for the thread or room in front of the person, and counts it seen.
+    const auto followFront = [this] {
         const TarnDestination shown = m_navigation.destination();
-        const bool inInbox = shown.screen == TarnScreen::calls && shown.resolvedSection() == "Inbox"_L1;
-        const bool looking = m_window && m_window->isActive()
-            && ((inInbox && target == u"inbox:"_s + m_inbox.selectedThread())
-                || (shown.screen == TarnScreen::chat && target == u"chat:"_s + m_chat.selectedRoom()));
-        return looking || !m_settings.desktopNotifications();
-    });
+        QString front;
+        if (m_window && m_window->isActive()) {
+            if (shown.screen == TarnScreen::calls && shown.resolvedSection() == "Inbox"_L1
+                && !m_inbox.selectedThread().isEmpty())
+                front = u"inbox:"_s + m_inbox.selectedThread();
+            else if (shown.screen == TarnScreen::chat && !m_chat.selectedRoom().isEmpty())
+                front = u"chat:"_s + m_chat.selectedRoom();
+        }
+        m_watch.setInFront(front);
+    };
+    QObject::connect(&m_navigation, &TarnNavigation::destinationChanged, &m_watch, followFront);
+    QObject::connect(&m_inbox, &NativeInboxView::threadChanged, &m_watch, followFront);
+    QObject::connect(&m_chat, &NativeChatView::selectedRoomChanged, &m_watch, followFront);
     QObject::connect(&m_notifier, &NativeDesktopNotifier::activated, &m_inbox, [this](const QString &target) {
         if (target.startsWith("inbox:"_L1)) {
             m_navigation.open(TarnDestination { .screen = TarnScreen::calls, .section = u"Inbox"_s });
@@ -132,6 +140,8 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     m_engine.load(QUrl(u"qrc:/PiloTarn/qml/Main.qml"_s));
     if (!m_engine.rootObjects().isEmpty())
         m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().constFirst());
+    if (m_window)
+        QObject::connect(m_window, &QWindow::activeChanged, &m_watch, followFront);
 }
 
 NativeAppWindow::~NativeAppWindow() = default;

@@ -10,7 +10,8 @@ class QDBusMessage;
 // session bus. Each names the app by its desktop entry (the
 // "desktop-entry" hint), so the desktop groups them under Pilo Tarn, and
 // carries a default action: choosing the notification emits `activated`
-// with the target it was raised for. Without a session bus nothing is shown.
+// with the target it was raised for; withdrawing a target closes its
+// notifications. Without a session bus nothing is shown.
 class NativeDesktopNotifier : public QObject {
     Q_OBJECT
 
@@ -24,6 +25,8 @@ public:
 
     // `target` is handed back by `activated`: "inbox:THREAD" for a thread.
     void notify(const QString &title, const QString &body, const QString &target);
+    // Closes what was raised for `target`, or everything without one.
+    void withdraw(const QString &target = {});
 
 Q_SIGNALS:
     void activated(const QString &target);
@@ -33,6 +36,14 @@ private Q_SLOTS:
     void closed(uint id, uint reason);
 
 private:
+    [[nodiscard]] static QDBusMessage method(const QString &name);
+    static void close(uint id);
+
     QString m_desktopEntry;
     QHash<uint, QString> m_targets;
+    // Notify calls made, and those still waiting for their id.
+    quint64 m_sent = 0;
+    int m_pending = 0;
+    // While some wait: the last call made when a target (none for all) was withdrawn.
+    QHash<QString, quint64> m_withdrawnAt;
 };

@@ -40,11 +40,12 @@ class FakeNotifications : public QObject {
 
 public:
     struct Shown {
-        QString app, summary, body;
+        QString summary, body;
         QStringList actions;
         QVariantMap hints;
     };
     QList<Shown> shown;
+    QList<uint> closed;
     QDBusConnection server = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"notifications"_s);
 
     ~FakeNotifications() override { QDBusConnection::disconnectFromBus(u"notifications"_s); }
@@ -56,12 +57,20 @@ public:
     }
 
 public slots:
-    uint Notify(const QString &app, uint, const QString &, const QString &summary, const QString &body,
+    uint Notify(const QString &, uint, const QString &, const QString &summary, const QString &body,
         const QStringList &actions, const QVariantMap &hints, int)
     {
-        shown.append({ app, summary, body, actions, hints });
+        shown.append({ summary, body, actions, hints });
         return uint(shown.size());
     }
+    void CloseNotification(uint id) { closed.append(id); }
+};
+
+// An inbound text from `address`, its thread in front or not, notifications wanted or not.
+struct SeenRow {
+    QString address;
+    bool inFront;
+    bool wanted;
 };
 
 } // namespace
@@ -76,8 +85,9 @@ private slots:
     void initTestCase();
     void countsInboxAndChatUntilSignOut();
     void noInboxCountsNothingThere();
-    void notifiesOnceUnlessLooking_data();
-    void notifiesOnceUnlessLooking();
+    void inboxNotificationUntilSeen_data();
+    void inboxNotificationUntilSeen();
+    void withdrawnBeforeItsId();
     void chatMessagesForThePerson();
     void mentions_data();
     void mentions();
@@ -141,16 +151,17 @@ void TestActivityWatch::noInboxCountsNothingThere()
     QCOMPARE(unread.inboxWaiting(), 0);
 }
 
-void TestActivityWatch::notifiesOnceUnlessLooking_data()
+void TestActivityWatch::inboxNotificationUntilSeen_data()
 {
-    QTest::addColumn<bool>("looking");
-    QTest::addRow("elsewhere") << false;
-    QTest::addRow("looking at the thread") << true;
+    QTest::addColumn<SeenRow>("row");
+    QTest::addRow("elsewhere, then seen") << SeenRow { u"+1 555 0701"_s, false, true };
+    QTest::addRow("its thread in front") << SeenRow { u"+1 555 0702"_s, true, true };
+    QTest::addRow("turned off") << SeenRow { u"+1 555 0703"_s, false, false };
 }
 
-void TestActivityWatch::notifiesOnceUnlessLooking()
+void TestActivityWatch::inboxNotificationUntilSeen()
 {
-    QFETCH(bool, looking);
+    QFETCH(SeenRow, row);
     FakeNotifications fake;
     QVERIFY(fake.serving());
 
@@ -161,32 +172,30 @@ void TestActivityWatch::notifiesOnceUnlessLooking()
     NativeUnreadCount unread;
     NativeActivityWatch watch(api, unread);
     NativeDesktopNotifier notifier(u"pilo-tarn"_s);
-    QString quietFor;
-    watch.setNotifications(&notifier, [&quietFor](const QString &target) { return target == quietFor; });
+    watch.setNotifications(&notifier, [&row] { return row.wanted; });
     QSignalSpy refreshed(&watch, &NativeActivityWatch::refreshed);
-    const QString address = looking ? u"+1 555 0702"_s : u"+1 555 0701"_s;
     const TestWorkspace::Answer arrived = client.workspace->send("POST", u"api/test/inbox/inbound"_s,
-        QJsonDocument(QJsonObject { { u"customer_address"_s, address }, { u"body"_s, u"Are you open today?"_s } })
+        QJsonDocument(QJsonObject { { u"customer_address"_s, row.address }, { u"body"_s, u"Are you open today?"_s } })
             .toJson());
-    const QString thread = arrived.json().value("id"_L1).toString();
-    if (looking)
-        quietFor = u"inbox:"_s + thread;
+    const QString thread = u"inbox:"_s + arrived.json().value("id"_L1).toString();
+    watch.setInFront(row.inFront ? thread : u"chat:elsewhere"_s);
 
     watch.refresh();
     QVERIFY(refreshed.wait());
     watch.refresh();
     QVERIFY(refreshed.wait());
-    // Dismissed on the service either way, and raised once at most.
-    QVERIFY(tarnWaitFor(TarnInboxCalls::inboxNotifications(api)).isEmpty());
-    QTRY_COMPARE(fake.shown.size(), looking ? 0 : 1);
-    if (looking)
+    // Raised once at most; only a raised one is still held on the service.
+    const bool raised = !row.inFront && row.wanted;
+    QTRY_COMPARE(fake.shown.size(), raised ? 1 : 0);
+    QCOMPARE(tarnWaitFor(TarnInboxCalls::inboxNotifications(api)).size(), raised ? 1 : 0);
+    if (!raised)
         return;
     const FakeNotifications::Shown &shown = fake.shown.constFirst();
-    QCOMPARE(shown.app, u"Pilo Tarn"_s);
     QCOMPARE(shown.summary, u"New customer message"_s);
     QCOMPARE(shown.body, u"Are you open today?"_s);
     QCOMPARE(shown.actions, QStringList({ u"default"_s, u"Open"_s }));
     QCOMPARE(shown.hints.value(u"desktop-entry"_s).toString(), u"pilo-tarn"_s);
+    QCOMPARE(shown.hints.value(u"category"_s).toString(), u"im.received"_s);
 
     // Choosing it asks for its thread.
     QSignalSpy activated(&notifier, &NativeDesktopNotifier::activated);
@@ -195,7 +204,28 @@ void TestActivityWatch::notifiesOnceUnlessLooking()
     invoked << 1U << u"default"_s;
     fake.server.send(invoked);
     QVERIFY(activated.wait());
-    QCOMPARE(activated.constFirst().constFirst().toString(), u"inbox:"_s + thread);
+    QCOMPARE(activated.constFirst().constFirst().toString(), thread);
+
+    // Seeing the thread closes it on the desktop and dismisses it on the service.
+    watch.setInFront(thread);
+    QTRY_COMPARE(fake.closed, QList<uint> { 1 });
+    QTRY_VERIFY(tarnWaitFor(TarnInboxCalls::inboxNotifications(api)).isEmpty());
+}
+
+void TestActivityWatch::withdrawnBeforeItsId()
+{
+    FakeNotifications fake;
+    QVERIFY(fake.serving());
+    NativeDesktopNotifier notifier(u"pilo-tarn"_s);
+    // Seen, or signed out, before the desktop answered: closed once it does.
+    notifier.notify(u"Lena"_s, u"Hi"_s, u"inbox:t-1"_s);
+    notifier.notify(u"Tomas"_s, u"Lunch?"_s, u"chat:r-1"_s);
+    notifier.withdraw(u"inbox:t-1"_s);
+    notifier.notify(u"Lena"_s, u"Still there?"_s, u"inbox:t-1"_s);
+    QTRY_COMPARE(fake.shown.size(), 3);
+    QTRY_COMPARE(fake.closed, QList<uint> { 1 });
+    notifier.withdraw();
+    QTRY_COMPARE(fake.closed.size(), 3);
 }
 
 void TestActivityWatch::chatMessagesForThePerson()
