@@ -26,11 +26,15 @@ ListView {
         required property string fromName
         required property string subject
         required property bool unread
+        required property bool pinned
 
         width: ListView.view.width
         text: fromName
         subtitle: subject
         symbol: "envelope"
+        // Pinned threads lead the inbox under their own title; elsewhere
+        // (other views, search) the row says so itself.
+        detail: pinned ? qsTr("Pinned") : ""
         count: unread ? 1 : 0
         lit: (ListView.view as MailThreadListView).mail.selectedThread === threadId
         onClicked: (ListView.view as MailThreadListView).mail.select(threadId)
