@@ -114,14 +114,10 @@ public:
             return std::count_if(times.begin(), times.end(), [](qint64 t) { return t >= frameBudgetNs; });
         };
         const qint64 cpuLongest = m_cpu.isEmpty() ? 0 : *std::max_element(m_cpu.begin(), m_cpu.end());
+        const auto number = [](auto value) { return QString::number(value); };
         return u"%1 frames; median %2 ms, 99th %3 ms, longest %4 ms, %5 of 16 ms or more; by processor time "
-               "longest %6 ms, %7 of 16 ms or more"_s.arg(wall.size())
-            .arg(at(0.5))
-            .arg(at(0.99))
-            .arg(at(1))
-            .arg(over(m_frames))
-            .arg(ms(cpuLongest))
-            .arg(over(m_cpu));
+               "longest %6 ms, %7 of 16 ms or more"_s.arg(number(wall.size()), number(at(0.5)), number(at(0.99)),
+                   number(at(1)), number(over(m_frames)), number(ms(cpuLongest)), number(over(m_cpu)));
     }
 
 protected:
@@ -305,13 +301,12 @@ int main(int argc, char *argv[])
     app.watching = true;
     QElapsedTimer paging;
     paging.start();
-    const bool paged = scrollDown(window, *threads, [&] {
-        return !mail.hasMore() && !mail.loadingMore() && threads->property("atYEnd").toBool();
-    });
+    const bool paged = scrollDown(window, *threads,
+        [&] { return !mail.hasMore() && !mail.loadingMore() && threads->property("atYEnd").toBool(); });
     app.watching = false;
     out << (paged ? "scrolled the inbox to its end" : "scrolling did NOT reach the inbox's end") << " in "
-        << paging.elapsed() / 1000.0 << " s: " << mail.threads()->rowCount() << " threads, " << frames.summary()
-        << "; " << app.longestText() << Qt::endl;
+        << paging.elapsed() / 1000.0 << " s: " << mail.threads()->rowCount() << " threads, " << frames.summary() << "; "
+        << app.longestText() << Qt::endl;
 
     // The newsletter: its answer, its parse on the pool, its first frame.
     const NativeMailThreadModel &rows = *mail.threads();
@@ -377,7 +372,8 @@ int main(int argc, char *argv[])
     }
     out << "newsletter: answered " << ms(answered) << " ms after opening, parsed " << ms(parsed - answered)
         << " ms after its answer, first frame with its blocks " << ms(painted - answered)
-        << " ms after its answer, all of it " << ms(complete - answered) << " ms after its answer; while it appears: " << frames.summary() << "; " << app.longestText() << Qt::endl;
+        << " ms after its answer, all of it " << ms(complete - answered)
+        << " ms after its answer; while it appears: " << frames.summary() << "; " << app.longestText() << Qt::endl;
 
     frames.reset();
     app.resetLongest();

@@ -1,3 +1,4 @@
+#include "mail/MailBlockRows.h"
 #include "mail/MailTestClient.h"
 #include "mail/NativeMailImageProvider.h"
 #include "mail/NativeMailView.h"
@@ -14,6 +15,7 @@
 #include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
+#include <algorithm>
 #include <memory>
 
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
@@ -113,6 +115,15 @@ void TestMailScreen::drawsTheOpenThreadsBlocks()
     for (QQuickItem *image : tarnNamedItems(window.contentItem(), u"mailImage"_s))
         QVERIFY(image->property("source").toUrl().scheme() == "image"_L1);
     QTRY_COMPARE(tarnNamedItems(window.contentItem(), u"mailImage"_s).first()->property("status").toInt(), 1);
+
+    // A long newsletter comes in a screenful at a time, to its last block.
+    open(u"The Glaze Letter: the year in glazes (archive issue)"_s);
+    const QList<MailBlockRow> rows = MailBlockRows::rows(mail->document(mail->messages()->rows().first().key)->blocks);
+    const qsizetype textRows = std::count_if(rows.begin(), rows.end(), [](const MailBlockRow &row) {
+        return row.kind == "paragraph"_L1 || row.kind == "heading"_L1 || row.kind == "preformatted"_L1;
+    });
+    QVERIFY(textRows > 1000);
+    QTRY_COMPARE_WITH_TIMEOUT(tarnNamedItems(window.contentItem(), u"mailBlockText"_s).size(), textRows, 20000);
 }
 
 void TestMailScreen::labelsBccAndTheAssistantsInstruction()
