@@ -32,8 +32,8 @@ ListView {
         text: fromName
         subtitle: subject
         symbol: "envelope"
-        // Pinned threads lead the inbox under their own title; elsewhere
-        // (other views, search) the row says so itself.
+        // Marked wherever they are listed: only the inbox gathers pinned
+        // threads under a title of their own.
         detail: pinned ? qsTr("Pinned") : ""
         count: unread ? 1 : 0
         lit: (ListView.view as MailThreadListView).mail.selectedThread === threadId
