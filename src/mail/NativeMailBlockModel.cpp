@@ -5,6 +5,8 @@
 
 #include <QUrl>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -18,6 +20,11 @@ QVariantList cells(const MailBlockRow &row)
             out.append(QVariantMap { { u"text"_s, cell }, { u"header"_s, r < row.headerRows } });
     return out;
 }
+
+// A window's height of blocks first, then steps that each stay well
+// inside a frame.
+constexpr qsizetype firstRows = 40;
+constexpr qsizetype stepRows = 40;
 
 } // namespace
 
@@ -60,6 +67,9 @@ NativeMailBlockModel::NativeMailBlockModel(QObject *parent)
         },
         parent)
 {
+    m_more.setSingleShot(true);
+    m_more.setInterval(0);
+    connect(&m_more, &QTimer::timeout, this, &NativeMailBlockModel::showMore);
 }
 
 void NativeMailBlockModel::setView(NativeMailView *view)
@@ -98,12 +108,18 @@ void NativeMailBlockModel::setQuoted(bool quoted)
 
 void NativeMailBlockModel::reload()
 {
+    m_more.stop();
     const TarnMailDocument *document = m_view ? m_view->document(m_messageId) : nullptr;
-    if (!document) {
-        setRows({});
-        return;
-    }
     // A new document is another message's text: its rows start over.
     setRows({});
-    setRows(MailBlockRows::rows(m_quoted ? document->quoted : document->blocks));
+    m_all = document ? MailBlockRows::rows(m_quoted ? document->quoted : document->blocks) : QList<MailBlockRow>();
+    showMore();
+}
+
+void NativeMailBlockModel::showMore()
+{
+    const qsizetype shown = std::min(m_all.size(), rowCount() + (rowCount() == 0 ? firstRows : stepRows));
+    setRows(m_all.first(shown));
+    if (shown < m_all.size())
+        m_more.start();
 }

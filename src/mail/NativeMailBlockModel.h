@@ -4,12 +4,17 @@
 #include "mail/NativeMailView.h"
 #include "shell/NativeKeyedListModel.h"
 
+#include <QList>
 #include <QPointer>
 #include <QString>
+#include <QTimer>
 
 // The blocks of one message of the open thread, or of its quoted history,
 // as rows for one delegate per kind. Made by each message's delegate; it
-// follows the message's document as it is parsed again.
+// follows the message's document as it is parsed again. A long message's
+// rows are handed out a screenful at a time, one step per turn of the event
+// loop: making thousands of delegates at once would hold the window for
+// hundreds of milliseconds before its first frame.
 class NativeMailBlockModel : public NativeKeyedListModel<MailBlockRow> {
     Q_OBJECT
     Q_PROPERTY(NativeMailView *view READ view WRITE setView NOTIFY sourceChanged)
@@ -31,10 +36,13 @@ Q_SIGNALS:
 
 private:
     void reload();
+    void showMore();
     // With "url": where the mail image provider serves each one.
     [[nodiscard]] QVariantList imagesWithURLs(const QVariantList &images) const;
 
     QPointer<NativeMailView> m_view;
     QString m_messageId;
     bool m_quoted = false;
+    QList<MailBlockRow> m_all;
+    QTimer m_more;
 };

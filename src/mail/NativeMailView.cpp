@@ -168,6 +168,8 @@ QCoro::Task<> NativeMailView::loadTask(int generation)
         }
         if (first) {
             draftsTask();
+            if (status.organize)
+                labelsTask();
             QCoro::Task<TarnMailAccounts> accountsCall = TarnMailCalls::accounts(m_api);
             const TarnMailAccounts accounts = co_await std::move(accountsCall);
             if (!self)
@@ -554,6 +556,30 @@ QCoro::Task<> NativeMailView::draftsTask()
     }
 }
 
+QVariantList NativeMailView::labels() const
+{
+    QVariantList out;
+    for (const TarnMailLabel &label : m_labels)
+        out.append(QVariantMap { { u"id"_s, label.id }, { u"name"_s, label.name } });
+    return out;
+}
+
+QCoro::Task<> NativeMailView::labelsTask()
+{
+    const QPointer<NativeMailView> self(this);
+    try {
+        QCoro::Task<TarnMailLabels> call = TarnMailCalls::labels(m_api);
+        const TarnMailLabels labels = co_await std::move(call);
+        if (!self)
+            co_return;
+        m_labels = labels.labels;
+        Q_EMIT labelsChanged();
+    } catch (const TarnAPIError &error) {
+        if (self)
+            setError(error.text());
+    }
+}
+
 void NativeMailView::useReplyDraft(const QString &draftId)
 {
     for (const TarnMailReplyDraft &draft : std::as_const(m_drafts)) {
@@ -606,6 +632,7 @@ void NativeMailView::clear()
     m_cursor.reset();
     m_loadFailed = false;
     m_drafts.clear();
+    m_labels.clear();
     m_threads->setRows({});
     setSelected(std::nullopt);
     closeThread();
@@ -614,4 +641,6 @@ void NativeMailView::clear()
     setLoading(false);
     Q_EMIT statusChanged();
     Q_EMIT listChanged();
+    Q_EMIT replyDraftsChanged();
+    Q_EMIT labelsChanged();
 }

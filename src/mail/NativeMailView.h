@@ -6,6 +6,7 @@
 #include "mail/NativeMailThreadModel.h"
 #include "mail/TarnMailAction.h"
 #include "mail/TarnMailDocument.h"
+#include "mail/TarnMailLabel.h"
 #include "mail/TarnMailReplyDraft.h"
 #include "mail/TarnMailSection.h"
 #include "mail/TarnMailThread.h"
@@ -48,6 +49,9 @@ class NativeMailView : public QObject {
     Q_PROPERTY(bool threadLoading READ threadLoading NOTIFY threadChanged)
     Q_PROPERTY(NativeMailMessageModel *messages READ messages CONSTANT)
     Q_PROPERTY(QVariantList replyDrafts READ replyDrafts NOTIFY replyDraftsChanged)
+    // The mailbox's labels as {id, name}, for putting them on and taking
+    // them off the open thread; empty when organising is not permitted.
+    Q_PROPERTY(QVariantList labels READ labels NOTIFY labelsChanged)
     Q_PROPERTY(NativeMailComposer *composer READ composer CONSTANT)
     Q_PROPERTY(NativeMailImages *images READ images CONSTANT)
     // A link whose text named another site, waiting for the person's word.
@@ -88,6 +92,7 @@ public:
     [[nodiscard]] bool threadLoading() const { return m_threadLoading; }
     [[nodiscard]] NativeMailMessageModel *messages() const { return m_messages; }
     [[nodiscard]] QVariantList replyDrafts() const;
+    [[nodiscard]] QVariantList labels() const;
     [[nodiscard]] NativeMailComposer *composer() const { return m_composer; }
     [[nodiscard]] NativeMailImages *images() const { return m_images; }
     [[nodiscard]] QString pendingLink() const { return m_pendingLink.toString(); }
@@ -139,6 +144,7 @@ Q_SIGNALS:
     void selectionChanged();
     void threadChanged();
     void replyDraftsChanged();
+    void labelsChanged();
     // The list's first page (or a search) has been answered, well or not.
     void listLoaded();
     // Every message of the open thread has its document.
@@ -161,6 +167,7 @@ private:
     QCoro::Task<> threadTask(QString id, int generation);
     QCoro::Task<> actionTask(TarnMailAction action, QString threadId);
     QCoro::Task<> draftsTask();
+    QCoro::Task<> labelsTask();
     QCoro::Task<> draftActionTask(QString id, bool skip, QString instruction);
     QCoro::Task<> saveTask(QString threadId, QString messageId, QString attachmentId, QUrl file);
     void startParse(const TarnMailMessage &message, bool full);
@@ -192,6 +199,7 @@ private:
     bool m_threadLoading = false;
     QHash<QString, TarnMailDocument> m_documents;
     QList<TarnMailReplyDraft> m_drafts;
+    QList<TarnMailLabel> m_labels;
     QUrl m_pendingLink;
     QTimer m_searchDelay;
     // A new list or a new thread makes answers for the old one stale.

@@ -1,3 +1,4 @@
+#include "mail/MailBlockRows.h"
 #include "mail/MailTestClient.h"
 #include "mail/NativeMailImageProvider.h"
 #include "mail/NativeMailView.h"
@@ -14,6 +15,7 @@
 #include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
+#include <algorithm>
 #include <memory>
 
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
@@ -29,6 +31,7 @@ class TestMailScreen : public QObject {
 private slots:
     void initTestCase();
     void drawsTheOpenThreadsBlocks();
+    void labelsBccAndTheAssistantsInstruction();
     void keysActOnTheList();
     void sendsAndUndoesFromTheComposer();
     void asksBeforeADeceptiveLink();
@@ -112,6 +115,44 @@ void TestMailScreen::drawsTheOpenThreadsBlocks()
     for (QQuickItem *image : tarnNamedItems(window.contentItem(), u"mailImage"_s))
         QVERIFY(image->property("source").toUrl().scheme() == "image"_L1);
     QTRY_COMPARE(tarnNamedItems(window.contentItem(), u"mailImage"_s).first()->property("status").toInt(), 1);
+
+    // A long newsletter comes in a screenful at a time, to its last block.
+    open(u"The Glaze Letter: the year in glazes (archive issue)"_s);
+    const QList<MailBlockRow> rows = MailBlockRows::rows(mail->document(mail->messages()->rows().first().key)->blocks);
+    const qsizetype textRows = std::count_if(rows.begin(), rows.end(), [](const MailBlockRow &row) {
+        return row.kind == "paragraph"_L1 || row.kind == "heading"_L1 || row.kind == "preformatted"_L1;
+    });
+    QVERIFY(textRows > 1000);
+    QTRY_COMPARE_WITH_TIMEOUT(tarnNamedItems(window.contentItem(), u"mailBlockText"_s).size(), textRows, 20000);
+}
+
+void TestMailScreen::labelsBccAndTheAssistantsInstruction()
+{
+    open(u"RE: Clay order for December"_s);
+    QSignalSpy acted(mail.get(), &NativeMailView::actionFinished);
+    // The thread menu offers the mailbox's labels, each by its id.
+    QObject *studio = nullptr;
+    QTRY_VERIFY((studio = screen->findChild<QObject *>(u"lbl-studio"_s)));
+    QMetaObject::invokeMethod(studio, "triggered");
+    QVERIFY(acted.wait());
+    QCOMPARE(mail->errorText(), QString());
+
+    // The assistant's draft rewritten as told.
+    QQuickItem *instruction = nullptr;
+    QTRY_VERIFY((instruction = tarnNamedItems(window.contentItem(), u"draftInstruction"_s).value(0)));
+    instruction->setProperty("text", u"Thursday works, thank you"_s);
+    QMetaObject::invokeMethod(tarnNamedItems(window.contentItem(), u"instructDraft"_s).value(0), "clicked");
+    QVERIFY(acted.wait());
+    QVERIFY(mail->replyDrafts().value(0).toMap().value(u"draft"_s).toString().contains("Thursday works"_L1));
+    QCOMPARE(instruction->property("text").toString(), QString());
+
+    // Bcc reaches the draft that is sent.
+    mail->reply(false);
+    QQuickItem *bcc = nullptr;
+    QTRY_VERIFY((bcc = tarnNamedItems(window.contentItem(), u"mailBcc"_s).value(0)));
+    bcc->setProperty("text", u"sam@halvard.example"_s);
+    QCOMPARE(mail->composer()->bcc(), u"sam@halvard.example"_s);
+    mail->composer()->discard();
 }
 
 void TestMailScreen::keysActOnTheList()

@@ -115,8 +115,17 @@ void TestMailView::notConnected()
     QVERIFY(unconnected.statusKnown());
     QVERIFY(!unconnected.connected());
     QCOMPARE(unconnected.threads()->rowCount(), 0);
+    QVERIFY(unconnected.labels().isEmpty());
     QVERIFY(view->connected());
     QCOMPARE(view->email(), maren);
+    // The labels the picker offers come with the mailbox.
+    if (view->labels().isEmpty())
+        QVERIFY(waitFor(view.get(), SIGNAL(labelsChanged())));
+    QStringList names;
+    for (const QVariant &label : view->labels())
+        names.append(label.toMap().value(u"name"_s).toString());
+    names.sort();
+    QCOMPARE(names, QStringList({ u"Receipts"_s, u"Studio"_s, u"Suppliers"_s }));
 }
 
 void TestMailView::pagesToTheEnd()

@@ -1,12 +1,13 @@
 import QtQuick
-import QtQuick.Layouts
 import Qt.labs.qmlmodels
 import PiloTarn.Mail
 import PiloTarn.Design
 
 // A message's blocks (or its quoted history), one delegate per kind, each
-// indented by how deep it sits in quotes and lists.
-ColumnLayout {
+// indented by how deep it sits in quotes and lists. A plain column rather
+// than a layout: a long newsletter has thousands of blocks, and a layout
+// weighs every one of them again each time a block is added.
+Column {
     id: blocks
 
     required property NativeMailView mail
@@ -49,10 +50,10 @@ ColumnLayout {
                 roleValue: "rule"
                 Rectangle {
                     required property int depth
-                    implicitHeight: 1
+                    x: depth * Theme.spacing.l
+                    width: parent ? parent.width - x : 0
+                    height: 1
                     color: Theme.colours.separator
-                    Layout.fillWidth: true
-                    Layout.leftMargin: depth * Theme.spacing.l
                 }
             }
         }

@@ -55,6 +55,13 @@ Rectangle {
             Layout.fillWidth: true
         }
         FormField {
+            objectName: "mailBcc"
+            label: qsTr("Bcc")
+            text: box.composer.bcc
+            onTextChanged: box.composer.bcc = text
+            Layout.fillWidth: true
+        }
+        FormField {
             label: qsTr("Subject")
             text: box.composer.subject
             onTextChanged: box.composer.subject = text

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import PiloTarn.Design
 
 // Images side by side, each through the mail image provider: never from
@@ -11,8 +10,8 @@ Flow {
     required property int depth
 
     spacing: Theme.spacing.s
-    Layout.fillWidth: true
-    Layout.leftMargin: depth * Theme.spacing.l
+    x: depth * Theme.spacing.l
+    width: parent ? parent.width - x : 0
 
     Repeater {
         model: flow.images

@@ -15,7 +15,7 @@ GridLayout {
 
     columnSpacing: Theme.spacing.m
     rowSpacing: Theme.spacing.xs
-    Layout.leftMargin: depth * Theme.spacing.l
+    x: depth * Theme.spacing.l
 
     Repeater {
         model: grid.cells

@@ -1,12 +1,12 @@
 import QtQuick
 import QtQuick.Controls
-import QtQuick.Layouts
 import PiloTarn.Mail
 import PiloTarn.Design
 
 // A paragraph, heading or preformatted text, with its list marker and the
 // bar of the quotes it sits in. Hovering a link shows where it goes.
-RowLayout {
+// Placed by hand rather than by a layout: a newsletter has thousands.
+Item {
     id: row
 
     required property NativeMailView mailView
@@ -18,24 +18,31 @@ RowLayout {
     required property int level
     property bool monospace: false
 
-    spacing: Theme.spacing.xs
-    Layout.fillWidth: true
-    Layout.leftMargin: row.depth * Theme.spacing.l
+    readonly property real barEnd: quote ? bar.width + Theme.spacing.xs : 0
+
+    x: depth * Theme.spacing.l
+    width: parent ? parent.width - x : 0
+    implicitHeight: body.implicitHeight
 
     Rectangle {
+        id: bar
         visible: row.quote
-        implicitWidth: 2
+        width: 2
+        height: row.height
         color: Theme.colours.separator
-        Layout.fillHeight: true
     }
     Label {
+        id: markerLabel
         visible: row.marker.length > 0
+        x: row.barEnd
         text: row.marker
         color: Theme.colours.secondaryText
-        Layout.alignment: Qt.AlignTop
     }
     Label {
+        id: body
         objectName: "mailBlockText"
+        x: row.barEnd + (markerLabel.visible ? markerLabel.implicitWidth + Theme.spacing.xs : 0)
+        width: row.width - x
         text: row.text
         textFormat: Text.StyledText
         wrapMode: Text.Wrap
@@ -47,7 +54,6 @@ RowLayout {
         onLinkActivated: link => row.mailView.openLink(link)
         ToolTip.visible: hoveredLink.length > 0
         ToolTip.text: hoveredLink
-        Layout.fillWidth: true
 
         HoverHandler {
             cursorShape: parent.hoveredLink.length > 0 ? Qt.PointingHandCursor : Qt.IBeamCursor

@@ -26,11 +26,15 @@ ListView {
         required property string fromName
         required property string subject
         required property bool unread
+        required property bool pinned
 
         width: ListView.view.width
         text: fromName
         subtitle: subject
         symbol: "envelope"
+        // Marked wherever they are listed: only the inbox gathers pinned
+        // threads under a title of their own.
+        detail: pinned ? qsTr("Pinned") : ""
         count: unread ? 1 : 0
         lit: (ListView.view as MailThreadListView).mail.selectedThread === threadId
         onClicked: (ListView.view as MailThreadListView).mail.select(threadId)

@@ -83,6 +83,48 @@ ColumnLayout {
                         thread.mail.snooze(until.getTime())
                     }
                 }
+                Menu {
+                    id: addLabel
+                    title: qsTr("Add label")
+                    enabled: thread.mail.labels.length > 0
+                    Instantiator {
+                        model: thread.mail.labels
+                        // The label's id as the item's name: the delegate
+                        // cannot reach the screen's state itself.
+                        delegate: MenuItem {
+                            required property var modelData
+                            objectName: modelData.id
+                            text: modelData.name
+                        }
+                        onObjectAdded: (index, object) => {
+                            const item = object as MenuItem
+                            addLabel.insertItem(index, item)
+                            item.triggered.connect(() => thread.mail.setLabel(item.objectName, true))
+                        }
+                        onObjectRemoved: (index, object) => addLabel.removeItem(object as MenuItem)
+                    }
+                }
+                Menu {
+                    id: removeLabel
+                    title: qsTr("Remove label")
+                    enabled: thread.mail.labels.length > 0
+                    Instantiator {
+                        model: thread.mail.labels
+                        // The label's id as the item's name: the delegate
+                        // cannot reach the screen's state itself.
+                        delegate: MenuItem {
+                            required property var modelData
+                            objectName: modelData.id
+                            text: modelData.name
+                        }
+                        onObjectAdded: (index, object) => {
+                            const item = object as MenuItem
+                            removeLabel.insertItem(index, item)
+                            item.triggered.connect(() => thread.mail.setLabel(item.objectName, false))
+                        }
+                        onObjectRemoved: (index, object) => removeLabel.removeItem(object as MenuItem)
+                    }
+                }
                 MenuItem {
                     text: qsTr("Move to Inbox")
                     onTriggered: thread.mail.act("inbox")
@@ -105,24 +147,50 @@ ColumnLayout {
 
     Repeater {
         model: thread.mail.replyDrafts
-        delegate: RowLayout {
+        delegate: ColumnLayout {
             id: draftRow
             required property var modelData
             readonly property NativeMailView mail: (parent as MailThreadView).mail
-            spacing: Theme.spacing.s
+            spacing: Theme.spacing.xs
             Layout.fillWidth: true
             Layout.leftMargin: Theme.spacing.m
             Layout.rightMargin: Theme.spacing.m
 
-            Label {
-                text: qsTr("Pilo drafted a reply: ") + draftRow.modelData.draft
-                color: Theme.colours.secondaryText
-                elide: Text.ElideRight
-                maximumLineCount: 1
+            RowLayout {
+                spacing: Theme.spacing.s
                 Layout.fillWidth: true
+                Label {
+                    text: qsTr("Pilo drafted a reply: ") + draftRow.modelData.draft
+                    color: Theme.colours.secondaryText
+                    elide: Text.ElideRight
+                    maximumLineCount: 1
+                    Layout.fillWidth: true
+                }
+                ActionButton { text: qsTr("Use"); onClicked: draftRow.mail.useReplyDraft(draftRow.modelData.id) }
+                ActionButton { text: qsTr("Skip"); onClicked: draftRow.mail.skipReplyDraft(draftRow.modelData.id) }
             }
-            ActionButton { text: qsTr("Use"); onClicked: draftRow.mail.useReplyDraft(draftRow.modelData.id) }
-            ActionButton { text: qsTr("Skip"); onClicked: draftRow.mail.skipReplyDraft(draftRow.modelData.id) }
+            // Asks the assistant to write the draft again, told how.
+            RowLayout {
+                spacing: Theme.spacing.s
+                Layout.fillWidth: true
+                FormField {
+                    id: instruction
+                    objectName: "draftInstruction"
+                    placeholderText: qsTr("Tell Pilo how to change this reply")
+                    Layout.fillWidth: true
+                    onAccepted: instruct.clicked()
+                }
+                ActionButton {
+                    id: instruct
+                    objectName: "instructDraft"
+                    text: qsTr("Rewrite")
+                    enabled: instruction.text.trim().length > 0
+                    onClicked: {
+                        draftRow.mail.instructReplyDraft(draftRow.modelData.id, instruction.text.trim())
+                        instruction.text = ""
+                    }
+                }
+            }
         }
     }
 
