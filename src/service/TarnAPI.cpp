@@ -77,8 +77,7 @@ QCoro::Task<TarnReply> TarnAPI::sendChecked(TarnPath path, TarnMethod method, st
     co_return TarnReply(reply);
 }
 
-QCoro::Task<TarnReply> TarnAPI::send(
-    TarnPath path, TarnMethod method, std::optional<QByteArray> json, bool errorFieldIsData)
+QCoro::Task<TarnReply> TarnAPI::send(TarnPath path, TarnMethod method, std::optional<QByteArray> json)
 {
     const TarnReply reply = co_await sendChecked(std::move(path), method, std::move(json));
     if (!reply.succeeded()) {
@@ -86,8 +85,6 @@ QCoro::Task<TarnReply> TarnAPI::send(
         throw TarnAPIError::server(
             message.value_or(u"Pilo Tarn returned HTTP "_s + QString::number(reply.status) + u'.'));
     }
-    if (const std::optional<QString> message = okResponseError(reply.body, errorFieldIsData))
-        throw TarnAPIError::server(*message);
     co_return TarnReply(reply);
 }
 

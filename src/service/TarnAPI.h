@@ -8,12 +8,17 @@
 #include "service/TarnSession.h"
 
 #include <QByteArray>
+#include <QCoroFuture>
 #include <QCoroTask>
 #include <QObject>
+#include <QPromise>
 #include <QString>
+#include <QThreadPool>
 
 #include <memory>
 #include <optional>
+#include <type_traits>
+#include <variant>
 
 class QSettings;
 class TarnSessionStore;
@@ -55,17 +60,21 @@ public:
     template <typename T> QCoro::Task<T> request(TarnPath path, TarnMethod method = TarnMethod::Get)
     {
         std::optional<QByteArray> noBody;
-        const TarnReply reply = co_await send(std::move(path), method, std::move(noBody), tarnErrorFieldIsData<T>);
-        co_return reply.decode<T>();
+        TarnReply reply = co_await send(std::move(path), method, std::move(noBody));
+        co_return co_await read<T>(std::move(reply));
     }
 
     // One service call with a JSON body, decoded as T.
     template <typename T, TarnRequestBody Body> QCoro::Task<T> request(TarnPath path, TarnMethod method, Body body)
     {
         std::optional<QByteArray> json = TarnJSON::encode(body);
-        const TarnReply reply = co_await send(std::move(path), method, std::move(json), tarnErrorFieldIsData<T>);
-        co_return reply.decode<T>();
+        TarnReply reply = co_await send(std::move(path), method, std::move(json));
+        co_return co_await read<T>(std::move(reply));
     }
+
+    // Answers at least this large are read on the thread pool, so that a
+    // long mail thread or a year of books never stalls the window's drawing.
+    static constexpr qsizetype largeAnswerBytes = 32 * 1024;
 
     // The failure message inside a successful answer: its non-empty "error".
     [[nodiscard]] static std::optional<QString> okResponseError(const QByteArray &data, bool errorFieldIsData);
@@ -86,8 +95,44 @@ Q_SIGNALS:
     void signedOut();
 
 private:
-    QCoro::Task<TarnReply> send(
-        TarnPath path, TarnMethod method, std::optional<QByteArray> json, bool errorFieldIsData);
+    // A call answered with a success status; its body is not read yet.
+    QCoro::Task<TarnReply> send(TarnPath path, TarnMethod method, std::optional<QByteArray> json);
+
+    // A successful answer's "error" (unless T says it is data), then T.
+    template <typename T> static T readNow(const TarnReply &reply)
+    {
+        if (const std::optional<QString> message = okResponseError(reply.body, tarnErrorFieldIsData<T>))
+            throw TarnAPIError::server(*message);
+        return reply.decode<T>();
+    }
+
+    template <typename T> static QCoro::Task<T> read(TarnReply reply)
+    {
+        if constexpr (!std::is_void_v<T>) {
+            if (reply.body.size() >= largeAnswerBytes) {
+                // A failure crosses back as a value: the pool's future keeps
+                // only exceptions of its own kind.
+                using Read = std::variant<T, TarnAPIError>;
+                auto promise = std::make_shared<QPromise<Read>>();
+                QFuture<Read> future = promise->future();
+                promise->start();
+                QThreadPool::globalInstance()->start([promise, reply = std::move(reply)] {
+                    try {
+                        promise->addResult(Read(readNow<T>(reply)));
+                    } catch (const TarnAPIError &error) {
+                        promise->addResult(Read(error));
+                    }
+                    promise->finish();
+                });
+                Read answer = co_await future;
+                if (const TarnAPIError *error = std::get_if<TarnAPIError>(&answer))
+                    throw *error;
+                co_return std::get<T>(std::move(answer));
+            }
+        }
+        co_return readNow<T>(reply);
+    }
+
     QCoro::Task<TarnReply> sendChecked(TarnPath path, TarnMethod method, std::optional<QByteArray> json);
     QCoro::Task<> signOutLocally();
     void setSession(std::optional<TarnSession> session);

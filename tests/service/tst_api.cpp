@@ -199,6 +199,18 @@ void TestAPI::failures_data()
                                     << false << std::optional(Kind::invalidResponse) << QString() << false;
     QTest::addRow("200 missing key") << fault(get, path, 200, json, uR"({"id":"p","name":"N","email":"e","apps":[]})"_s)
                                      << false << std::optional(Kind::invalidResponse) << QString() << false;
+
+    // Large answers are read away from the window's thread; their failures
+    // must still come back as the same errors.
+    const QString padding(TarnAPI::largeAnswerBytes, u'x');
+    QTest::addRow("large answer") << fault(
+        get, path, 200, json, uR"({"pad":"%1","id":"p","name":"N","email":"e","csrf":"c","apps":[]})"_s.arg(padding))
+                                  << false << ok << QString() << false;
+    QTest::addRow("large answer carrying error")
+        << fault(get, path, 200, json, uR"({"pad":"%1","error":"Room is archived."})"_s.arg(padding)) << false
+        << std::optional(Kind::server) << u"Room is archived."_s << false;
+    QTest::addRow("large answer missing key") << fault(get, path, 200, json, uR"({"pad":"%1","id":"p"})"_s.arg(padding))
+                                              << false << std::optional(Kind::invalidResponse) << QString() << false;
 }
 
 void TestAPI::failures()

@@ -12,6 +12,9 @@ Popup {
     required property NativeInboxView inbox
     readonly property date custom: Date.fromLocaleString(Qt.locale(), when.text.trim(), "yyyy-MM-dd HH:mm")
     readonly property bool customValid: !isNaN(custom.getTime()) && custom > new Date()
+    // The presets as the sheet opens. Bound to the view they would be rebuilt
+    // on each refresh of the thread, under the person's pointer.
+    property var choices: []
 
     modal: true
     focus: true
@@ -19,6 +22,7 @@ Popup {
     width: Math.min(400, (parent ? parent.width : 440) - 2 * Theme.spacing.xl)
     padding: Theme.spacing.xl
     closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
+    onAboutToShow: choices = inbox.snoozeChoices
     onOpened: when.text = ""
 
     Overlay.modal: Rectangle { color: Theme.colours.scrim }
@@ -43,11 +47,11 @@ Popup {
             Accessible.name: text
         }
 
-        ColumnLayout {
+        Column {
             spacing: 2
             Layout.fillWidth: true
             Repeater {
-                model: sheet.inbox.snoozeChoices
+                model: sheet.choices
                 onItemAdded: (index, item) => item.clicked.connect(() => {
                     sheet.inbox.snooze(index)
                     sheet.close()
@@ -58,7 +62,7 @@ Popup {
                     text: modelData.label
                     detail: modelData.time
                     symbol: "clock"
-                    Layout.fillWidth: true
+                    width: parent ? parent.width : 0
                 }
             }
         }
