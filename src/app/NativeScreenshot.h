@@ -21,7 +21,7 @@ class QQuickWindow;
 // settings window over the home page, or "gallery" for the design gallery,
 // which needs no sign-in; a ":dark" or ":light" suffix forces the colour
 // scheme. PILO_TARN_SCREENSHOT_COMPOSER puts its text in the chat screen's
-// composer.
+// composer, or opens the mail screen's composer on a new message holding it.
 class NativeScreenshot : public QObject {
     Q_OBJECT
 

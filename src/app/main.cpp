@@ -145,7 +145,12 @@ int main(int argc, char **argv)
             NativeMailView &mail = app.mail();
             auto drawn = std::make_shared<bool>(false);
             capture->setReady([drawn] { return *drawn; });
-            const auto settle = [&capture, drawn] {
+            const QString composing = qEnvironmentVariable(NativeScreenshot::composerVariable);
+            const auto settle = [&capture, &mail, drawn, composing] {
+                if (!composing.isEmpty() && !mail.composer()->isOpen()) {
+                    mail.composer()->compose();
+                    mail.composer()->setText(composing);
+                }
                 *drawn = true;
                 capture->recheck();
             };
