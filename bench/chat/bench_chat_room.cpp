@@ -17,8 +17,11 @@
 // BENCH_MESSAGES=N seeds a smaller room; BENCH_PROGRESS=1 prints where the
 // timeline is every 2 s while paging.
 
+#include "BenchTime.h"
+#include "FrameClock.h"
 #include "MemorySessionStore.h"
 #include "TarnWaitFor.h"
+#include "TimedApp.h"
 #include "chat/NativeChatView.h"
 #include "chat/TarnChatCalls.h"
 #include "service/Config.h"
@@ -43,15 +46,16 @@
 
 #include <algorithm>
 #include <memory>
-#include <typeinfo>
 
 #include <malloc.h>
-#include <time.h>
 
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_ChatPlugin)
 
 using namespace Qt::StringLiterals;
+
+using BenchTime::ms;
+using BenchTime::spin;
 
 namespace {
 
@@ -76,104 +80,6 @@ double rssMiB()
     }
     return 0;
 }
-
-double ms(qint64 nanoseconds)
-{
-    return double(nanoseconds) / 1e6;
-}
-
-// Waits, with the event loop running, until `done` or `limitMs`.
-bool spin(const std::function<bool()> &done, int limitMs)
-{
-    QElapsedTimer clock;
-    clock.start();
-    while (!done() && clock.elapsed() < limitMs)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-    return done();
-}
-
-// This thread's processor time: unlike the wall clock, it does not count
-// the time other programs on a busy machine had the processor.
-qint64 threadNs()
-{
-    timespec now {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return qint64(now.tv_sec) * 1'000'000'000 + now.tv_nsec;
-}
-
-// Frames: each from the window's update request to its frame swapped, by
-// the wall clock and by this thread's processor time.
-class FrameClock : public QObject {
-public:
-    explicit FrameClock(QQuickWindow &window)
-    {
-        window.installEventFilter(this);
-        connect(&window, &QQuickWindow::frameSwapped, this, [this] {
-            if (m_start >= 0) {
-                m_frames.append(m_clock.nsecsElapsed() - m_start);
-                m_cpu.append(threadNs() - m_cpuStart);
-            }
-            m_start = -1;
-        });
-        m_clock.start();
-    }
-    void reset()
-    {
-        m_frames.clear();
-        m_cpu.clear();
-    }
-    [[nodiscard]] const QList<qint64> &frames() const { return m_frames; }
-    [[nodiscard]] const QList<qint64> &cpu() const { return m_cpu; }
-
-protected:
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::UpdateRequest) {
-            m_start = m_clock.nsecsElapsed();
-            m_cpuStart = threadNs();
-        }
-        return false;
-    }
-
-private:
-    QElapsedTimer m_clock;
-    qint64 m_start = -1;
-    qint64 m_cpuStart = 0;
-    QList<qint64> m_frames;
-    QList<qint64> m_cpu;
-};
-
-// The application, timing each event it hands out (the outermost ones):
-// the longest is the longest the window could not draw.
-class TimedApp : public QGuiApplication {
-public:
-    using QGuiApplication::QGuiApplication;
-
-    bool watching = false;
-    qint64 longest = 0;
-    QByteArray longestEvent;
-
-    bool notify(QObject *receiver, QEvent *event) override
-    {
-        if (!watching || m_depth > 0)
-            return QGuiApplication::notify(receiver, event);
-        const QByteArray kind = QByteArray(typeid(*event).name()) + ' ' + QByteArray::number(event->type()) + " to "
-            + receiver->metaObject()->className();
-        QElapsedTimer clock;
-        clock.start();
-        ++m_depth;
-        const bool handled = QGuiApplication::notify(receiver, event);
-        --m_depth;
-        if (clock.nsecsElapsed() > longest) {
-            longest = clock.nsecsElapsed();
-            longestEvent = kind;
-        }
-        return handled;
-    }
-
-private:
-    int m_depth = 0;
-};
 
 } // namespace
 
@@ -359,20 +265,9 @@ int main(int argc, char *argv[])
         600'000);
     keepDrawing.stop();
     app.watching = false;
-    QList<qint64> times = frames.frames();
-    std::sort(times.begin(), times.end());
-    const auto at
-        = [&times](double share) { return times.isEmpty() ? 0 : ms(times.at(qsizetype(share * (times.size() - 1)))); };
-    const auto over = std::count_if(times.begin(), times.end(), [](qint64 t) { return t >= 16'000'000; });
-    const QList<qint64> &cpu = frames.cpu();
-    const qint64 cpuLongest = cpu.isEmpty() ? 0 : *std::max_element(cpu.begin(), cpu.end());
-    const auto cpuOver = std::count_if(cpu.begin(), cpu.end(), [](qint64 t) { return t >= 16'000'000; });
     out << (allPaged ? "paged back to the first message" : "paging back did NOT reach the first message") << " in "
-        << paging.elapsed() / 1000.0 << " s: " << chat.timeline()->rowCount() << " rows, " << times.size()
-        << " frames; frame median " << at(0.5) << " ms, 99th " << at(0.99) << " ms, longest " << at(1) << " ms, "
-        << over << " of 16 ms or more; by processor time longest " << ms(cpuLongest) << " ms, " << cpuOver
-        << " of 16 ms or more; longest event handled " << ms(app.longest) << " ms (" << app.longestEvent << ")"
-        << Qt::endl;
+        << paging.elapsed() / 1000.0 << " s: " << chat.timeline()->rowCount() << " rows, " << frames.summary() << "; "
+        << app.longestText() << Qt::endl;
 
     const double fullRss = rssMiB();
     out << "RSS: empty window " << emptyRss << " MiB, with the room's " << chat.timeline()->rowCount() << " messages "

@@ -6,11 +6,11 @@
 //  2. a four-person mesh held for MESH_SECONDS (argument; 60 by default):
 //     the process's CPU per client and its resident memory every ten seconds.
 
+#include "MemorySessionStore.h"
 #include "TarnWaitFor.h"
 #include "chat/TarnChatCalls.h"
 #include "chat/huddle/NativeHuddle.h"
 #include "service/TarnAPI.h"
-#include "service/TarnSessionStore.h"
 #include "support/TestWorkspace.h"
 
 #include <QCoreApplication>
@@ -36,33 +36,8 @@ namespace {
 
 QTextStream out(stdout);
 
-// The session lives in this process only: the benchmark needs no keyring.
-class ProcessSessionStore : public TarnSessionStore {
-public:
-    QCoro::Task<std::optional<QString>> token() override
-    {
-        // A copy: co_return would move the member away.
-        std::optional<QString> copy = m_token;
-        co_return copy;
-    }
-    QCoro::Task<> save(QString token) override
-    {
-        m_token = std::move(token);
-        co_return;
-    }
-    QCoro::Task<> clear() override
-    {
-        m_token.reset();
-        co_return;
-    }
-    QCoro::Task<> clearEmbeddedSignIn() override { co_return; }
-
-private:
-    std::optional<QString> m_token;
-};
-
 struct Person {
-    ProcessSessionStore store;
+    MemorySessionStore store { QString() };
     std::unique_ptr<QSettings> settings;
     std::unique_ptr<TarnAPI> api;
     QString id;

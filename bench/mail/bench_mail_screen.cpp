@@ -13,8 +13,11 @@
 //   scripts/with-keyring build-bench/bench/mail/bench_mail_screen
 // BENCH_THREADS=N sends a smaller inbox.
 
+#include "BenchTime.h"
+#include "FrameClock.h"
 #include "MemorySessionStore.h"
 #include "TarnWaitFor.h"
+#include "TimedApp.h"
 #include "mail/NativeMailImageProvider.h"
 #include "mail/NativeMailView.h"
 #include "service/Config.h"
@@ -40,145 +43,21 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
-#include <typeinfo>
-
-#include <time.h>
 
 Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MailPlugin)
 
 using namespace Qt::StringLiterals;
 
+using BenchTime::ms;
+using BenchTime::spin;
+
 namespace {
 
 constexpr int scrollStep = 200;
-constexpr qint64 frameBudgetNs = 16'000'000;
 const QString newsletterSubject = u"The Glaze Letter: the year in glazes (archive issue)"_s;
 
 QTextStream out(stdout);
-
-double ms(qint64 nanoseconds)
-{
-    return double(nanoseconds) / 1e6;
-}
-
-// Waits, with the event loop running, until `done` or `limitMs`.
-bool spin(const std::function<bool()> &done, int limitMs)
-{
-    QElapsedTimer clock;
-    clock.start();
-    while (!done() && clock.elapsed() < limitMs)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-    return done();
-}
-
-// This thread's processor time: unlike the wall clock, it does not count
-// the time other programs on a busy machine had the processor.
-qint64 threadNs()
-{
-    timespec now {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return qint64(now.tv_sec) * 1'000'000'000 + now.tv_nsec;
-}
-
-// Frames: each from the window's update request to its frame swapped, by
-// the wall clock and by this thread's processor time.
-class FrameClock : public QObject {
-public:
-    explicit FrameClock(QQuickWindow &window)
-    {
-        window.installEventFilter(this);
-        connect(&window, &QQuickWindow::frameSwapped, this, [this] {
-            if (m_start >= 0) {
-                m_frames.append(m_clock.nsecsElapsed() - m_start);
-                m_cpu.append(threadNs() - m_cpuStart);
-            }
-            m_start = -1;
-        });
-        m_clock.start();
-    }
-    void reset()
-    {
-        m_frames.clear();
-        m_cpu.clear();
-    }
-    // "N frames; median, 99th and longest; how many over budget", by the
-    // wall clock and by processor time.
-    [[nodiscard]] QString summary() const
-    {
-        QList<qint64> wall = m_frames;
-        std::sort(wall.begin(), wall.end());
-        const auto at
-            = [&wall](double share) { return wall.isEmpty() ? 0 : ms(wall.at(qsizetype(share * (wall.size() - 1)))); };
-        const auto over = [](const QList<qint64> &times) {
-            return std::count_if(times.begin(), times.end(), [](qint64 t) { return t >= frameBudgetNs; });
-        };
-        const qint64 cpuLongest = m_cpu.isEmpty() ? 0 : *std::max_element(m_cpu.begin(), m_cpu.end());
-        const auto number = [](auto value) { return QString::number(value); };
-        return u"%1 frames; median %2 ms, 99th %3 ms, longest %4 ms, %5 of 16 ms or more; by processor time "
-               "longest %6 ms, %7 of 16 ms or more"_s.arg(number(wall.size()), number(at(0.5)), number(at(0.99)),
-                   number(at(1)), number(over(m_frames)), number(ms(cpuLongest)), number(over(m_cpu)));
-    }
-
-protected:
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::UpdateRequest) {
-            m_start = m_clock.nsecsElapsed();
-            m_cpuStart = threadNs();
-        }
-        return false;
-    }
-
-private:
-    QElapsedTimer m_clock;
-    qint64 m_start = -1;
-    qint64 m_cpuStart = 0;
-    QList<qint64> m_frames;
-    QList<qint64> m_cpu;
-};
-
-// The application, timing each event it hands out (the outermost ones):
-// the longest is the longest the window could not draw.
-class TimedApp : public QGuiApplication {
-public:
-    using QGuiApplication::QGuiApplication;
-
-    bool watching = false;
-    qint64 longest = 0;
-    QByteArray longestEvent;
-
-    void resetLongest()
-    {
-        longest = 0;
-        longestEvent.clear();
-    }
-    [[nodiscard]] QString longestText() const
-    {
-        return u"longest event handled %1 ms (%2)"_s.arg(ms(longest)).arg(QString::fromLatin1(longestEvent));
-    }
-
-    bool notify(QObject *receiver, QEvent *event) override
-    {
-        if (!watching || m_depth > 0)
-            return QGuiApplication::notify(receiver, event);
-        const QByteArray kind = QByteArray(typeid(*event).name()) + ' ' + QByteArray::number(event->type()) + " to "
-            + receiver->metaObject()->className();
-        QElapsedTimer clock;
-        clock.start();
-        ++m_depth;
-        const bool handled = QGuiApplication::notify(receiver, event);
-        --m_depth;
-        if (clock.nsecsElapsed() > longest) {
-            longest = clock.nsecsElapsed();
-            longestEvent = kind;
-        }
-        return handled;
-    }
-
-private:
-    int m_depth = 0;
-};
 
 // Another person of the company writes `count` mails to the owner, each
 // delivered at once.

@@ -9,12 +9,12 @@
 //   each round, then the same file again (all duplicates).
 // Not a Google Benchmark program: it drives a window and a workspace.
 // Run: build-bench/bench/money/bench_books_screens
+#include "MemorySessionStore.h"
 #include "TarnWaitFor.h"
 #include "money/NativeBankImport.h"
 #include "money/NativeBooksView.h"
 #include "service/Config.h"
 #include "service/TarnAPI.h"
-#include "service/TarnSessionStore.h"
 #include "shell/design/NativeTheme.h"
 #include "support/TestWorkspace.h"
 
@@ -43,27 +43,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int rounds = 15;
-
-// The session for this run only: no keyring in a benchmark.
-class MemoryStore final : public TarnSessionStore {
-public:
-    // An explicit copy: QCoro moves from a returned member.
-    QCoro::Task<std::optional<QString>> token() override { co_return std::optional<QString>(m_token); }
-    QCoro::Task<> save(QString token) override
-    {
-        m_token = std::move(token);
-        co_return;
-    }
-    QCoro::Task<> clear() override
-    {
-        m_token.reset();
-        co_return;
-    }
-    QCoro::Task<> clearEmbeddedSignIn() override { co_return; }
-
-private:
-    std::optional<QString> m_token;
-};
 
 struct Round {
     qint64 reportsIn = -1;
@@ -139,8 +118,8 @@ int main(int argc, char **argv)
         = Config::fromOptions(workspace.url().toString(), workspace.certificatePath(), &error);
     QTemporaryDir folder;
     QSettings settings(folder.filePath(u"prefs.ini"_s), QSettings::IniFormat);
-    MemoryStore store;
-    tarnWaitFor(store.save(workspace.signIn(u"maren@halvard.example"_s)));
+    // The session for this run only: no keyring in a benchmark.
+    MemorySessionStore store(workspace.signIn(u"maren@halvard.example"_s));
     TarnAPI api(*config, store, &settings);
     tarnWaitFor(api.refreshSession());
 
