@@ -33,7 +33,8 @@ QString FrameClock::summary() const
     using BenchTime::ms;
     QList<qint64> wall = m_frames;
     std::sort(wall.begin(), wall.end());
-    const auto at = [&wall](double share) { return wall.isEmpty() ? 0 : ms(wall.at(qsizetype(share * (wall.size() - 1)))); };
+    const auto at
+        = [&wall](double share) { return wall.isEmpty() ? 0 : ms(wall.at(qsizetype(share * (wall.size() - 1)))); };
     const auto over = [](const QList<qint64> &times) {
         return std::count_if(times.begin(), times.end(), [](qint64 t) { return t >= budgetNs; });
     };

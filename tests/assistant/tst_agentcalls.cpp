@@ -3,6 +3,7 @@
 #include "assistant/TarnAgentCalls.h"
 #include "service/TarnAPIError.h"
 #include "shell/TarnShell.h"
+#include "support/FailureOf.h"
 #include "support/TestWorkspace.h"
 
 #include <QTest>
@@ -40,17 +41,6 @@ bool settled(TarnAPI &api, const QString &id)
 {
     const std::optional<TarnAgentRequest> request = find(api, id);
     return request && request->status != "queued"_L1 && request->status != "running"_L1;
-}
-
-// The error text a call ends in; empty when it succeeds.
-template <typename T> QString failureOf(QCoro::Task<T> task)
-{
-    try {
-        tarnWaitFor(std::move(task));
-        return {};
-    } catch (const TarnAPIError &error) {
-        return QString::fromUtf8(error.what());
-    }
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "chat/ChatTestClient.h"
 #include "chat/TarnChatCalls.h"
 #include "service/TarnAPI.h"
+#include "support/FailureOf.h"
 #include "support/TestWorkspace.h"
 
 #include <QJsonArray>
@@ -36,17 +37,6 @@ const QString oddRoom = u"r&=+#?/ é"_s;
 const QString oddRoomSent = u"r%26%3D%2B%23%3F%2F%20%C3%A9"_s;
 const QString oddId = u"m:1/2"_s;
 const QString oddIdSent = u"m:1%2F2"_s;
-
-// The error text of a call that must fail; empty when it succeeded.
-template <typename T> QString failureOf(QCoro::Task<T> task)
-{
-    try {
-        tarnWaitFor(std::move(task));
-    } catch (const TarnAPIError &error) {
-        return error.text();
-    }
-    return {};
-}
 
 const QString tomas = u"p-tomas"_s;
 

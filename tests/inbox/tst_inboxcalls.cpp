@@ -2,6 +2,7 @@
 #include "inbox/InboxTestClient.h"
 #include "inbox/TarnInboxCalls.h"
 #include "service/TarnAPI.h"
+#include "support/FailureOf.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -19,17 +20,6 @@ using Call = std::function<void(TarnAPI &)>;
 const QString maren = u"maren@halvard.example"_s;
 const QString tomas = u"tomas@halvard.example"_s;
 const QString priya = u"priya@halvard.example"_s;
-
-// The error text of a call that must fail; empty when it succeeded.
-template <typename T> QString failureOf(QCoro::Task<T> task)
-{
-    try {
-        tarnWaitFor(std::move(task));
-    } catch (const TarnAPIError &error) {
-        return error.text();
-    }
-    return {};
-}
 
 template <typename T> void attempt(QCoro::Task<T> task)
 {

@@ -4,6 +4,7 @@
 #include "mail/TarnMailProxy.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "support/FailureOf.h"
 
 #include <QDateTime>
 #include <QJsonArray>
@@ -55,16 +56,6 @@ std::optional<TarnMailCard> findCard(TarnAPI &api, const QString &view, const QS
         cursor = page.nextCursor;
     } while (cursor);
     return std::nullopt;
-}
-
-template <typename T> QString failureOf(QCoro::Task<T> task)
-{
-    try {
-        tarnWaitFor(std::move(task));
-    } catch (const TarnAPIError &error) {
-        return error.text();
-    }
-    return {};
 }
 
 const QString maren = u"maren@halvard.example"_s;

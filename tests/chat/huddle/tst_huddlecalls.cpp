@@ -2,6 +2,7 @@
 #include "chat/TarnChatCalls.h"
 #include "chat/huddle/HuddleTestTeam.h"
 #include "chat/huddle/TarnHuddleCalls.h"
+#include "support/FailureOf.h"
 
 #include <QTest>
 
@@ -10,16 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-template <typename T> QString failureOf(QCoro::Task<T> task)
-{
-    try {
-        tarnWaitFor(std::move(task));
-    } catch (const TarnAPIError &error) {
-        return error.text();
-    }
-    return {};
-}
 
 QStringList people(const TarnHuddleState &state)
 {
