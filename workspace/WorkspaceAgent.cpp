@@ -199,8 +199,9 @@ void WorkspaceAgent::step()
             const QString note = due.value(5).toString();
             finished.append({ due.value(0).toString(),
                 { u"done"_s,
-                    u"Approved by %1%2.\n\nNothing was moved or deleted: this local workspace keeps no accounts or "
-                    "records I could act on, so the request ends here."_s.arg(
+                    u"Approved by %1%2.\n\nNothing was moved or deleted: the assistant of this local workspace answers "
+                    "questions but does not act on the books, the terminal or anyone's records, so the request "
+                    "ends here."_s.arg(
                         due.value(6).toString(), note.isEmpty() ? QString() : u" (\"%1\")"_s.arg(note)) } });
         } else {
             finished.append({ due.value(0).toString(),
