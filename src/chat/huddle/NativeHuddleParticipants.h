@@ -5,8 +5,7 @@
 
 // The people in the running huddle, one row per connection, so a person on
 // two devices shows twice and a mute mark follows its own connection.
-class NativeHuddleParticipants
-    : public NativeKeyedListModel<TarnHuddleParticipant, &TarnHuddleParticipant::conn> {
+class NativeHuddleParticipants : public NativeKeyedListModel<TarnHuddleParticipant, &TarnHuddleParticipant::conn> {
     Q_OBJECT
 
 public:

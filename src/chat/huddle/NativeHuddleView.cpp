@@ -24,11 +24,20 @@ void NativeHuddleView::join(const QString &roomID)
     (void)m_huddle.join(roomID, m_api);
 }
 
-void NativeHuddleView::leave() { (void)m_huddle.leave(); }
+void NativeHuddleView::leave()
+{
+    (void)m_huddle.leave();
+}
 
-void NativeHuddleView::toggleMute() { (void)m_huddle.toggleMute(); }
+void NativeHuddleView::toggleMute()
+{
+    (void)m_huddle.toggleMute();
+}
 
-void NativeHuddleView::refreshVisible() { (void)m_huddle.refreshVisible(m_api); }
+void NativeHuddleView::refreshVisible()
+{
+    (void)m_huddle.refreshVisible(m_api);
+}
 
 void NativeHuddleView::clear()
 {

@@ -35,6 +35,7 @@ public:
     [[nodiscard]] bool muted() const { return m_huddle.muted(); }
     [[nodiscard]] NativeHuddleParticipants *participants() { return &m_participants; }
     [[nodiscard]] QStringList liveRooms() const { return m_liveRooms; }
+    [[nodiscard]] Q_INVOKABLE bool isLive(const QString &roomID) const { return m_liveRooms.contains(roomID); }
     [[nodiscard]] NativeHuddle &huddle() { return m_huddle; }
 
     // Starts the room's huddle, or joins the one running there; a huddle in
