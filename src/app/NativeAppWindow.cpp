@@ -39,6 +39,15 @@ QCoro::Task<> connectMailbox(NativeAuth &auth, NativeMailView &mail, QUrl start)
         guard->finishConnecting(error);
 }
 
+// The desktop's microphone and speaker; PILO_TARN_HUDDLE_TEST_SOURCES=1 gives
+// a generated tone and unplayed audio instead, for runs without a sound card.
+NativeHuddleMedia huddleMedia()
+{
+    if (qEnvironmentVariableIntValue("PILO_TARN_HUDDLE_TEST_SOURCES") == 1)
+        return { .testSources = true, .playAudio = false };
+    return {};
+}
+
 } // namespace
 
 NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, QSettings &preferences, Content content)
@@ -52,6 +61,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_pilo(m_api)
     , m_piloReview(m_api)
     , m_chat(m_api, m_navigation, preferences)
+    , m_huddle(m_api, huddleMedia())
     , m_inbox(m_api)
     , m_watch(m_api, m_unread)
     , m_notifier(u"pilo-tarn"_s)
@@ -73,6 +83,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_pilo.clear();
             m_piloReview.clear();
             m_chat.clear();
+            m_huddle.clear();
             m_inbox.clear();
             m_mail.clear();
             m_books.clear();
@@ -127,6 +138,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"pilo"_s, QVariant::fromValue(&m_pilo) },
         { u"piloReview"_s, QVariant::fromValue(&m_piloReview) },
         { u"chat"_s, QVariant::fromValue(&m_chat) },
+        { u"huddle"_s, QVariant::fromValue(&m_huddle) },
         { u"inbox"_s, QVariant::fromValue(&m_inbox) },
         { u"mail"_s, QVariant::fromValue(&m_mail) },
         { u"books"_s, QVariant::fromValue(&m_books) },

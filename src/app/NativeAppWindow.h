@@ -8,6 +8,7 @@
 #include "assistant/TarnPiloConversation.h"
 #include "auth/NativeAuth.h"
 #include "chat/NativeChatView.h"
+#include "chat/huddle/NativeHuddleView.h"
 #include "inbox/NativeInboxView.h"
 #include "mail/NativeMailView.h"
 #include "money/NativeBooksView.h"
@@ -52,6 +53,8 @@ public:
     [[nodiscard]] NativeTheme &theme() { return m_theme; }
     [[nodiscard]] TarnPiloConversation &pilo() { return m_pilo; }
     [[nodiscard]] NativeChatView &chat() { return m_chat; }
+    // The one huddle, whichever screen is shown.
+    [[nodiscard]] NativeHuddleView &huddle() { return m_huddle; }
     [[nodiscard]] NativeInboxView &inbox() { return m_inbox; }
     // What waits for the person, for the launcher badge.
     [[nodiscard]] NativeUnreadCount &unread() { return m_unread; }
@@ -70,6 +73,7 @@ private:
     TarnPiloConversation m_pilo;
     NativePiloReview m_piloReview;
     NativeChatView m_chat;
+    NativeHuddleView m_huddle;
     NativeInboxView m_inbox;
     NativeUnreadCount m_unread;
     NativeActivityWatch m_watch;

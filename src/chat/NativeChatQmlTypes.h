@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chat/NativeChatView.h"
+#include "chat/huddle/NativeHuddleView.h"
 
 #include <QtQml/qqml.h>
 
@@ -44,5 +45,13 @@ struct NativeGifModelForeign {
     Q_GADGET
     QML_FOREIGN(NativeGifModel)
     QML_NAMED_ELEMENT(NativeGifModel)
+    QML_UNCREATABLE("Built by the application.")
+};
+
+// The window's one huddle, drawn by its bar and the room header.
+struct NativeHuddleViewForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeHuddleView)
+    QML_NAMED_ELEMENT(NativeHuddleView)
     QML_UNCREATABLE("Built by the application.")
 };

@@ -161,6 +161,7 @@ private slots:
     void eachPersonSeesTheirPlaces_data();
     void eachPersonSeesTheirPlaces();
     void signOutFromSettings();
+    void huddleFromTheRoomHeader();
     void appearanceChoices();
     void commandSearchFromTheKeyboard_data();
     void commandSearchFromTheKeyboard();
@@ -290,6 +291,34 @@ void TestRootView::signOutFromSettings()
     QVERIFY(m_workspace->session(token).isEmpty());
     QTRY_VERIFY(findItem(m_open->content(), u"signInView"_s)->isVisible());
     QCOMPARE(visibleNamed(m_open->content(), u"sidebarItem:"_s), QStringList());
+}
+
+void TestRootView::huddleFromTheRoomHeader()
+{
+    qputenv("PILO_TARN_HUDDLE_TEST_SOURCES", "1"); // No sound card needed.
+    QVERIFY(!openAs(u"maren@halvard.example"_s).isEmpty());
+    QVERIFY(m_open->reach(Phase::SignedIn));
+    NativeAppWindow &app = m_open->app;
+    app.navigation().open(TarnDestination { .screen = TarnScreen::chat, .section = std::nullopt });
+    QTRY_VERIFY(!app.chat().selectedRoom().isEmpty());
+    QQuickItem *button = findItem(m_open->content(), u"chatHuddle"_s);
+    QTRY_VERIFY(button && button->isVisible());
+    QCOMPARE(button->property("text").toString(), u"Start huddle"_s);
+    QQuickItem *bar = findItem(m_open->content(), u"huddleBar"_s);
+    QVERIFY(bar && !bar->isVisible());
+
+    click(button);
+    QTRY_VERIFY_WITH_TIMEOUT(
+        bar->isVisible() && findItem(bar, u"huddleStatus"_s)->property("text") == u"Live"_s, 15000);
+    QTRY_COMPARE(findItem(bar, u"huddleParticipants"_s)->property("count").toInt(), 1);
+    QCOMPARE(app.huddle().participants()->rows().constFirst().name, u"Maren Holt"_s);
+    // The bar stays while another screen is shown.
+    app.navigation().open(TarnDestination { .screen = TarnScreen::agent, .section = std::nullopt });
+    QTRY_VERIFY(!findItem(m_open->content(), u"chatHuddle"_s));
+    QVERIFY(bar->isVisible());
+
+    click(findItem(bar, u"huddleLeave"_s));
+    QTRY_VERIFY(!bar->isVisible());
 }
 
 void TestRootView::appearanceChoices()

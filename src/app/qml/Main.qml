@@ -19,6 +19,7 @@ ApplicationWindow {
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
     required property NativeChatView chat
+    required property NativeHuddleView huddle
     required property NativeInboxView inbox
     required property NativeMailView mail
     required property NativeBooksView books
@@ -65,13 +66,17 @@ ApplicationWindow {
     // Kept while signed out: it shows the navigation, which sign-out resets.
     NativeTarnRoot {
         visible: !window.gallery && window.signedIn
-        anchors.fill: parent
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.bottom: huddleBar.visible ? huddleBar.top : parent.bottom
         navigation: window.navigation
         settings: window.settings
         search: window.search
         pilo: window.pilo
         piloReview: window.piloReview
         chat: window.chat
+        huddle: window.huddle
         inbox: window.inbox
         mail: window.mail
         books: window.books
@@ -80,5 +85,15 @@ ApplicationWindow {
         personEmail: window.root.personEmail
         signingOut: window.root.busy
         onSignOutRequested: window.root.signOut()
+    }
+
+    HuddleBar {
+        id: huddleBar
+        objectName: "huddleBar"
+        visible: !window.gallery && window.signedIn && huddle.running
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        huddle: window.huddle
     }
 }

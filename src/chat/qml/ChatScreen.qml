@@ -11,12 +11,16 @@ Pane {
     id: screen
 
     required property NativeChatView chat
+    // The window's huddle; without it the room header offers none.
+    property NativeHuddleView huddle: null
 
     padding: 0
     background: null
 
     Component.onCompleted: {
         chat.appear()
+        if (huddle)
+            huddle.refreshVisible()
         openAskedSheet()
     }
 
@@ -97,6 +101,17 @@ Pane {
                     color: Theme.colours.text
                     elide: Text.ElideRight
                     Layout.fillWidth: true
+                }
+                ActionButton {
+                    objectName: "chatHuddle"
+                    // Read through liveRooms, so it is asked again when they change.
+                    readonly property bool live: screen.huddle !== null && screen.huddle.liveRooms.length > 0
+                        && screen.huddle.isLive(screen.chat.selectedRoom)
+                    visible: screen.huddle !== null
+                        && !(screen.huddle.running && screen.huddle.roomID === screen.chat.selectedRoom)
+                    symbol: "phone"
+                    text: live ? qsTr("Join huddle") : qsTr("Start huddle")
+                    onClicked: screen.huddle.join(screen.chat.selectedRoom)
                 }
                 IconButton {
                     objectName: "chatRoomSettings"
@@ -194,6 +209,15 @@ Pane {
                 placeholder: qsTr("Reply…")
                 Layout.fillWidth: true
             }
+        }
+    }
+
+    // Whether the open room's huddle is live is asked again as rooms change.
+    Connections {
+        target: screen.chat
+        function onSelectedRoomChanged() {
+            if (screen.huddle)
+                screen.huddle.refreshVisible()
         }
     }
 }

@@ -19,6 +19,7 @@ Item {
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
     required property NativeChatView chat
+    required property NativeHuddleView huddle
     required property NativeInboxView inbox
     required property NativeMailView mail
     required property NativeBooksView books
@@ -73,6 +74,7 @@ Item {
             pilo: shell.pilo
             piloReview: shell.piloReview
             chat: shell.chat
+            huddle: shell.huddle
             inbox: shell.inbox
             mail: shell.mail
             books: shell.books

@@ -20,6 +20,7 @@ Pane {
     required property TarnPiloConversation pilo
     required property NativePiloReview piloReview
     required property NativeChatView chat
+    required property NativeHuddleView huddle
     required property NativeInboxView inbox
     required property NativeMailView mail
     required property NativeBooksView books
@@ -33,7 +34,7 @@ Pane {
 
     function showChat() {
         if (showsChat)
-            chatLoader.setSource("qrc:/qt-project.org/imports/PiloTarn/Chat/qml/ChatScreen.qml", { chat: chat })
+            chatLoader.setSource("qrc:/qt-project.org/imports/PiloTarn/Chat/qml/ChatScreen.qml", { chat: chat, huddle: huddle })
         else
             chatLoader.source = ""
     }

@@ -1,0 +1,14 @@
+#include "chat/huddle/NativeHuddleParticipants.h"
+
+NativeHuddleParticipants::NativeHuddleParticipants(QObject *parent)
+    : NativeKeyedListModel(
+        {
+            { "name", [](const TarnHuddleParticipant &p) { return QVariant(p.name); } },
+            { "userID", [](const TarnHuddleParticipant &p) { return QVariant(p.user_id); } },
+            { "muted", [](const TarnHuddleParticipant &p) { return QVariant(p.muted); } },
+            { "video", [](const TarnHuddleParticipant &p) { return QVariant(p.video); } },
+            { "screen", [](const TarnHuddleParticipant &p) { return QVariant(p.screen); } },
+        },
+        parent)
+{
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "chat/huddle/NativeHuddle.h"
+#include "chat/huddle/NativeHuddleParticipants.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+class TarnAPI;
+
+// The window's one huddle as the screens see it: the bar at the window's
+// root and the chat room's header draw it and forward the person's actions.
+// It lives as long as the window; signing out leaves the huddle.
+class NativeHuddleView : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString status READ status NOTIFY changed)
+    Q_PROPERTY(QString notice READ notice NOTIFY changed)
+    Q_PROPERTY(QString roomID READ roomID NOTIFY changed)
+    Q_PROPERTY(QString roomName READ roomName NOTIFY changed)
+    Q_PROPERTY(bool running READ running NOTIFY changed)
+    Q_PROPERTY(bool muted READ muted NOTIFY changed)
+    Q_PROPERTY(QObject *participants READ participants CONSTANT)
+    // Ids of the rooms whose huddle is live, from the last refreshVisible().
+    Q_PROPERTY(QStringList liveRooms READ liveRooms NOTIFY liveRoomsChanged)
+
+public:
+    NativeHuddleView(TarnAPI &api, NativeHuddleMedia media, QObject *parent = nullptr);
+
+    [[nodiscard]] QString status() const { return m_huddle.status(); }
+    [[nodiscard]] QString notice() const { return m_huddle.notice(); }
+    [[nodiscard]] QString roomID() const { return m_huddle.roomID(); }
+    [[nodiscard]] QString roomName() const;
+    [[nodiscard]] bool running() const { return m_huddle.running(); }
+    [[nodiscard]] bool muted() const { return m_huddle.muted(); }
+    [[nodiscard]] NativeHuddleParticipants *participants() { return &m_participants; }
+    [[nodiscard]] QStringList liveRooms() const { return m_liveRooms; }
+    [[nodiscard]] Q_INVOKABLE bool isLive(const QString &roomID) const { return m_liveRooms.contains(roomID); }
+    [[nodiscard]] NativeHuddle &huddle() { return m_huddle; }
+
+    // Starts the room's huddle, or joins the one running there; a huddle in
+    // another room is left first.
+    Q_INVOKABLE void join(const QString &roomID);
+    Q_INVOKABLE void leave();
+    Q_INVOKABLE void toggleMute();
+    // Asks which rooms have a live huddle, for the room list and header.
+    Q_INVOKABLE void refreshVisible();
+    // Leaves any huddle and forgets the live rooms; for sign-out.
+    void clear();
+
+Q_SIGNALS:
+    void changed();
+    void liveRoomsChanged();
+
+private:
+    void follow();
+    void followVisible();
+
+    TarnAPI &m_api;
+    NativeHuddle m_huddle;
+    NativeHuddleParticipants m_participants;
+    QStringList m_liveRooms;
+};
