@@ -61,10 +61,12 @@ QCoro::Task<> NativeHuddle::join(QString roomID, TarnAPI &api, QList<QString> in
         co_return;
     }
     run(m_call.joined(joined));
-    if (!m_media.microphone) {
+    if (!m_media.microphone)
         m_call.microphoneMissing();
+    // Muted for want of a microphone, or by the person while connecting: the
+    // others hear of it now that there is a session to report it for.
+    if (m_muted)
         reportMuted(generation);
-    }
     Q_EMIT changed();
     pollLoop(generation);
 }
@@ -106,7 +108,8 @@ QCoro::Task<> NativeHuddle::toggleMute()
 
 QCoro::Task<> NativeHuddle::reportMuted(quint64 generation)
 {
-    if (!m_api)
+    // Still joining: the join reports it once it has a session.
+    if (!m_api || m_call.sid().isEmpty())
         co_return;
     const QPointer<NativeHuddle> self(this);
     const QString room = m_call.roomID().value_or(QString());
