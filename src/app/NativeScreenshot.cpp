@@ -49,10 +49,14 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "calendar"_L1, TarnScreen::schedule, "Calendar"_L1 },
         { "agent-history"_L1, TarnScreen::agent, "History"_L1 },
         { "agent-review"_L1, TarnScreen::agent, "Blocked work"_L1 },
+        // The chat's last room with a huddle running in it.
+        { "huddle"_L1, TarnScreen::chat, {} },
     };
     for (const Alias &alias : aliases) {
-        if (name == alias.name)
-            return TarnDestination { .screen = alias.screen, .section = QString(alias.section) };
+        if (name != alias.name)
+            continue;
+        return TarnDestination { .screen = alias.screen,
+            .section = alias.section.isEmpty() ? std::nullopt : std::optional<QString>(QString(alias.section)) };
     }
     if (const std::optional<TarnScreen> screen = TarnScreens::fromRawValue(name))
         return TarnDestination { .screen = *screen, .section = std::nullopt };

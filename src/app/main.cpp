@@ -127,10 +127,22 @@ int main(int argc, char **argv)
             chat.setComposerText(qEnvironmentVariable(NativeScreenshot::composerVariable));
             auto loaded = std::make_shared<bool>(false);
             capture->setReady([loaded] { return *loaded; });
-            QObject::connect(&chat, &NativeChatView::refreshed, capture.get(), [&capture, loaded] {
-                *loaded = true;
-                capture->recheck();
-            });
+            if (profile.place == "huddle"_L1) {
+                // Shown once the huddle started in the room that opened is live.
+                NativeHuddleView &huddle = app.huddle();
+                capture->setReady([&huddle] { return huddle.status() == "Live"_L1; });
+                QObject::connect(
+                    &huddle, &NativeHuddleView::changed, capture.get(), [&capture] { capture->recheck(); });
+                QObject::connect(&chat, &NativeChatView::refreshed, capture.get(), [&chat, &huddle] {
+                    if (!huddle.running() && !chat.selectedRoom().isEmpty())
+                        huddle.join(chat.selectedRoom());
+                });
+            } else {
+                QObject::connect(&chat, &NativeChatView::refreshed, capture.get(), [&capture, loaded] {
+                    *loaded = true;
+                    capture->recheck();
+                });
+            }
         } else if (shown && shown->screen == TarnScreen::calls && shown->section == "Inbox"_L1) {
             // The inbox is shown with its newest thread open.
             NativeInboxView &inbox = app.inbox();
