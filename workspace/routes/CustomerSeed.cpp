@@ -56,8 +56,8 @@ void plant(CustomerStore &customers)
 {
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     const QList<Customer> list = {
-        { u"c-brightwater"_s, u"Brightwater Dental"_s, u"+1 555 0111"_s, u"front@brightwater.example"_s,
-            u"customer"_s, u"Brightwater Dental Group"_s },
+        { u"c-brightwater"_s, u"Brightwater Dental"_s, u"+1 555 0111"_s, u"front@brightwater.example"_s, u"customer"_s,
+            u"Brightwater Dental Group"_s },
         { u"c-oakline"_s, u"Oakline Studio"_s, u"+1 555 0112"_s, u"hello@oakline.example"_s, u"customer"_s, {} },
         { u"c-fernhill"_s, u"Fernhill Bakery"_s, u"+1 555 0113"_s, u"orders@fernhill.example"_s, u"proposal"_s, {} },
         { u"c-marlow"_s, u"Marlow & Sons"_s, u"+1 555 0114"_s, u"office@marlow.example"_s, u"customer"_s, {} },
@@ -71,11 +71,10 @@ void plant(CustomerStore &customers)
         { u"c-cinder"_s, u"Cinder Forge Works"_s, u"+1 555 0222"_s, u"office@cinderforge.example"_s, u"qualified"_s,
             {} },
         { u"c-driftwood"_s, u"Driftwood Books"_s, u"+1 555 0223"_s, u"hello@driftwood.example"_s, u"customer"_s, {} },
-        { u"c-elmstreet"_s, u"Elm Street Pharmacy"_s, u"+1 555 0224"_s, u"rx@elmstreet.example"_s, u"proposal"_s,
-            {} },
+        { u"c-elmstreet"_s, u"Elm Street Pharmacy"_s, u"+1 555 0224"_s, u"rx@elmstreet.example"_s, u"proposal"_s, {} },
         { u"c-foxglove"_s, u"Foxglove Salon"_s, u"+1 555 0225"_s, u"book@foxglove.example"_s, u"lead"_s, {} },
-        { u"c-granite"_s, u"Granite Peak Outfitters"_s, u"+1 555 0226"_s, u"gear@granitepeak.example"_s,
-            u"customer"_s, {} },
+        { u"c-granite"_s, u"Granite Peak Outfitters"_s, u"+1 555 0226"_s, u"gear@granitepeak.example"_s, u"customer"_s,
+            {} },
         { u"c-hollow"_s, u"Hollow Oak Winery"_s, u"+1 555 0227"_s, u"cellar@hollowoak.example"_s, u"lost"_s, {} },
         { u"c-ivy"_s, u"Ivy & Rose Events"_s, u"+1 555 0228"_s, u"plan@ivyrose.example"_s, u"qualified"_s, {} },
         { u"c-juniper"_s, u"Juniper Day Care"_s, u"+1 555 0229"_s, u"office@juniper.example"_s, u"customer"_s, {} },
@@ -88,8 +87,7 @@ void plant(CustomerStore &customers)
         { u"c-pebble"_s, u"Pebble Beach Rentals"_s, u"+1 555 0235"_s, u"stay@pebble.example"_s, u"lead"_s, {} },
         { u"c-quarry"_s, u"Quarry Road Garage"_s, u"+1 555 0236"_s, u"fix@quarryroad.example"_s, u"lost"_s, {} },
         { u"c-riverside"_s, u"Riverside Physio"_s, u"+1 555 0237"_s, u"care@riverside.example"_s, u"customer"_s, {} },
-        { u"c-saltmarsh"_s, u"Saltmarsh Kayaks"_s, u"+1 555 0238"_s, u"paddle@saltmarsh.example"_s, u"proposal"_s,
-            {} },
+        { u"c-saltmarsh"_s, u"Saltmarsh Kayaks"_s, u"+1 555 0238"_s, u"paddle@saltmarsh.example"_s, u"proposal"_s, {} },
         { u"c-thistle"_s, u"Thistle Tea Room"_s, u"+1 555 0239"_s, u"tea@thistle.example"_s, u"qualified"_s, {} },
         { u"c-upland"_s, u"Upland Architects"_s, u"+1 555 0240"_s, u"studio@upland.example"_s, u"customer"_s, {} },
         { u"c-vale"_s, u"Vale Veterinary"_s, u"+1 555 0241"_s, u"vets@vale.example"_s, u"lead"_s, {} },
@@ -109,8 +107,8 @@ void plant(CustomerStore &customers)
         const qsizetype reached = c.stage == "lost"_L1 ? 2 : path.indexOf(c.stage);
         const qint64 span = now - since;
         for (qsizetype s = 1; s <= reached; ++s)
-            customers.plantStageChange(c.id, path.at(s - 1), path.at(s), people.at((i + s) % people.size()),
-                since + span * s / (reached + 2));
+            customers.plantStageChange(
+                c.id, path.at(s - 1), path.at(s), people.at((i + s) % people.size()), since + span * s / (reached + 2));
         if (c.stage == "lost"_L1)
             customers.plantStageChange(c.id, path.at(reached), c.stage, people.at(i % people.size()), now - 9 * dayMs);
 
@@ -125,7 +123,8 @@ void plant(CustomerStore &customers)
                     created });
         }
         if (i % 4 == 0)
-            customers.plantContact(c.id, u"Alex Moreno"_s, u"Office manager"_s, u"alex@%1"_s.arg(c.email.section(u'@', 1)));
+            customers.plantContact(
+                c.id, u"Alex Moreno"_s, u"Office manager"_s, u"alex@%1"_s.arg(c.email.section(u'@', 1)));
         if (i % 6 == 1)
             customers.plantFile(c.id, u"service-agreement.txt"_s,
                 u"Service agreement between Halvard & Co. and %1.\n"_s.arg(c.name).toUtf8(), u"p-maren"_s,

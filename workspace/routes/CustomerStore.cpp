@@ -192,8 +192,8 @@ QJsonObject CustomerStore::profileJSON(const QString &id) const
     out.insert(u"tasks"_s, tasks);
 
     QJsonArray contacts;
-    QSqlQuery k = run(db, u"SELECT id, name, role, email, phone FROM crm_contacts WHERE client_id = ? ORDER BY name"_s,
-        { id });
+    QSqlQuery k
+        = run(db, u"SELECT id, name, role, email, phone FROM crm_contacts WHERE client_id = ? ORDER BY name"_s, { id });
     while (k.next())
         contacts.append(QJsonObject { { u"id"_s, k.value(0).toString() }, { u"name"_s, k.value(1).toString() },
             { u"role"_s, k.value(2).toString() }, { u"email"_s, k.value(3).toString() },
@@ -201,8 +201,8 @@ QJsonObject CustomerStore::profileJSON(const QString &id) const
     out.insert(u"contacts"_s, contacts);
 
     QJsonArray files;
-    QSqlQuery f = run(db,
-        u"SELECT id, name, size, added_at FROM crm_files WHERE client_id = ? ORDER BY added_at DESC, id"_s, { id });
+    QSqlQuery f = run(
+        db, u"SELECT id, name, size, added_at FROM crm_files WHERE client_id = ? ORDER BY added_at DESC, id"_s, { id });
     while (f.next())
         files.append(QJsonObject { { u"id"_s, f.value(0).toString() }, { u"name"_s, f.value(1).toString() },
             { u"size"_s, f.value(2).toLongLong() }, { u"added_at"_s, isoTime(f.value(3).toLongLong()) } });
@@ -248,7 +248,8 @@ WorkspaceReply CustomerStore::saveDetails(const QString &id, const QJsonObject &
         // The refusal carries the record as it now stands, so the screen
         // can show it without asking again.
         return WorkspaceReply::json(
-            QJsonObject { { u"error"_s, u"Someone else changed this customer in the meantime. Their version is shown."_s },
+            QJsonObject {
+                { u"error"_s, u"Someone else changed this customer in the meantime. Their version is shown."_s },
                 { u"current"_s, current } },
             409);
     }
@@ -379,12 +380,11 @@ WorkspaceReply CustomerStore::timeline(const QString &id, const QString &before,
     }
 
     QList<Event> events;
-    for (QList<Event> part : { noteEvents(id), taskEvents(id), stageEvents(id), sentDraftEvents(id), inboxEvents(id),
-             mailEvents(id) })
+    for (QList<Event> part :
+        { noteEvents(id), taskEvents(id), stageEvents(id), sentDraftEvents(id), inboxEvents(id), mailEvents(id) })
         events.append(std::move(part));
-    const auto newerFirst = [](const Event &a, const Event &b) {
-        return a.atMs != b.atMs ? a.atMs > b.atMs : a.id > b.id;
-    };
+    const auto newerFirst
+        = [](const Event &a, const Event &b) { return a.atMs != b.atMs ? a.atMs > b.atMs : a.id > b.id; };
     std::sort(events.begin(), events.end(), newerFirst);
     auto from = events.cbegin();
     if (cursor) {
@@ -496,8 +496,8 @@ WorkspaceReply CustomerStore::uploadFile(const QString &me, const QString &id, c
     if (!exists(id))
         return noCustomer();
     const QString name = body.value("name"_L1).toString().trimmed();
-    const auto data = QByteArray::fromBase64Encoding(body.value("data"_L1).toString().toLatin1(),
-        QByteArray::AbortOnBase64DecodingErrors);
+    const auto data = QByteArray::fromBase64Encoding(
+        body.value("data"_L1).toString().toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
     if (name.isEmpty() || !data)
         return WorkspaceReply::error(400, u"A file needs a \"name\" and base64 \"data\"."_s);
     if (data.decoded.size() > fileLimitBytes)
@@ -508,8 +508,7 @@ WorkspaceReply CustomerStore::uploadFile(const QString &me, const QString &id, c
 
 WorkspaceReply CustomerStore::downloadFile(const QString &id, const QString &file) const
 {
-    QSqlQuery q = run(
-        m_store.database(), u"SELECT data FROM crm_files WHERE id = ? AND client_id = ?"_s, { file, id });
+    QSqlQuery q = run(m_store.database(), u"SELECT data FROM crm_files WHERE id = ? AND client_id = ?"_s, { file, id });
     if (!q.next())
         return WorkspaceReply::error(404, u"No such file."_s);
     return WorkspaceReply { 200, "application/octet-stream"_ba, q.value(0).toByteArray(), {} };

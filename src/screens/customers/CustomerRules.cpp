@@ -133,6 +133,14 @@ bool matches(const TarnCustomerSummary &customer, const QString &text)
     });
 }
 
+QString dayText(const QString &serviceDay, const QDate &today)
+{
+    const QDate day = QDate::fromString(serviceDay.left(10), Qt::ISODate);
+    if (!day.isValid())
+        return {};
+    return day.toString(day.year() == today.year() ? u"d MMM"_s : u"d MMM yyyy"_s);
+}
+
 std::optional<QString> fileRefusal(const QString &name, qint64 size)
 {
     if (size > fileLimitBytes)

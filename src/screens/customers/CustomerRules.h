@@ -44,6 +44,10 @@ inline constexpr qint64 fileLimitBytes = 10 * 1024 * 1024;
 // the phone number. Empty text matches everyone.
 [[nodiscard]] bool matches(const TarnCustomerSummary &customer, const QString &text);
 
+// A service day ("2026-03-12", or a time on it) as the register shows it:
+// "12 Mar", with the year when it is not this one; empty when unreadable.
+[[nodiscard]] QString dayText(const QString &serviceDay, const QDate &today = QDate::currentDate());
+
 // Why a file cannot be added, naming it; nothing when it can.
 [[nodiscard]] std::optional<QString> fileRefusal(const QString &name, qint64 size);
 

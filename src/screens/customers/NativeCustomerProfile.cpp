@@ -23,11 +23,6 @@ bool newer(const TarnTimelineEvent &a, const TarnTimelineEvent &b)
     return a.at != b.at ? a.at > b.at : a.id > b.id;
 }
 
-QString dayText(const QString &iso)
-{
-    return QDate::fromString(iso.left(10), Qt::ISODate).toString(u"d MMM yyyy"_s);
-}
-
 } // namespace
 
 NativeCustomerProfile::NativeCustomerProfile(TarnAPI &api, Clock clock, QObject *parent)
@@ -51,7 +46,7 @@ NativeCustomerProfile::NativeCustomerProfile(TarnAPI &api, Clock clock, QObject 
           {
               { "taskId", &TarnCustomerTask::id },
               { "title", &TarnCustomerTask::title },
-              { "due", [](const TarnCustomerTask &t) { return t.due_on ? dayText(*t.due_on) : QString(); } },
+              { "due", [](const TarnCustomerTask &t) { return CustomerRules::dayText(t.due_on.value_or(QString())); } },
               { "done", &TarnCustomerTask::done },
           },
           this))
@@ -69,13 +64,13 @@ NativeCustomerProfile::NativeCustomerProfile(TarnAPI &api, Clock clock, QObject 
               { "fileId", &TarnRecordFile::id },
               { "name", &TarnRecordFile::name },
               { "size", [](const TarnRecordFile &f) { return QLocale().formattedDataSize(f.size); } },
-              { "added", [](const TarnRecordFile &f) { return dayText(f.added_at); } },
+              { "added", [](const TarnRecordFile &f) { return CustomerRules::dayText(f.added_at); } },
           },
           this))
     , m_reminders(new NativeKeyedListModel<TarnRecordReminder, &TarnRecordReminder::id>(
           {
               { "reminderId", &TarnRecordReminder::id },
-              { "text", &TarnRecordReminder::text },
+              { "about", &TarnRecordReminder::text },
               { "when",
                   [](const TarnRecordReminder &r) {
                       return QDateTime::fromString(r.remind_at, Qt::ISODateWithMs)
@@ -350,7 +345,8 @@ void NativeCustomerProfile::uploadFile(const QUrl &file)
         setError(u"“%1” could not be read: %2"_s.arg(info.fileName(), source.errorString()));
         return;
     }
-    change(TarnCustomerCalls::uploadRecordFile(m_api, m_clientId, TarnRecordUpload { info.fileName(), source.readAll() }),
+    change(
+        TarnCustomerCalls::uploadRecordFile(m_api, m_clientId, TarnRecordUpload { info.fileName(), source.readAll() }),
         false);
 }
 
@@ -394,8 +390,8 @@ void NativeCustomerProfile::addReminder(const QString &text, const QDateTime &at
         setError(u"A reminder needs text and a time."_s);
         return;
     }
-    change(TarnCustomerCalls::addRecordReminder(m_api, m_clientId,
-               TarnRecordReminderRequest { text.trimmed(), at.toUTC().toString(Qt::ISODateWithMs) }),
+    change(TarnCustomerCalls::addRecordReminder(
+               m_api, m_clientId, TarnRecordReminderRequest { text.trimmed(), at.toUTC().toString(Qt::ISODateWithMs) }),
         false);
 }
 

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "screens/customers/CustomerRules.h"
 #include "screens/customers/CustomerTimelineRow.h"
 #include "screens/customers/TarnCustomerProfile.h"
 #include "screens/customers/TarnCustomerRequests.h"
 #include "screens/customers/TarnTimelineEvent.h"
 #include "shell/NativeKeyedListModel.h"
 
-#include <QAbstractItemModel>
+#include <QAbstractListModel>
 #include <QCoroTask>
 #include <QDateTime>
 #include <QObject>
@@ -42,12 +43,13 @@ class NativeCustomerProfile : public QObject {
     Q_PROPERTY(int version READ version NOTIFY profileChanged)
     Q_PROPERTY(bool archived READ archived NOTIFY profileChanged)
     Q_PROPERTY(QString followUpOn READ followUpOn NOTIFY profileChanged)
-    Q_PROPERTY(QAbstractItemModel *timeline READ timeline CONSTANT)
-    Q_PROPERTY(QAbstractItemModel *tasks READ tasks CONSTANT)
-    Q_PROPERTY(QAbstractItemModel *contacts READ contacts CONSTANT)
-    Q_PROPERTY(QAbstractItemModel *files READ files CONSTANT)
-    Q_PROPERTY(QAbstractItemModel *reminders READ reminders CONSTANT)
-    Q_PROPERTY(QAbstractItemModel *drafts READ drafts CONSTANT)
+    Q_PROPERTY(QString followUpLabel READ followUpLabel NOTIFY profileChanged)
+    Q_PROPERTY(QAbstractListModel *timeline READ timeline CONSTANT)
+    Q_PROPERTY(QAbstractListModel *tasks READ tasks CONSTANT)
+    Q_PROPERTY(QAbstractListModel *contacts READ contacts CONSTANT)
+    Q_PROPERTY(QAbstractListModel *files READ files CONSTANT)
+    Q_PROPERTY(QAbstractListModel *reminders READ reminders CONSTANT)
+    Q_PROPERTY(QAbstractListModel *drafts READ drafts CONSTANT)
     Q_PROPERTY(bool hasMoreTimeline READ hasMoreTimeline NOTIFY timelineChanged)
     Q_PROPERTY(bool loading READ loading NOTIFY busyChanged)
     Q_PROPERTY(bool busy READ busy NOTIFY busyChanged)
@@ -58,8 +60,7 @@ public:
     static constexpr int timelinePage = 100;
 
     using Clock = std::function<QDateTime()>;
-    explicit NativeCustomerProfile(
-        TarnAPI &api, Clock clock = &QDateTime::currentDateTime, QObject *parent = nullptr);
+    explicit NativeCustomerProfile(TarnAPI &api, Clock clock = &QDateTime::currentDateTime, QObject *parent = nullptr);
     ~NativeCustomerProfile() override;
 
     [[nodiscard]] QString clientId() const { return m_clientId; }
@@ -74,12 +75,13 @@ public:
     [[nodiscard]] int version() const { return m_profile ? int(m_profile->version) : 0; }
     [[nodiscard]] bool archived() const { return m_profile && m_profile->archived; }
     [[nodiscard]] QString followUpOn() const;
-    [[nodiscard]] QAbstractItemModel *timeline() const { return m_timeline; }
-    [[nodiscard]] QAbstractItemModel *tasks() const { return m_tasks; }
-    [[nodiscard]] QAbstractItemModel *contacts() const { return m_contacts; }
-    [[nodiscard]] QAbstractItemModel *files() const { return m_files; }
-    [[nodiscard]] QAbstractItemModel *reminders() const { return m_reminders; }
-    [[nodiscard]] QAbstractItemModel *drafts() const { return m_drafts; }
+    [[nodiscard]] QString followUpLabel() const { return CustomerRules::dayText(followUpOn()); }
+    [[nodiscard]] QAbstractListModel *timeline() const { return m_timeline; }
+    [[nodiscard]] QAbstractListModel *tasks() const { return m_tasks; }
+    [[nodiscard]] QAbstractListModel *contacts() const { return m_contacts; }
+    [[nodiscard]] QAbstractListModel *files() const { return m_files; }
+    [[nodiscard]] QAbstractListModel *reminders() const { return m_reminders; }
+    [[nodiscard]] QAbstractListModel *drafts() const { return m_drafts; }
     [[nodiscard]] bool hasMoreTimeline() const { return m_nextBefore.has_value(); }
     [[nodiscard]] bool loading() const { return m_loading; }
     [[nodiscard]] bool busy() const { return m_busy; }
@@ -91,8 +93,8 @@ public:
     Q_INVOKABLE void reload();
     Q_INVOKABLE void loadMoreTimeline();
 
-    Q_INVOKABLE void saveDetails(
-        const QString &name, const QString &email, const QString &phone, const QString &company, const QString &address);
+    Q_INVOKABLE void saveDetails(const QString &name, const QString &email, const QString &phone,
+        const QString &company, const QString &address);
     Q_INVOKABLE void changeStage(const QString &stage);
     Q_INVOKABLE void setTaskDone(const QString &taskId, bool done);
     Q_INVOKABLE void deleteTask(const QString &taskId);

@@ -40,7 +40,10 @@ NativeCustomersView::Model *NativeCustomersView::makeModel()
             { "email", &TarnCustomerSummary::email },
             { "phone", &TarnCustomerSummary::phone },
             { "company", &TarnCustomerSummary::company },
-            { "followUpOn", [](const TarnCustomerSummary &c) { return c.follow_up_on.value_or(QString()); } },
+            { "followUp",
+                [](const TarnCustomerSummary &c) {
+                    return CustomerRules::dayText(c.follow_up_on.value_or(QString()));
+                } },
             { "openTasks", &TarnCustomerSummary::open_tasks },
         },
         this);
@@ -52,6 +55,11 @@ QVariantList NativeCustomersView::stages() const
     for (const CustomerRules::Stage &stage : CustomerRules::stages())
         out.append(QVariantMap { { u"id"_s, stage.id }, { u"label"_s, stage.label } });
     return out;
+}
+
+QVariantList NativeCustomersView::stageFilters() const
+{
+    return QVariantList { QVariantMap { { u"id"_s, QString() }, { u"label"_s, u"Every stage"_s } } } + stages();
 }
 
 void NativeCustomersView::setSearchText(const QString &text)
@@ -72,7 +80,7 @@ void NativeCustomersView::setStageFilter(const QString &stage)
     apply();
 }
 
-QAbstractItemModel *NativeCustomersView::stageModel(const QString &stage) const
+QAbstractListModel *NativeCustomersView::stageModel(const QString &stage) const
 {
     return m_columns.value(stage);
 }

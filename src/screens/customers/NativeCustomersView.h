@@ -4,7 +4,7 @@
 #include "screens/customers/TarnCustomerSummary.h"
 #include "shell/NativeKeyedListModel.h"
 
-#include <QAbstractItemModel>
+#include <QAbstractListModel>
 #include <QCoroTask>
 #include <QHash>
 #include <QObject>
@@ -23,10 +23,12 @@ class TarnAPIError;
 // when shown and again after any change the profile reports.
 class NativeCustomersView : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QAbstractItemModel *customers READ customers CONSTANT)
+    Q_PROPERTY(QAbstractListModel *customers READ customers CONSTANT)
     Q_PROPERTY(NativeCustomerProfile *profile READ profile CONSTANT)
     // {id, label} of each stage, in pipeline order.
     Q_PROPERTY(QVariantList stages READ stages CONSTANT)
+    // "Every stage" (an empty id), then the stages: the list's stage filter.
+    Q_PROPERTY(QVariantList stageFilters READ stageFilters CONSTANT)
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
     // A stage's id, or empty for every stage.
     Q_PROPERTY(QString stageFilter READ stageFilter WRITE setStageFilter NOTIFY stageFilterChanged)
@@ -41,9 +43,10 @@ public:
     explicit NativeCustomersView(TarnAPI &api, QObject *parent = nullptr);
     ~NativeCustomersView() override;
 
-    [[nodiscard]] QAbstractItemModel *customers() const { return m_list; }
+    [[nodiscard]] QAbstractListModel *customers() const { return m_list; }
     [[nodiscard]] NativeCustomerProfile *profile() const { return m_profile; }
     [[nodiscard]] QVariantList stages() const;
+    [[nodiscard]] QVariantList stageFilters() const;
     [[nodiscard]] QString searchText() const { return m_search; }
     void setSearchText(const QString &text);
     [[nodiscard]] QString stageFilter() const { return m_stage; }
@@ -54,7 +57,7 @@ public:
     [[nodiscard]] QString errorText() const { return m_error; }
 
     // The pipeline column of a stage: its customers matching the search.
-    Q_INVOKABLE QAbstractItemModel *stageModel(const QString &stage) const;
+    Q_INVOKABLE QAbstractListModel *stageModel(const QString &stage) const;
     // The id of the customer at a row of the list, for Enter.
     Q_INVOKABLE QString customerAt(int row) const;
 

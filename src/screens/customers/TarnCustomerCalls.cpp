@@ -51,9 +51,9 @@ QCoro::Task<TarnCustomerProfile> crm360SaveDetails(
 QCoro::Task<TarnTimelinePage> crm360Timeline(TarnAPI &api, const QString &client, const QString &before, int limit)
 {
     return api.request<TarnTimelinePage>(clientPath(client)
-            .segment("timeline"_L1)
-            .query("before"_L1, given(before))
-            .query("limit"_L1, QString::number(limit)));
+                                             .segment("timeline"_L1)
+                                             .query("before"_L1, given(before))
+                                             .query("limit"_L1, QString::number(limit)));
 }
 
 QCoro::Task<TarnOK> crm360ChangeStage(TarnAPI &api, const QString &client, const QString &stage)

@@ -60,8 +60,8 @@ struct TarnCRMContactRequest {
     QString phone;
     [[nodiscard]] QJsonObject toJSON() const
     {
-        return { { QStringLiteral("name"), name }, { QStringLiteral("role"), role },
-            { QStringLiteral("email"), email }, { QStringLiteral("phone"), phone } };
+        return { { QStringLiteral("name"), name }, { QStringLiteral("role"), role }, { QStringLiteral("email"), email },
+            { QStringLiteral("phone"), phone } };
     }
 };
 

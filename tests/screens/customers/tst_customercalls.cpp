@@ -110,8 +110,8 @@ void TestCustomerCalls::wireForm_data()
             u"/api/crm360/clients"_s, {}, {} },
         { "first timeline page", [](TarnAPI &a) { attempt(Calls::crm360Timeline(a, oddId, {}, 50)); }, u"GET"_s,
             profile + u"/timeline"_s, u"limit=50"_s, {} },
-        { "later timeline page", [](TarnAPI &a) { attempt(Calls::crm360Timeline(a, oddId, u"5|x"_s, 9)); },
-            u"GET"_s, profile + u"/timeline"_s, u"before=5%7Cx&limit=9"_s, {} },
+        { "later timeline page", [](TarnAPI &a) { attempt(Calls::crm360Timeline(a, oddId, u"5|x"_s, 9)); }, u"GET"_s,
+            profile + u"/timeline"_s, u"before=5%7Cx&limit=9"_s, {} },
         { "save details",
             [](TarnAPI &a) {
                 attempt(Calls::crm360SaveDetails(a, oddId, { 3, u"N"_s, u"e"_s, u"p"_s, u"c"_s, u"a"_s }));
@@ -172,7 +172,8 @@ void TestCustomerCalls::demoRegisterAcrossStages()
     const TarnCustomerProfile bright = tarnWaitFor(Calls::crm360Profile(api, u"c-brightwater"_s));
     QVERIFY(!bright.drafts.isEmpty() && !bright.contacts.isEmpty() && !bright.tasks.isEmpty());
     const QList<TarnTimelineEvent> history = wholeTimeline(api, u"c-brightwater"_s, 100);
-    QVERIFY(std::any_of(history.cbegin(), history.cend(), [](const TarnTimelineEvent &e) { return e.kind == "stage"_L1; }));
+    QVERIFY(
+        std::any_of(history.cbegin(), history.cend(), [](const TarnTimelineEvent &e) { return e.kind == "stage"_L1; }));
     QVERIFY(QDateTime::fromString(history.last().at, Qt::ISODateWithMs).daysTo(QDateTime::currentDateTimeUtc()) > 30);
 }
 
@@ -277,9 +278,8 @@ void TestCustomerCalls::mailToTheCustomerIsOnTheTimeline()
     const TarnCustomerDetails details { base.version, base.name, u"Ingrid@Erdwerk.example"_s, base.phone, {}, {} };
     tarnWaitFor(Calls::crm360SaveDetails(api, id, details));
     const QList<TarnTimelineEvent> events = wholeTimeline(api, id, 50);
-    const auto mails = std::count_if(events.cbegin(), events.cend(), [](const TarnTimelineEvent &e) {
-        return e.kind == "mail"_L1 && e.title == "RE: Clay order for December"_L1;
-    });
+    const auto mails = std::count_if(events.cbegin(), events.cend(),
+        [](const TarnTimelineEvent &e) { return e.kind == "mail"_L1 && e.title == "RE: Clay order for December"_L1; });
     QCOMPARE(mails, 1);
 }
 
@@ -305,8 +305,8 @@ void TestCustomerCalls::profileChanges()
     const auto renamed = std::find_if(
         after.tasks.cbegin(), after.tasks.cend(), [&](const TarnCustomerTask &t) { return t.id == task.id; });
     QVERIFY(renamed != after.tasks.cend() && renamed->done && renamed->title == "Renamed"_L1);
-    QVERIFY(std::any_of(after.contacts.cbegin(), after.contacts.cend(),
-        [&](const TarnCustomerContact &c) { return c.id == contact; }));
+    QVERIFY(std::any_of(
+        after.contacts.cbegin(), after.contacts.cend(), [&](const TarnCustomerContact &c) { return c.id == contact; }));
     QVERIFY(std::any_of(after.reminders.cbegin(), after.reminders.cend(),
         [](const TarnRecordReminder &r) { return r.text == "Ring back"_L1 && r.person_name == "Maren Holt"_L1; }));
     QCOMPARE(after.follow_up_on, u"2030-01-05"_s);
@@ -324,8 +324,8 @@ void TestCustomerCalls::profileChanges()
     tarnWaitFor(Calls::archiveRecord(api, id));
     QVERIFY(tarnWaitFor(Calls::crm360Profile(api, id)).archived);
     const TarnCustomerList listed = tarnWaitFor(Calls::crm360Clients(api, {}));
-    QVERIFY(std::none_of(listed.clients.cbegin(), listed.clients.cend(),
-        [&](const TarnCustomerSummary &c) { return c.id == id; }));
+    QVERIFY(std::none_of(
+        listed.clients.cbegin(), listed.clients.cend(), [&](const TarnCustomerSummary &c) { return c.id == id; }));
     QVERIFY(tarnWaitFor(Calls::clientSearch(api, u"Tidewater"_s)).clients.isEmpty());
 }
 
@@ -388,14 +388,20 @@ void TestCustomerCalls::refusals_data()
         { "empty note", [](TarnAPI &a) { return failureOf(Calls::crm360AddNote(a, u"c-copper"_s, u"  "_s)); },
             u"A note needs text."_s },
         { "contact without a name",
-            [](TarnAPI &a) { return failureOf(Calls::addCRMContact(a, u"c-copper"_s, { {}, u"Owner"_s, {}, {} })); },
+            [](TarnAPI &a) {
+                return failureOf(Calls::addCRMContact(a, u"c-copper"_s, { {}, u"Owner"_s, {}, {} }));
+            },
             u"A contact needs a name."_s },
         { "reminder without a time",
-            [](TarnAPI &a) { return failureOf(Calls::addRecordReminder(a, u"c-copper"_s, { u"x"_s, u"soon"_s })); },
+            [](TarnAPI &a) {
+                return failureOf(Calls::addRecordReminder(a, u"c-copper"_s, { u"x"_s, u"soon"_s }));
+            },
             u"\"remind_at\""_s },
         { "follow-up not a day",
-            [](TarnAPI &a) { return failureOf(Calls::setSalesFollowUp(a, u"c-copper"_s, u"2030-02-30"_s)); }, u"\"on\" is a day"_s },
-        { "task gone", [](TarnAPI &a) { return failureOf(Calls::crm360DeleteTask(a, u"ct-none"_s)); }, u"No such task."_s },
+            [](TarnAPI &a) { return failureOf(Calls::setSalesFollowUp(a, u"c-copper"_s, u"2030-02-30"_s)); },
+            u"\"on\" is a day"_s },
+        { "task gone", [](TarnAPI &a) { return failureOf(Calls::crm360DeleteTask(a, u"ct-none"_s)); },
+            u"No such task."_s },
         { "timeline cursor not ours",
             [](TarnAPI &a) { return failureOf(Calls::crm360Timeline(a, u"c-copper"_s, u"yesterday"_s, 5)); },
             u"\"next_before\""_s },

@@ -12,7 +12,8 @@ QString at(const QDateTime &local)
     return local.toUTC().toString(Qt::ISODateWithMs);
 }
 
-TarnTimelineEvent timelineEvent(const QString &id, const QString &kind, const QDateTime &local, const QString &body = {})
+TarnTimelineEvent timelineEvent(
+    const QString &id, const QString &kind, const QDateTime &local, const QString &body = {})
 {
     return { .id = id, .kind = kind, .at = at(local), .title = u"t"_s, .body = body, .author_name = std::nullopt };
 }
@@ -28,6 +29,8 @@ private slots:
     void timelineGroupsByLocalDay();
     void matching_data();
     void matching();
+    void dayText_data();
+    void dayText();
     void fileRefusal_data();
     void fileRefusal();
 };
@@ -115,6 +118,32 @@ void TestCustomerRules::matching()
     QCOMPARE(CustomerRules::matches(customer, text), matches);
 }
 
+void TestCustomerRules::dayText_data()
+{
+    QTest::addColumn<QString>("day");
+    QTest::addColumn<QString>("shown");
+
+    const struct {
+        const char *label;
+        QString day, shown;
+    } rows[] {
+        { "this year without it", u"2026-03-02"_s, u"2 Mar"_s },
+        { "another year with it", u"2025-12-30"_s, u"30 Dec 2025"_s },
+        { "a time reads as its day", u"2026-03-02T23:10:00.000Z"_s, u"2 Mar"_s },
+        { "none", {}, {} },
+        { "not a day", u"2026-02-30"_s, {} },
+    };
+    for (const auto &row : rows)
+        QTest::addRow("%s", row.label) << row.day << row.shown;
+}
+
+void TestCustomerRules::dayText()
+{
+    QFETCH(QString, day);
+    QFETCH(QString, shown);
+    QCOMPARE(CustomerRules::dayText(day, QDate(2026, 6, 1)), shown);
+}
+
 void TestCustomerRules::fileRefusal_data()
 {
     QTest::addColumn<qint64>("size");
@@ -126,8 +155,8 @@ void TestCustomerRules::fileRefusal_data()
         QString refusal;
     } rows[] {
         { "at the limit", CustomerRules::fileLimitBytes, {} },
-        { "one byte over, named",
-            CustomerRules::fileLimitBytes + 1, u"“plan.pdf” is larger than 10 MB, the limit for a customer's files."_s },
+        { "one byte over, named", CustomerRules::fileLimitBytes + 1,
+            u"“plan.pdf” is larger than 10 MB, the limit for a customer's files."_s },
         { "empty", 0, u"“plan.pdf” is empty."_s },
     };
     for (const auto &row : rows)

@@ -1,10 +1,15 @@
 #include "TarnWaitFor.h"
 #include "inbox/InboxTestClient.h"
 #include "screens/customers/CustomerRules.h"
+#include "screens/customers/NativeCustomerSearchFeed.h"
 #include "screens/customers/NativeCustomersView.h"
 #include "screens/customers/TarnCustomerCalls.h"
+#include "service/TarnAPI.h"
+#include "shell/NativeCommandSearch.h"
+#include "shell/TarnNavigation.h"
 
 #include <QJsonArray>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -17,7 +22,8 @@ const QString maren = u"maren@halvard.example"_s;
 const QString tomas = u"tomas@halvard.example"_s;
 
 // Runs `trigger` and waits for `object` to say it is done.
-template <typename Object, typename Signal, typename Trigger> bool settle(Object &object, Signal signal, Trigger trigger)
+template <typename Object, typename Signal, typename Trigger>
+bool settle(Object &object, Signal signal, Trigger trigger)
 {
     QSignalSpy spy(&object, signal);
     trigger();
@@ -57,6 +63,7 @@ private slots:
     void archiveAsksFirst();
     void sentDraftJoinsTheTimeline();
     void olderPagesSurviveAChange();
+    void commandSearchOpensTheProfile();
 
 private:
     // A view of `email`, loaded, with `client` open when given.
@@ -234,6 +241,36 @@ void TestCustomerView::olderPagesSurviveAChange()
     QCOMPARE(removed.size(), 0);
     QCOMPARE(roleValues(profile.timeline(), "body").value(0), u"Latest"_s);
     QVERIFY(profile.hasMoreTimeline());
+}
+
+void TestCustomerView::commandSearchOpensTheProfile()
+{
+    TarnAPI &api = client.as(maren);
+    QTemporaryDir folder;
+    QSettings settings(folder.filePath(u"prefs.ini"_s), QSettings::IniFormat);
+    TarnNavigation navigation(&settings);
+    navigation.setAccess(TarnAccess::fromSession(*api.session()));
+    NativeCommandSearch search(navigation);
+    NativeCustomerSearchFeed feed(api, search);
+    QSignalSpy offered(&feed, &NativeCustomerSearchFeed::offered);
+    // Only the query typing settled on is asked about.
+    search.setQuery(u"f"_s);
+    search.setQuery(u"fe"_s);
+    search.setQuery(u"brightw"_s);
+    QVERIFY(offered.wait(5'000));
+    QCOMPARE(offered.size(), 1);
+    QCOMPARE(offered.first().first().toString(), u"brightw"_s);
+
+    int at = -1;
+    for (int row = 0; row < search.rowCount(); ++row) {
+        if (search.rows().at(row).key == "customer:c-brightwater"_L1)
+            at = row;
+    }
+    QVERIFY(at >= 0);
+    QCOMPARE(search.rows().at(at).label, u"Brightwater Dental"_s);
+    QVERIFY(search.activate(at));
+    QCOMPARE(navigation.destination().resolvedSection(), u"Customers"_s);
+    QCOMPARE(navigation.openRecord().value_or(TarnOpenRecord()).id, u"c-brightwater"_s);
 }
 
 QTEST_GUILESS_MAIN(TestCustomerView)
