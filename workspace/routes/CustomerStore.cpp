@@ -449,9 +449,15 @@ WorkspaceReply CustomerStore::updateTask(const QString &task, const QJsonObject 
 
 WorkspaceReply CustomerStore::deleteTask(const QString &task)
 {
-    if (single(m_store.database(), u"SELECT COUNT(*) FROM crm_tasks WHERE id = ?"_s, { task }) == 0)
-        return WorkspaceReply::error(404, u"No such task."_s);
-    run(m_store.database(), u"DELETE FROM crm_tasks WHERE id = ?"_s, { task });
+    return removeRow("crm_tasks"_L1, task, u"No such task."_s);
+}
+
+WorkspaceReply CustomerStore::removeRow(QLatin1StringView table, const QString &id, const QString &missing)
+{
+    const QSqlDatabase db = m_store.database();
+    if (single(db, u"SELECT COUNT(*) FROM %1 WHERE id = ?"_s.arg(table), { id }) == 0)
+        return WorkspaceReply::error(404, missing);
+    run(db, u"DELETE FROM %1 WHERE id = ?"_s.arg(table), { id });
     return WorkspaceReply::ok();
 }
 
@@ -485,10 +491,7 @@ WorkspaceReply CustomerStore::addContact(const QString &id, const QJsonObject &b
 
 WorkspaceReply CustomerStore::deleteContact(const QString &contact)
 {
-    if (single(m_store.database(), u"SELECT COUNT(*) FROM crm_contacts WHERE id = ?"_s, { contact }) == 0)
-        return WorkspaceReply::error(404, u"No such contact."_s);
-    run(m_store.database(), u"DELETE FROM crm_contacts WHERE id = ?"_s, { contact });
-    return WorkspaceReply::ok();
+    return removeRow("crm_contacts"_L1, contact, u"No such contact."_s);
 }
 
 WorkspaceReply CustomerStore::uploadFile(const QString &me, const QString &id, const QJsonObject &body)
@@ -560,25 +563,26 @@ WorkspaceReply CustomerStore::archive(const QString &id)
 
 WorkspaceReply CustomerStore::sendDraft(const QString &me, const QString &draft)
 {
-    const QSqlDatabase db = m_store.database();
-    const QString status = text(db, u"SELECT status FROM crm_drafts WHERE id = ?"_s, { draft });
-    if (status.isNull())
-        return WorkspaceReply::error(404, u"No such draft."_s);
-    if (status != "draft"_L1)
-        return WorkspaceReply::error(409, u"This draft was already %1."_s.arg(status));
-    run(db, u"UPDATE crm_drafts SET status = 'sent', sent_at = ?, sent_by = ? WHERE id = ?"_s, { nowMs(), me, draft });
-    return WorkspaceReply::ok();
+    return settleDraft(draft, u"sent"_s, me);
 }
 
 WorkspaceReply CustomerStore::discardDraft(const QString &draft)
 {
+    return settleDraft(draft, u"discarded"_s, {});
+}
+
+// A draft is sent or discarded once: the second of two people is refused.
+WorkspaceReply CustomerStore::settleDraft(const QString &draft, const QString &status, const QString &by)
+{
     const QSqlDatabase db = m_store.database();
-    const QString status = text(db, u"SELECT status FROM crm_drafts WHERE id = ?"_s, { draft });
-    if (status.isNull())
+    const QString current = text(db, u"SELECT status FROM crm_drafts WHERE id = ?"_s, { draft });
+    if (current.isNull())
         return WorkspaceReply::error(404, u"No such draft."_s);
-    if (status != "draft"_L1)
-        return WorkspaceReply::error(409, u"This draft was already %1."_s.arg(status));
-    run(db, u"UPDATE crm_drafts SET status = 'discarded' WHERE id = ?"_s, { draft });
+    if (current != "draft"_L1)
+        return WorkspaceReply::error(409, u"This draft was already %1."_s.arg(current));
+    const bool sent = !by.isEmpty();
+    run(db, u"UPDATE crm_drafts SET status = ?, sent_at = ?, sent_by = ? WHERE id = ?"_s,
+        { status, sent ? QVariant(nowMs()) : QVariant(QMetaType::fromType<qint64>()), orNull(by), draft });
     return WorkspaceReply::ok();
 }
 

@@ -84,6 +84,8 @@ private:
     [[nodiscard]] bool exists(const QString &id) const;
     [[nodiscard]] QJsonObject profileJSON(const QString &id) const;
     void ensureProfile(const QString &id);
+    [[nodiscard]] WorkspaceReply removeRow(QLatin1StringView table, const QString &id, const QString &missing);
+    [[nodiscard]] WorkspaceReply settleDraft(const QString &draft, const QString &status, const QString &by);
 
     // The timeline's sources, one each, so another part's table joins as
     // one more function.

@@ -2,7 +2,9 @@
 
 #include "chat/MessagesTime.h"
 
+#include <QLocale>
 #include <QRegularExpression>
+#include <QTimeZone>
 
 #include <algorithm>
 
@@ -84,20 +86,25 @@ QString kindLabel(const QString &kind)
 
 QList<CustomerTimelineRow> timelineRows(const QList<TarnTimelineEvent> &events, const QDateTime &now)
 {
+    // Times are placed in the zone's own tables: a conversion through the C
+    // library's local time looks at the zone file again for every row.
+    const QTimeZone zone = QTimeZone::systemTimeZone();
+    const QLocale locale;
+    // As the chat's rows: the locale's short time without seconds.
+    static const QRegularExpression seconds(u"[:.]?s{1,2}"_s);
+    const QString timeFormat = locale.timeFormat(QLocale::ShortFormat).remove(seconds).trimmed();
+    const QString arrow = u" → "_s;
+
     QList<CustomerTimelineRow> rows;
     rows.reserve(events.size());
-    std::optional<qint64> previousDay;
+    std::optional<QDate> previousDay;
     QString dayText;
-    const QString arrow = u" → "_s;
     for (const TarnTimelineEvent &event : events) {
-        const std::optional<qint64> at = MessagesTime::msecs(event.at);
-        const qint64 utc = at.value_or(0);
-        const qint64 day = MessagesTime::dayOf(utc + MessagesTime::utcOffsetMs(utc));
-        const bool first = !previousDay || *previousDay != day;
-        const QDateTime local = QDateTime::fromMSecsSinceEpoch(utc).toLocalTime();
+        const QDateTime local = QDateTime::fromMSecsSinceEpoch(MessagesTime::msecs(event.at).value_or(0), zone);
+        const bool first = previousDay != local.date();
         if (first)
-            dayText = MessagesTime::dayLabel(local, now);
-        previousDay = day;
+            dayText = MessagesTime::dayLabel(local, now, locale);
+        previousDay = local.date();
 
         QString body = event.body;
         if (event.kind == "stage"_L1) {
@@ -111,7 +118,7 @@ QList<CustomerTimelineRow> timelineRows(const QList<TarnTimelineEvent> &events, 
             .title = event.title,
             .body = body,
             .author = event.author_name.value_or(QString()),
-            .timeLabel = MessagesTime::timeLabel(local),
+            .timeLabel = locale.toString(local.time(), timeFormat),
             .dayLabel = dayText,
             .firstOfDay = first });
     }
