@@ -35,7 +35,9 @@ QByteArray answer(int count, qint64 newestMs)
     for (int i = 0; i < count; ++i) {
         const QString kind = kinds.at(i % kinds.size());
         list.append(QJsonObject { { u"id"_s, u"e-%1"_s.arg(count - i, 6, 10, QChar(u'0')) }, { u"kind"_s, kind },
-            { u"at"_s, QDateTime::fromMSecsSinceEpoch(newestMs - qint64(i) * 7 * 3'600'000, Qt::UTC).toString(Qt::ISODateWithMs) },
+            { u"at"_s,
+                QDateTime::fromMSecsSinceEpoch(newestMs - qint64(i) * 7 * 3'600'000, Qt::UTC)
+                    .toString(Qt::ISODateWithMs) },
             { u"title"_s, u"Event %1"_s.arg(i) },
             { u"body"_s, kind == "stage"_L1 ? u"lead → qualified"_s : u"Asked about the spring schedule again."_s },
             { u"author_name"_s, u"Maren Holt"_s } });
@@ -76,9 +78,12 @@ void oneNewEvent(benchmark::State &state)
     NativeCustomerProfile profile(*client.api);
     profile.showTimeline(before.events, before.next_before);
     QList<TarnTimelineEvent> after = before.events;
-    after.prepend({ .id = u"e-new"_s, .kind = u"note"_s,
-        .at = QDateTime::fromMSecsSinceEpoch(now, Qt::UTC).toString(Qt::ISODateWithMs), .title = u"Note"_s,
-        .body = u"Latest"_s, .author_name = std::nullopt });
+    after.prepend({ .id = u"e-new"_s,
+        .kind = u"note"_s,
+        .at = QDateTime::fromMSecsSinceEpoch(now, Qt::UTC).toString(Qt::ISODateWithMs),
+        .title = u"Note"_s,
+        .body = u"Latest"_s,
+        .author_name = std::nullopt });
     bool toggle = false;
     for (auto _ : state) {
         profile.showTimeline(toggle ? before.events : after, std::nullopt);
