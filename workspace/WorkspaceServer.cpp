@@ -9,6 +9,7 @@
 #include "workspace/routes/AgentRoutes.h"
 #include "workspace/routes/BooksRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
+#include "workspace/routes/CustomerRoutes.h"
 #include "workspace/routes/GifRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/HuddleRoutes.h"
@@ -140,6 +141,9 @@ bool WorkspaceServer::start(QString *error)
     // After the terminal: the books link to its invoices and payments.
     BooksRoutes::add(*this);
     InboxRoutes::add(*this);
+    // After the inbox: the register extends the customers it planted.
+    if (!CustomerRoutes::add(*this, error))
+        return false;
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

@@ -18,6 +18,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_ChatPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_InboxPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MailPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_CustomersPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -68,12 +69,14 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_mail(m_api)
     , m_books(m_api)
     , m_payments(m_api)
+    , m_customers(m_api)
+    , m_customerSearch(m_api, m_search)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
     followAppearance();
     QObject::connect(&m_settings, &NativeSettingsState::appearanceChanged, &m_theme, followAppearance);
-    // Nothing one person saw (conversation, review, chat, inbox, books, payments) shows to the next.
+    // Nothing one person saw (conversation, review, chat, inbox, books, payments, customers) shows to the next.
     QObject::connect(&m_root, &NativeRootState::changed, &m_pilo, [this] {
         if (m_root.phase() == NativeRootState::Phase::SignedIn)
             m_watch.start();
@@ -88,6 +91,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_mail.clear();
             m_books.clear();
             m_payments.clear();
+            m_customers.clear();
         }
     });
     m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
@@ -121,6 +125,15 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_window->requestActivate();
         }
     });
+    // A customer chosen in the command search opens in the register, which
+    // has just been opened.
+    QObject::connect(&m_navigation, &TarnNavigation::openRecordChanged, &m_customers, [this] {
+        const std::optional<TarnOpenRecord> record = m_navigation.openRecord();
+        if (!record || m_navigation.destination().screen != TarnScreen::sales)
+            return;
+        m_customers.open(record->id);
+        m_navigation.setOpenRecord(std::nullopt);
+    });
     // The open inbox counts sooner than the watch.
     QObject::connect(&m_inbox, &NativeInboxView::unrepliedCountChanged, &m_unread,
         [this] { m_unread.setInboxWaiting(m_inbox.unrepliedCount()); });
@@ -143,6 +156,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"mail"_s, QVariant::fromValue(&m_mail) },
         { u"books"_s, QVariant::fromValue(&m_books) },
         { u"payments"_s, QVariant::fromValue(&m_payments) },
+        { u"customers"_s, QVariant::fromValue(&m_customers) },
         { u"gallery"_s, content == Content::Gallery },
     });
     // Mail images come only from the open thread: the proxy or its attachments.

@@ -13,6 +13,8 @@
 #include "mail/NativeMailView.h"
 #include "money/NativeBooksView.h"
 #include "money/NativePaymentsView.h"
+#include "screens/customers/NativeCustomerSearchFeed.h"
+#include "screens/customers/NativeCustomersView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
@@ -61,6 +63,7 @@ public:
     [[nodiscard]] NativeMailView &mail() { return m_mail; }
     [[nodiscard]] NativeBooksView &books() { return m_books; }
     [[nodiscard]] NativePaymentsView &payments() { return m_payments; }
+    [[nodiscard]] NativeCustomersView &customers() { return m_customers; }
 
 private:
     TarnAPI m_api;
@@ -81,6 +84,8 @@ private:
     NativeMailView m_mail;
     NativeBooksView m_books;
     NativePaymentsView m_payments;
+    NativeCustomersView m_customers;
+    NativeCustomerSearchFeed m_customerSearch;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -173,6 +173,23 @@ int main(int argc, char **argv)
                     settle();
             });
             QObject::connect(&mail, &NativeMailView::threadParsed, capture.get(), settle);
+        } else if (shown && shown->screen == TarnScreen::sales) {
+            // The register is shown once loaded, the list with its first
+            // customer's profile open and its timeline in.
+            NativeCustomersView &customers = app.customers();
+            const bool withProfile = shown->section == "Customers"_L1;
+            capture->setReady([&customers, withProfile] {
+                const NativeCustomerProfile &open = *customers.profile();
+                return customers.loaded() && (!withProfile || (open.isOpen() && !open.loading()));
+            });
+            QObject::connect(
+                &customers, &NativeCustomersView::refreshed, capture.get(), [&capture, &customers, withProfile] {
+                    if (withProfile && !customers.profile()->isOpen() && customers.count() > 0)
+                        customers.open(customers.customerAt(0));
+                    capture->recheck();
+                });
+            QObject::connect(
+                customers.profile(), &NativeCustomerProfile::loaded, capture.get(), [&capture] { capture->recheck(); });
         } else if (shown && shown->screen == TarnScreen::payments)
             waitForFirstLoad(*capture, app.payments(), &NativePaymentsView::stateChanged);
         // A books page (the only documents places a profile names) is shown

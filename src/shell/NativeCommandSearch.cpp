@@ -37,8 +37,22 @@ void NativeCommandSearch::setCurrentIndex(int index)
     Q_EMIT currentIndexChanged();
 }
 
+void NativeCommandSearch::setFound(const QString &query, const QList<Found> &found)
+{
+    if (query != m_query)
+        return;
+    m_found = found;
+    QList<TarnShell::Place> rows = m_navigation.matchingPlaces(m_query);
+    for (const Found &record : found)
+        rows.append(record.place);
+    setRows(rows);
+    if (m_currentIndex < 0 && rowCount() > 0)
+        setCurrentIndex(0);
+}
+
 void NativeCommandSearch::refresh()
 {
+    m_found.clear();
     setRows(m_navigation.matchingPlaces(m_query));
     // A new query starts again from the best match.
     const int best = rowCount() == 0 ? -1 : 0;
@@ -84,6 +98,10 @@ bool NativeCommandSearch::activate(int index)
         opened = true;
     } else {
         opened = m_navigation.open(place.destination);
+        const auto found = std::find_if(
+            m_found.cbegin(), m_found.cend(), [&place](const Found &record) { return record.place.key == place.key; });
+        if (opened && found != m_found.cend())
+            m_navigation.setOpenRecord(found->record);
     }
     if (opened)
         close();

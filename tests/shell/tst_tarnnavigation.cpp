@@ -74,6 +74,7 @@ private slots:
     void sidebarFollowsPlaceAndAccess();
     void workBoardFollowsAccess();
     void searchFollowsQuery();
+    void foundRecordsFollowTheirQuery();
 
 private:
     [[nodiscard]] std::unique_ptr<QSettings> settings() const
@@ -347,6 +348,35 @@ void TestTarnNavigation::searchFollowsQuery()
 
     QVERIFY(search.activate());
     QCOMPARE(m_navigation->destination().resolvedSection(), u"Inbox"_s);
+}
+
+void TestTarnNavigation::foundRecordsFollowTheirQuery()
+{
+    NativeCommandSearch search(*m_navigation);
+    m_navigation->setAccess(member);
+    const TarnDestination customers { .screen = TarnScreen::sales, .section = u"Customers"_s };
+    const NativeCommandSearch::Found lena { .place = { .key = u"customer:c-1"_s,
+                                                .label = u"Lena Park"_s,
+                                                .detail = u"Customers"_s,
+                                                .symbol = u"person.crop.circle"_s,
+                                                .destination = customers },
+        .record = { .id = u"c-1"_s, .name = u"Lena Park"_s, .siblings = {} } };
+
+    search.setQuery(u"le"_s);
+    const QStringList places = keysOf(search.rows());
+    // An answer for a query typed over is dropped.
+    search.setFound(u"l"_s, { lena });
+    QCOMPARE(keysOf(search.rows()), places);
+    search.setFound(u"le"_s, { lena });
+    QCOMPARE(keysOf(search.rows()), places + QStringList { u"customer:c-1"_s });
+
+    QVERIFY(search.activate(int(places.size())));
+    QCOMPARE(m_navigation->destination().resolvedSection(), u"Customers"_s);
+    QCOMPARE(m_navigation->openRecord().value_or(TarnOpenRecord()).id, u"c-1"_s);
+
+    // The next query starts from the places alone.
+    search.setQuery(u"lea"_s);
+    QVERIFY(!keysOf(search.rows()).contains(u"customer:c-1"_s));
 }
 
 QTEST_GUILESS_MAIN(TestTarnNavigation)

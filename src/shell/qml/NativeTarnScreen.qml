@@ -6,6 +6,7 @@ import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
 import PiloTarn.Inbox
+import PiloTarn.Customers
 import PiloTarn.Mail
 import PiloTarn.Money
 
@@ -22,6 +23,7 @@ Pane {
     required property NativeChatView chat
     required property NativeHuddleView huddle
     required property NativeInboxView inbox
+    required property NativeCustomersView customers
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
@@ -57,6 +59,9 @@ Pane {
     readonly property bool showsInbox: navigation.destination.screenName === "calls"
                                        && navigation.destination.resolvedSection === "Inbox"
     readonly property bool showsMail: navigation.destination.screenName === "mail"
+    readonly property bool showsCustomers: navigation.destination.screenName === "sales"
+                                           && (navigation.destination.resolvedSection === "Customers"
+                                               || navigation.destination.resolvedSection === "Pipeline")
 
     padding: 0
     background: null
@@ -217,9 +222,27 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            id: customersLoader
+            objectName: "customersScreen"
+            active: screen.showsCustomers
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Customers/qml/CustomersScreen.qml",
+                                             { view: screen.customers })
+            Binding {
+                target: customersLoader.item
+                property: "pipeline"
+                value: screen.navigation.destination.resolvedSection === "Pipeline"
+                when: customersLoader.status === Loader.Ready
+            }
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
+                     && !screen.showsCustomers
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true
