@@ -28,6 +28,7 @@ struct TextFree {
 
 using Element = std::unique_ptr<GstElement, ObjectUnref>;
 using Pad = std::unique_ptr<GstPad, ObjectUnref>;
+using Bus = std::unique_ptr<GstBus, ObjectUnref>;
 using Promise = std::unique_ptr<GstPromise, PromiseUnref>;
 using Description = std::unique_ptr<GstWebRTCSessionDescription, DescriptionFree>;
 using Text = std::unique_ptr<gchar, TextFree>;

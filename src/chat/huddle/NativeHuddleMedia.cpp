@@ -1,5 +1,7 @@
 #include "chat/huddle/NativeHuddleMedia.h"
 
+#include <QDir>
+
 #include <gst/gst.h>
 
 #include <mutex>
@@ -39,6 +41,11 @@ QString NativeHuddleMedia::missingPlugin()
         { "dtls", "gstreamer1.0-plugins-bad" },
         { "srtp", "gstreamer1.0-plugins-bad" },
         { "nice", "gstreamer1.0-nice" },
+        { "vpx", "gstreamer1.0-plugins-good" },
+        { "app", "gstreamer1.0-plugins-base" },
+        { "videotestsrc", "gstreamer1.0-plugins-base" },
+        { "videoconvertscale", "gstreamer1.0-plugins-base" },
+        { "videorate", "gstreamer1.0-plugins-base" },
     };
     GstRegistry *registry = gst_registry_get();
     for (const Needed &need : needed) {
@@ -64,4 +71,25 @@ bool NativeHuddleMedia::hasMicrophone()
     }
     gst_object_unref(monitor);
     return found;
+}
+
+bool NativeHuddleMedia::hasCamera()
+{
+    return !QDir(u"/dev"_s).entryList({ u"video*"_s }, QDir::System).isEmpty();
+}
+
+QString NativeHuddleMedia::cameraSource() const
+{
+    return testSources ? u"videotestsrc is-live=true pattern=ball"_s : u"v4l2src"_s;
+}
+
+QString NativeHuddleMedia::screenSource(QString *error) const
+{
+    if (testSources)
+        return u"videotestsrc is-live=true pattern=smpte"_s;
+    if (qEnvironmentVariable("XDG_SESSION_TYPE") == "wayland"_L1 || qEnvironmentVariableIsEmpty("DISPLAY")) {
+        *error = u"this desktop does not let the app capture its screen"_s;
+        return {};
+    }
+    return u"ximagesrc use-damage=false show-pointer=true"_s;
 }

@@ -1,6 +1,7 @@
 #include "TarnWaitFor.h"
 #include "chat/huddle/HuddleTestTeam.h"
 #include "chat/huddle/NativeHuddle.h"
+#include "chat/huddle/NativeHuddleTrack.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -9,8 +10,10 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -32,17 +35,31 @@ bool waitUntil(const std::function<bool()> &done, int ms = 15'000)
     return done();
 }
 
-bool mutedIn(const NativeHuddle &huddle, const QString &userID)
+std::optional<TarnHuddleParticipant> personIn(const NativeHuddle &huddle, const QString &userID)
 {
     for (const TarnHuddleParticipant &p :
         huddle.state().value_or(TarnHuddleState()).participants.value_or(QList<TarnHuddleParticipant>())) {
         if (p.user_id == userID)
-            return p.muted;
+            return p;
     }
-    return false;
+    return std::nullopt;
 }
 
+bool mutedIn(const NativeHuddle &huddle, const QString &userID)
+{
+    return personIn(huddle, userID).value_or(TarnHuddleParticipant()).muted;
+}
+
+// Who turns which video on, and the frames the other side must decode.
+struct VideoCase {
+    int sender; // 0 sorts first and offers, 1 answers
+    bool screen;
+    QSize size;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(VideoCase)
 
 // Huddles end to end: NativeHuddles in one process, each with its own
 // person and service client, joined through the local workspace, with
@@ -54,6 +71,8 @@ private slots:
     void initTestCase();
     void everyoneHearsEveryone_data();
     void everyoneHearsEveryone();
+    void videoReachesTheOther_data();
+    void videoReachesTheOther();
     void joiningElsewhereEndsThisHuddle();
     void withoutMicrophoneJoinsMuted();
 
@@ -167,6 +186,57 @@ void TestHuddle::everyoneHearsEveryone()
         QVERIFY(huddle->endedReason().isEmpty());
     }
     team.workspace->clearFaults();
+}
+
+void TestHuddle::videoReachesTheOther_data()
+{
+    QTest::addColumn<VideoCase>("row");
+    QTest::addRow("camera of the offering side") << VideoCase { 0, false, { 640, 360 } };
+    QTest::addRow("camera of the answering side") << VideoCase { 1, false, { 640, 360 } };
+    QTest::addRow("screen of the answering side") << VideoCase { 1, true, { 1280, 720 } };
+}
+
+void TestHuddle::videoReachesTheOther()
+{
+    QFETCH(VideoCase, row);
+    std::array<NativeHuddle, 2> huddles { NativeHuddle(media), NativeHuddle(media) };
+    for (size_t i = 0; i < 2; ++i)
+        tarnWaitFor(huddles[i].join(room, *team.members[i].api));
+    NativeHuddle &sender = huddles[size_t(row.sender)];
+    NativeHuddle &receiver = huddles[size_t(1 - row.sender)];
+    const QString senderID = team.members[size_t(row.sender)].id;
+    QVERIFY(waitUntil([&] {
+        return receiver.decodedAudioFrom(senderID) > 0
+            && sender.decodedAudioFrom(team.members[size_t(1 - row.sender)].id) > 0;
+    }));
+
+    // Turned on mid-call: the running connection is renegotiated, not replaced.
+    tarnWaitFor(row.screen ? sender.toggleScreen() : sender.toggleCamera());
+    QVERIFY(row.screen ? sender.screenOn() : sender.cameraOn());
+    QVERIFY(waitUntil([&] {
+        const std::optional<TarnHuddleParticipant> p = personIn(receiver, senderID);
+        return p && (row.screen ? p->screen : p->video);
+    }));
+    const QString conn = personIn(receiver, senderID)->conn;
+    NativeHuddleTrack *track = receiver.videoTrack(conn, row.screen);
+    QVERIFY(track);
+    const qint64 audioBefore = receiver.decodedAudioFrom(senderID);
+    QVERIFY2(waitUntil([&] { return track->frames() > 10; }), "no decoded video frames arrived");
+    QCOMPARE(track->frameSize(), row.size);
+    QCOMPARE(receiver.videoTrack(conn, !row.screen)->frames(), 0);
+    // The same connection carried on: its audio never stopped.
+    QCOMPARE(receiver.videoTrack(conn, row.screen), track);
+    QVERIFY(receiver.decodedAudioFrom(senderID) > audioBefore + 10);
+
+    tarnWaitFor(row.screen ? sender.toggleScreen() : sender.toggleCamera());
+    QVERIFY(waitUntil([&] {
+        const std::optional<TarnHuddleParticipant> p = personIn(receiver, senderID);
+        return p && !p->video && !p->screen;
+    }));
+    const qint64 audioAfter = receiver.decodedAudioFrom(senderID);
+    QVERIFY(waitUntil([&] { return receiver.decodedAudioFrom(senderID) > audioAfter + 10; }));
+    for (NativeHuddle &huddle : huddles)
+        tarnWaitFor(huddle.leave());
 }
 
 void TestHuddle::joiningElsewhereEndsThisHuddle()
