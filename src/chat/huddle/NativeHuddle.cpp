@@ -1,5 +1,6 @@
 #include "chat/huddle/NativeHuddle.h"
 
+#include "auth/NativePlatformText.h"
 #include "chat/huddle/NativeHuddleTrack.h"
 #include "chat/huddle/TarnHuddleCalls.h"
 #include "service/TarnAPI.h"
@@ -17,6 +18,7 @@ using Track = HuddleCommand::Track;
 // What the person is told about a local video track.
 struct TrackTexts {
     QString missing;
+    QString denied;
     QString failed; // followed by the error
     QString unsynced;
     QString stopped; // ended by the system
@@ -24,10 +26,12 @@ struct TrackTexts {
 
 const TrackTexts &textsOf(Track track)
 {
-    static const TrackTexts camera { u"No camera is available."_s, u"Could not start the camera: "_s,
+    static const TrackTexts camera { u"No camera is available."_s,
+        NativePlatformText::get(NativePlatformText::Id::cameraDenied), u"Could not start the camera: "_s,
         u"Video is on, but its status could not sync."_s, u"The camera stopped."_s };
-    static const TrackTexts screen { {}, u"Screen sharing could not start: "_s,
-        u"Screen sharing is on, but its status could not sync."_s, u"Screen sharing stopped in the system."_s };
+    static const TrackTexts screen { {}, {}, u"Screen sharing could not start: "_s,
+        u"Screen sharing is on, but its status could not sync."_s,
+        NativePlatformText::get(NativePlatformText::Id::screenStoppedBySystem) };
     return track == Track::Camera ? camera : screen;
 }
 
@@ -184,8 +188,11 @@ QCoro::Task<> NativeHuddle::toggle(Track track)
     if (on) {
         QString error;
         const QString source = track == Track::Camera ? m_media.cameraSource() : m_media.screenSource(&error);
-        if (track == Track::Camera && !m_media.testSources && !NativeHuddleMedia::hasCamera()) {
-            m_call.note(texts.missing);
+        const NativeHuddleMedia::Camera camera = track == Track::Camera && !m_media.testSources
+            ? NativeHuddleMedia::findCamera()
+            : NativeHuddleMedia::Camera::Present;
+        if (camera != NativeHuddleMedia::Camera::Present) {
+            m_call.note(camera == NativeHuddleMedia::Camera::Missing ? texts.missing : texts.denied);
             Q_EMIT changed();
             co_return;
         }

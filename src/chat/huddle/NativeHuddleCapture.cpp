@@ -153,16 +153,10 @@ bool NativeHuddleCapture::start(const QString &source, QString *error)
           " keyframe-max-dist=%5 threads=2 ! appsink name=out sync=false max-buffers=4 drop=true"_s.arg(
               QString::number(format.width), QString::number(format.height), QString::number(format.fps),
               QString::number(format.kbps * 1000), QString::number(format.fps * 2));
-    GError *parseError = nullptr;
-    GstElement *pipeline = gst_parse_launch(description.toUtf8().constData(), &parseError);
-    if (!pipeline || parseError) {
-        *error = QString::fromUtf8(parseError ? parseError->message : "the capture could not be made");
-        g_clear_error(&parseError);
-        if (pipeline)
-            gst_object_unref(pipeline);
+    NativeGst::Element own = NativeGst::launch(description, error);
+    if (!own)
         return false;
-    }
-    NativeGst::Element own(GST_ELEMENT(gst_object_ref_sink(pipeline)));
+    GstElement *pipeline = own.get();
     const NativeGst::Element encoder(gst_bin_get_by_name(GST_BIN(pipeline), "encoder"));
     const NativeGst::Element out(gst_bin_get_by_name(GST_BIN(pipeline), "out"));
     GstAppSinkCallbacks callbacks {};

@@ -1,10 +1,14 @@
 #include "chat/huddle/NativeHuddleMedia.h"
 
 #include <QDir>
+#include <QFile>
 
 #include <gst/gst.h>
 
+#include <algorithm>
 #include <mutex>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -73,9 +77,18 @@ bool NativeHuddleMedia::hasMicrophone()
     return found;
 }
 
-bool NativeHuddleMedia::hasCamera()
+NativeHuddleMedia::Camera NativeHuddleMedia::findCamera()
 {
-    return !QDir(u"/dev"_s).entryList({ u"video*"_s }, QDir::System).isEmpty();
+    const QDir devices(u"/dev"_s);
+    const QStringList cameras = devices.entryList({ u"video*"_s }, QDir::System);
+    if (cameras.isEmpty())
+        return Camera::Missing;
+    // The device files are the desktop's camera permission: a user outside
+    // their group (or a sandbox without the camera) cannot open them.
+    const bool allowed = std::any_of(cameras.cbegin(), cameras.cend(), [&](const QString &name) {
+        return ::access(QFile::encodeName(devices.filePath(name)).constData(), R_OK | W_OK) == 0;
+    });
+    return allowed ? Camera::Present : Camera::Denied;
 }
 
 QString NativeHuddleMedia::cameraSource() const

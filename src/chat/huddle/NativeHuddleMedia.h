@@ -18,7 +18,9 @@ struct NativeHuddleMedia {
     [[nodiscard]] static QString missingPlugin();
     // Whether the desktop has any audio input; call after missingPlugin().
     [[nodiscard]] static bool hasMicrophone();
-    [[nodiscard]] static bool hasCamera();
+    enum class Camera { Missing, Denied, Present };
+    // Whether a camera is there and this user may open it.
+    [[nodiscard]] static Camera findCamera();
 
     // The GStreamer source of the camera and of the screen; empty, with the
     // reason, when the screen cannot be captured here.

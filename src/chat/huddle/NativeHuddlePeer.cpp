@@ -315,16 +315,10 @@ bool NativeHuddlePeer::start(QString *error)
         + u" ! audioconvert ! audioresample ! volume name=mic ! opusenc ! rtpopuspay pt=96"
           " ! application/x-rtp,media=audio,encoding-name=OPUS,payload=96,clock-rate=48000"
           " ! webrtcbin name=webrtc bundle-policy=max-bundle latency=100"_s;
-    GError *parseError = nullptr;
-    GstElement *pipeline = gst_parse_launch(description.toUtf8().constData(), &parseError);
-    if (!pipeline || parseError) {
-        *error = QString::fromUtf8(parseError ? parseError->message : "the pipeline could not be made");
-        g_clear_error(&parseError);
-        if (pipeline)
-            gst_object_unref(pipeline);
+    m_pipeline = NativeGst::launch(description, error);
+    if (!m_pipeline)
         return false;
-    }
-    m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(pipeline)));
+    GstElement *pipeline = m_pipeline.get();
     m_webrtc.reset(gst_bin_get_by_name(GST_BIN(pipeline), "webrtc"));
     m_mic.reset(gst_bin_get_by_name(GST_BIN(pipeline), "mic"));
     g_object_set(m_mic.get(), "mute", gboolean(m_muted), nullptr);
@@ -414,8 +408,18 @@ bool NativeHuddlePeer::sendVideo(Track track, NativeHuddleCapture &capture)
             return false;
         gst_bin_add(GST_BIN(m_pipeline.get()), bin);
         source.reset(gst_bin_get_by_name(GST_BIN(bin), "source"));
-        // A new transceiver: webrtcbin puts it in the next offer.
+        // A new transceiver: webrtcbin puts it in the next offer. Its codec is
+        // given outright, as the offer may be made before the pad's caps
+        // have been worked out from the elements behind it.
         const NativeGst::Pad sink(gst_element_request_pad_simple(m_webrtc.get(), "sink_%u"));
+        GstWebRTCRTPTransceiver *transceiver = nullptr;
+        g_object_get(sink.get(), "transceiver", &transceiver, nullptr);
+        if (transceiver) {
+            GstCaps *caps = gst_caps_from_string(videoCaps(track).constData());
+            g_object_set(transceiver, "codec-preferences", caps, nullptr);
+            gst_caps_unref(caps);
+            gst_object_unref(transceiver);
+        }
         const NativeGst::Pad out(gst_element_get_static_pad(bin, "src"));
         gst_pad_link(out.get(), sink.get());
         gst_element_sync_state_with_parent(bin);

@@ -261,6 +261,16 @@ void TestHuddle::withoutMicrophoneJoinsMuted()
     tarnWaitFor(silent.join(room, *team.members[0].api));
     QVERIFY(silent.muted());
     QCOMPARE(silent.notice(), u"No microphone is available, so you joined muted."_s);
+    // Nor a camera, nor a screen to capture: the huddle runs on without them.
+    if (NativeHuddleMedia::findCamera() == NativeHuddleMedia::Camera::Missing) {
+        tarnWaitFor(silent.toggleCamera());
+        QVERIFY(!silent.cameraOn() && !silent.cameraChanging());
+        QCOMPARE(silent.notice(), u"No camera is available."_s);
+    }
+    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
+        tarnWaitFor(silent.toggleScreen());
+        QVERIFY(!silent.screenOn() && silent.notice().startsWith("Screen sharing could not start: "_L1));
+    }
     tarnWaitFor(speaking.join(room, *team.members[1].api));
     QVERIFY(waitUntil([&] { return mutedIn(speaking, team.members[0].id); }));
     // Both connections are up: the silent side hears the other and sends silence.
