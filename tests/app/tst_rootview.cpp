@@ -323,6 +323,13 @@ void TestRootView::huddleFromTheRoomHeader()
     QVERIFY(!findItem(bar, u"huddleTiles"_s)->isVisible());
     click(findItem(bar, u"huddleScreen"_s));
     QTRY_VERIFY(!app.huddle().screenOn() && !app.huddle().screenChanging());
+    // One's own camera shows as a tile of its own.
+    click(findItem(bar, u"huddleCamera"_s));
+    QQuickItem *self = findItem(bar, u"huddleSelfView"_s);
+    QTRY_VERIFY(self->isVisible() && findItem(self, u"huddleVideo"_s)->property("showing").toBool());
+    QTRY_VERIFY(!app.huddle().cameraChanging());
+    click(findItem(bar, u"huddleCamera"_s));
+    QTRY_VERIFY(!self->isVisible());
     // The bar stays while another screen is shown.
     app.navigation().open(TarnDestination { .screen = TarnScreen::agent, .section = std::nullopt });
     QTRY_VERIFY(!findItem(m_open->content(), u"chatHuddle"_s));

@@ -68,6 +68,8 @@ public:
     // The camera or screen of the participant on `conn`, for NativeHuddleVideo;
     // null without a connection to them.
     [[nodiscard]] NativeHuddleTrack *videoTrack(const QString &conn, bool screen) const;
+    // The person's own camera while it is on.
+    [[nodiscard]] NativeHuddleTrack *selfView() { return m_camera.capture.preview(); }
     [[nodiscard]] const std::optional<TarnHuddleState> &state() const { return m_call.state(); }
     [[nodiscard]] const QList<TarnHuddleState> &visible() const { return m_visible; }
     // Decoded buffers of a participant's audio so far (0 without a connection).

@@ -144,15 +144,22 @@ bool NativeHuddleCapture::start(const QString &source, QString *error)
 {
     stop();
     const Format format = formatOf(m_track);
+    // The camera's picture is also shown to the person, at most the newest frame.
+    const QString preview = m_track == HuddleCommand::Track::Camera
+        ? u" ! tee name=split ! queue leaky=downstream max-size-buffers=1 ! videoconvert ! video/x-raw,format=BGRx"
+          " ! appsink name=preview sync=false max-buffers=1 drop=true split. ! queue max-size-buffers=2"_s
+        : QString();
+    const QString scaled
+        = u" ! videoconvert ! videoscale ! videorate"
+          " ! video/x-raw,format=I420,width=%1,height=%2,framerate=%3/1,pixel-aspect-ratio=1/1"_s.arg(
+              QString::number(format.width), QString::number(format.height), QString::number(format.fps));
     // Realtime VP8: the fastest preset, no frames held back, a key frame
     // every two seconds at most so a lost one heals by itself.
-    const QString description = source
-        + u" ! videoconvert ! videoscale ! videorate"
-          " ! video/x-raw,format=I420,width=%1,height=%2,framerate=%3/1,pixel-aspect-ratio=1/1"
-          " ! vp8enc name=encoder deadline=1 cpu-used=8 end-usage=cbr target-bitrate=%4 lag-in-frames=0"
-          " keyframe-max-dist=%5 threads=2 ! appsink name=out sync=false max-buffers=4 drop=true"_s.arg(
-              QString::number(format.width), QString::number(format.height), QString::number(format.fps),
-              QString::number(format.kbps * 1000), QString::number(format.fps * 2));
+    const QString encoded = u" ! vp8enc name=encoder deadline=1 cpu-used=8 end-usage=cbr target-bitrate=%1"
+                            " lag-in-frames=0 keyframe-max-dist=%2 threads=2"
+                            " ! appsink name=out sync=false max-buffers=4 drop=true"_s.arg(
+                                QString::number(format.kbps * 1000), QString::number(format.fps * 2));
+    const QString description = source + scaled + preview + encoded;
     NativeGst::Element own = NativeGst::launch(description, error);
     if (!own)
         return false;
@@ -162,6 +169,8 @@ bool NativeHuddleCapture::start(const QString &source, QString *error)
     GstAppSinkCallbacks callbacks {};
     callbacks.new_sample = onEncoded;
     gst_app_sink_set_callbacks(GST_APP_SINK(out.get()), &callbacks, new SharedRef(m_shared), release);
+    if (const NativeGst::Element shown(gst_bin_get_by_name(GST_BIN(pipeline), "preview")); shown)
+        NativeHuddleTrack::follow(shown.get(), m_preview.slot());
     const NativeGst::Bus bus(gst_element_get_bus(pipeline));
     gst_bus_set_sync_handler(bus.get(), onMessage, new SharedRef(m_shared), release);
     {

@@ -2,6 +2,7 @@
 
 #include "chat/huddle/HuddleCommand.h"
 #include "chat/huddle/NativeGst.h"
+#include "chat/huddle/NativeHuddleTrack.h"
 
 #include <QObject>
 #include <QString>
@@ -33,6 +34,8 @@ public:
     // Sends the encoded frames to `appsrc` (a peer's) until unfed.
     void feed(GstElement *appsrc);
     void unfeed(GstElement *appsrc);
+    // What is being captured, as the person sees themselves (the camera only).
+    [[nodiscard]] NativeHuddleTrack *preview() { return &m_preview; }
 
     // What a track sends: its size, rate and bit rate.
     struct Format {
@@ -51,6 +54,7 @@ Q_SIGNALS:
 
 private:
     HuddleCommand::Track m_track;
+    NativeHuddleTrack m_preview;
     std::shared_ptr<Shared> m_shared;
     NativeGst::Element m_pipeline;
 };

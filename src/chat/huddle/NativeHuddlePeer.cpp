@@ -3,9 +3,6 @@
 #include "chat/huddle/NativeHuddleCapture.h"
 #include "chat/huddle/NativeHuddleTrack.h"
 
-#include <gst/app/gstappsink.h>
-#include <gst/video/video.h>
-
 #include <QMetaObject>
 #include <QUrl>
 
@@ -162,29 +159,6 @@ void onDecodedPad(GstElement *, GstPad *pad, gpointer data)
     gst_pad_link(pad, sinkPad.get());
 }
 
-GstFlowReturn onFrame(GstAppSink *sink, gpointer data)
-{
-    GstSample *sample = gst_app_sink_pull_sample(sink);
-    if (!sample)
-        return GST_FLOW_EOS;
-    GstVideoInfo info;
-    GstMapInfo map;
-    GstBuffer *buffer = gst_sample_get_buffer(sample);
-    if (gst_video_info_from_caps(&info, gst_sample_get_caps(sample)) && gst_buffer_map(buffer, &map, GST_MAP_READ)) {
-        const QImage frame(map.data, GST_VIDEO_INFO_WIDTH(&info), GST_VIDEO_INFO_HEIGHT(&info),
-            GST_VIDEO_INFO_PLANE_STRIDE(&info, 0), QImage::Format_RGB32);
-        (*static_cast<SlotRef *>(data))->offer(frame.copy());
-        gst_buffer_unmap(buffer, &map);
-    }
-    gst_sample_unref(sample);
-    return GST_FLOW_OK;
-}
-
-void releaseSlot(gpointer data)
-{
-    delete static_cast<SlotRef *>(data);
-}
-
 // The participant's camera or screen, decoded into frames for its track.
 void decodeVideo(GstElement *pipeline, GstPad *pad, const SlotRef &slot)
 {
@@ -194,9 +168,7 @@ void decodeVideo(GstElement *pipeline, GstPad *pad, const SlotRef &slot)
     if (!decode)
         return;
     const NativeGst::Element frames(gst_bin_get_by_name(GST_BIN(decode), "frames"));
-    GstAppSinkCallbacks callbacks {};
-    callbacks.new_sample = onFrame;
-    gst_app_sink_set_callbacks(GST_APP_SINK(frames.get()), &callbacks, new SlotRef(slot), releaseSlot);
+    NativeHuddleTrack::follow(frames.get(), slot);
     gst_bin_add(GST_BIN(pipeline), decode);
     gst_element_sync_state_with_parent(decode);
     const NativeGst::Pad sinkPad(gst_element_get_static_pad(decode, "sink"));

@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QSize>
 
+#include <gst/gst.h>
+
 #include <memory>
 #include <mutex>
 
@@ -26,6 +28,9 @@ public:
         // From any thread: keeps `image` as the newest frame.
         void offer(QImage frame);
     };
+
+    // Frames arriving at `appsink` (BGRx) become the newest frame of `slot`.
+    static void follow(GstElement *appsink, const std::shared_ptr<Slot> &slot);
 
     explicit NativeHuddleTrack(QObject *parent = nullptr);
     ~NativeHuddleTrack() override;

@@ -28,6 +28,8 @@ class NativeHuddleView : public QObject {
     Q_PROPERTY(QObject *participants READ participants CONSTANT)
     // The signed-in person's user id, whose own row draws no tile.
     Q_PROPERTY(QString selfID READ selfID NOTIFY changed)
+    // The person's own camera, drawn beside the others' while it is on.
+    Q_PROPERTY(NativeHuddleTrack *selfView READ selfView CONSTANT)
     // Ids of the rooms whose huddle is live, from the last refreshVisible().
     Q_PROPERTY(QStringList liveRooms READ liveRooms NOTIFY liveRoomsChanged)
 
@@ -39,6 +41,7 @@ public:
     [[nodiscard]] QString roomID() const { return m_huddle.roomID(); }
     [[nodiscard]] QString roomName() const;
     [[nodiscard]] QString selfID() const;
+    [[nodiscard]] NativeHuddleTrack *selfView() { return m_huddle.selfView(); }
     [[nodiscard]] bool running() const { return m_huddle.running(); }
     [[nodiscard]] bool muted() const { return m_huddle.muted(); }
     [[nodiscard]] bool cameraOn() const { return m_huddle.cameraOn(); }

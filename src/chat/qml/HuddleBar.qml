@@ -27,11 +27,24 @@ Pane {
         anchors.fill: parent
         spacing: Theme.spacing.xs
 
-        HuddleTileStrip {
+        RowLayout {
             objectName: "huddleTiles"
-            huddle: bar.huddle
-            visible: bar.huddle.running && contentWidth > 0
+            visible: bar.huddle.running && (bar.huddle.cameraOn || others.contentWidth > 0)
+            spacing: Theme.spacing.s
             Layout.fillWidth: true
+
+            HuddleVideoTile {
+                objectName: "huddleSelfView"
+                visible: bar.huddle.cameraOn
+                track: bar.huddle.selfView
+                name: qsTr("You")
+            }
+            HuddleTileStrip {
+                id: others
+                huddle: bar.huddle
+                Layout.fillWidth: true
+                Layout.preferredHeight: implicitHeight
+            }
         }
 
         RowLayout {
