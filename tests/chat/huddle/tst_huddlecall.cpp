@@ -252,12 +252,18 @@ void TestHuddleCall::statusFollowsThePolls()
 void TestHuddleCall::peersFollowTheState()
 {
     HuddleCall call = joinedWithB(u"p-a"_s);
-    // p-b rejoined on a new connection and p-c arrived: p-b's peer is
-    // replaced and p-c gets one, offered to by p-a.
-    const QList<HuddleCommand> changed = call.apply(
-        stateWith({ person(u"p-a"_s, u"c-me"_s), person(u"p-b"_s, u"cb2"_s), person(u"p-c"_s, u"cc"_s) }, 2));
+    // p-b rejoined on a new connection and p-c arrived with camera and
+    // screen on: p-b's peer is replaced and p-c gets one, offered to by p-a
+    // with room for both of p-c's tracks in the first offer.
+    TarnHuddleParticipant c = person(u"p-c"_s, u"cc"_s);
+    c.video = c.screen = true;
+    const QList<HuddleCommand> changed
+        = call.apply(stateWith({ person(u"p-a"_s, u"c-me"_s), person(u"p-b"_s, u"cb2"_s), c }, 2));
     QCOMPARE(kinds(changed),
-        (QList<Kind> { Kind::ClosePeer, Kind::OpenPeer, Kind::MakeOffer, Kind::OpenPeer, Kind::MakeOffer }));
+        (QList<Kind> { Kind::ClosePeer, Kind::OpenPeer, Kind::MakeOffer, Kind::OpenPeer, Kind::Receive, Kind::Receive,
+            Kind::MakeOffer }));
+    QCOMPARE(changed[4].track, HuddleCommand::Track::Camera);
+    QCOMPARE(changed[5].track, HuddleCommand::Track::Screen);
     QCOMPARE(call.peer(u"p-b"_s)->conn, u"cb2"_s);
     const QList<HuddleCommand> left
         = call.apply(stateWith({ person(u"p-a"_s, u"c-me"_s), person(u"p-c"_s, u"cc"_s) }, 3));
