@@ -144,9 +144,12 @@ bool NativeHuddleCapture::start(const QString &source, QString *error)
 {
     stop();
     const Format format = formatOf(m_track);
-    // The camera's picture is also shown to the person, at most the newest frame.
+    // The camera's picture is also shown to the person, in a small tile: at
+    // a quarter of the size and half the rate, as converting every frame for
+    // it would cost as much as encoding them.
     const QString preview = m_track == HuddleCommand::Track::Camera
-        ? u" ! tee name=split ! queue leaky=downstream max-size-buffers=1 ! videoconvert ! video/x-raw,format=BGRx"
+        ? u" ! tee name=split ! queue leaky=downstream max-size-buffers=1 ! videorate drop-only=true max-rate=12"
+          " ! videoscale ! video/x-raw,width=320,height=180 ! videoconvert ! video/x-raw,format=BGRx"
           " ! appsink name=preview sync=false max-buffers=1 drop=true split. ! queue max-size-buffers=2"_s
         : QString();
     const QString scaled
