@@ -10,7 +10,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -52,7 +51,8 @@ bool mutedIn(const NativeHuddle &huddle, const QString &userID)
 
 // Who turns which video on, and the frames the other side must decode.
 struct VideoCase {
-    int sender; // 0 sorts first and offers, 1 answers
+    int people;
+    int sender; // 0 sorts first and offers to the others; the last answers them all
     bool screen;
     QSize size;
 };
@@ -191,52 +191,75 @@ void TestHuddle::everyoneHearsEveryone()
 void TestHuddle::videoReachesTheOther_data()
 {
     QTest::addColumn<VideoCase>("row");
-    QTest::addRow("camera of the offering side") << VideoCase { 0, false, { 640, 360 } };
-    QTest::addRow("camera of the answering side") << VideoCase { 1, false, { 640, 360 } };
-    QTest::addRow("screen of the answering side") << VideoCase { 1, true, { 1280, 720 } };
+    QTest::addRow("camera of the offering side") << VideoCase { 2, 0, false, { 640, 360 } };
+    QTest::addRow("camera of the answering side") << VideoCase { 2, 1, false, { 640, 360 } };
+    QTest::addRow("screen of the answering side") << VideoCase { 2, 1, true, { 1280, 720 } };
+    // One encoder feeding two connections, one it offers on and one it answers on.
+    QTest::addRow("camera of the middle one of three") << VideoCase { 3, 1, false, { 640, 360 } };
 }
 
 void TestHuddle::videoReachesTheOther()
 {
     QFETCH(VideoCase, row);
-    std::array<NativeHuddle, 2> huddles { NativeHuddle(media), NativeHuddle(media) };
-    for (size_t i = 0; i < 2; ++i)
-        tarnWaitFor(huddles[i].join(room, *team.members[i].api));
-    NativeHuddle &sender = huddles[size_t(row.sender)];
-    NativeHuddle &receiver = huddles[size_t(1 - row.sender)];
+    std::vector<std::unique_ptr<NativeHuddle>> huddles;
+    for (size_t i = 0; i < size_t(row.people); ++i) {
+        huddles.push_back(std::make_unique<NativeHuddle>(media));
+        tarnWaitFor(huddles.back()->join(room, *team.members[i].api));
+    }
+    NativeHuddle &sender = *huddles[size_t(row.sender)];
     const QString senderID = team.members[size_t(row.sender)].id;
-    QVERIFY(waitUntil([&] {
-        return receiver.decodedAudioFrom(senderID) > 0
-            && sender.decodedAudioFrom(team.members[size_t(1 - row.sender)].id) > 0;
-    }));
+    std::vector<NativeHuddle *> receivers;
+    for (const auto &huddle : huddles) {
+        if (huddle.get() != &sender)
+            receivers.push_back(huddle.get());
+    }
+    const auto allHear = [&](const std::vector<qint64> &before) {
+        for (size_t i = 0; i < receivers.size(); ++i) {
+            if (receivers[i]->decodedAudioFrom(senderID) <= before[i] + 10)
+                return false;
+        }
+        return true;
+    };
+    const auto heard = [&] {
+        std::vector<qint64> now;
+        for (NativeHuddle *receiver : receivers)
+            now.push_back(receiver->decodedAudioFrom(senderID));
+        return now;
+    };
+    QVERIFY(waitUntil([&] { return allHear(std::vector<qint64>(receivers.size(), 0)); }));
 
-    // Turned on mid-call: the running connection is renegotiated, not replaced.
+    // Turned on mid-call: the running connections are renegotiated, not replaced.
     tarnWaitFor(row.screen ? sender.toggleScreen() : sender.toggleCamera());
     QVERIFY(row.screen ? sender.screenOn() : sender.cameraOn());
-    QVERIFY(waitUntil([&] {
-        const std::optional<TarnHuddleParticipant> p = personIn(receiver, senderID);
-        return p && (row.screen ? p->screen : p->video);
-    }));
-    const QString conn = personIn(receiver, senderID)->conn;
-    NativeHuddleTrack *track = receiver.videoTrack(conn, row.screen);
-    QVERIFY(track);
-    const qint64 audioBefore = receiver.decodedAudioFrom(senderID);
-    QVERIFY2(waitUntil([&] { return track->frames() > 10; }), "no decoded video frames arrived");
-    QCOMPARE(track->frameSize(), row.size);
-    QCOMPARE(receiver.videoTrack(conn, !row.screen)->frames(), 0);
-    // The same connection carried on: its audio never stopped.
-    QCOMPARE(receiver.videoTrack(conn, row.screen), track);
-    QVERIFY(receiver.decodedAudioFrom(senderID) > audioBefore + 10);
+    const std::vector<qint64> audioBefore = heard();
+    for (NativeHuddle *receiver : receivers) {
+        QVERIFY(waitUntil([&] {
+            const std::optional<TarnHuddleParticipant> p = personIn(*receiver, senderID);
+            return p && (row.screen ? p->screen : p->video);
+        }));
+        const QString conn = personIn(*receiver, senderID)->conn;
+        NativeHuddleTrack *track = receiver->videoTrack(conn, row.screen);
+        QVERIFY(track);
+        QVERIFY2(waitUntil([&] { return track->frames() > 10; }), "no decoded video frames arrived");
+        QCOMPARE(track->frameSize(), row.size);
+        QCOMPARE(receiver->videoTrack(conn, !row.screen)->frames(), 0);
+        // The same connection carried on.
+        QCOMPARE(receiver->videoTrack(conn, row.screen), track);
+    }
+    // Its audio never stopped.
+    QVERIFY(allHear(audioBefore));
 
     tarnWaitFor(row.screen ? sender.toggleScreen() : sender.toggleCamera());
-    QVERIFY(waitUntil([&] {
-        const std::optional<TarnHuddleParticipant> p = personIn(receiver, senderID);
-        return p && !p->video && !p->screen;
-    }));
-    const qint64 audioAfter = receiver.decodedAudioFrom(senderID);
-    QVERIFY(waitUntil([&] { return receiver.decodedAudioFrom(senderID) > audioAfter + 10; }));
-    for (NativeHuddle &huddle : huddles)
-        tarnWaitFor(huddle.leave());
+    for (NativeHuddle *receiver : receivers) {
+        QVERIFY(waitUntil([&] {
+            const std::optional<TarnHuddleParticipant> p = personIn(*receiver, senderID);
+            return p && !p->video && !p->screen;
+        }));
+    }
+    const std::vector<qint64> audioAfter = heard();
+    QVERIFY(waitUntil([&] { return allHear(audioAfter); }));
+    for (const auto &huddle : huddles)
+        tarnWaitFor(huddle->leave());
 }
 
 void TestHuddle::joiningElsewhereEndsThisHuddle()
