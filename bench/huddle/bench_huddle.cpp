@@ -3,13 +3,16 @@
 //  1. join to first decoded remote audio: one person is in the huddle, a
 //     second joins; the time until both have decoded the other's audio
 //     (ten rounds, median and worst);
-//  2. a four-person mesh held for MESH_SECONDS (argument; 60 by default):
+//  2. a two-person call with both cameras on (generated pictures, 640x360 at
+//     24 fps, VP8 both ways) held for 20 s: CPU per client;
+//  3. a four-person mesh held for MESH_SECONDS (argument; 60 by default):
 //     the process's CPU per client and its resident memory every ten seconds.
 
 #include "MemorySessionStore.h"
 #include "TarnWaitFor.h"
 #include "chat/TarnChatCalls.h"
 #include "chat/huddle/NativeHuddle.h"
+#include "chat/huddle/NativeHuddleTrack.h"
 #include "service/TarnAPI.h"
 #include "support/TestWorkspace.h"
 
@@ -138,6 +141,35 @@ int main(int argc, char **argv)
     std::sort(joins.begin(), joins.end());
     out << "join to first decoded remote audio, both ways (ms): median " << joins.at(joins.size() / 2) << ", worst "
         << joins.last() << ", best " << joins.first() << Qt::endl;
+
+    {
+        NativeHuddle first(media);
+        NativeHuddle second(media);
+        tarnWaitFor(first.join(room, *people[0]->api));
+        tarnWaitFor(second.join(room, *people[1]->api));
+        runUntil([&] { return first.decodedAudioFrom(people[1]->id) > 0; }, 10'000);
+        tarnWaitFor(first.toggleCamera());
+        tarnWaitFor(second.toggleCamera());
+        const auto framesAt = [](const NativeHuddle &huddle) {
+            const TarnHuddleState state = huddle.state().value_or(TarnHuddleState());
+            qint64 frames = 0;
+            for (const TarnHuddleParticipant &p : state.participants.value_or(QList<TarnHuddleParticipant>())) {
+                if (const NativeHuddleTrack *track = huddle.videoTrack(p.conn, false))
+                    frames += track->frames();
+            }
+            return frames;
+        };
+        const bool seen = runUntil([&] { return framesAt(first) > 0 && framesAt(second) > 0; }, 10'000);
+        const qint64 framesBefore = framesAt(first);
+        const double cpuBefore = cpuSeconds();
+        runUntil([] { return false; }, 20'000);
+        out << "two-person call, both cameras on" << (seen ? "" : " (video did NOT arrive)") << ": CPU per client "
+            << QString::number(100.0 * (cpuSeconds() - cpuBefore) / 20.0 / 2.0, 'f', 1) << " % of one core, "
+            << QString::number(double(framesAt(first) - framesBefore) / 20.0, 'f', 1) << " frames/s decoded"
+            << Qt::endl;
+        tarnWaitFor(second.leave());
+        tarnWaitFor(first.leave());
+    }
 
     std::vector<std::unique_ptr<NativeHuddle>> mesh;
     for (const auto &person : people) {

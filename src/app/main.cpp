@@ -128,11 +128,23 @@ int main(int argc, char **argv)
             auto loaded = std::make_shared<bool>(false);
             capture->setReady([loaded] { return *loaded; });
             if (profile.place == "huddle"_L1) {
-                // Shown once the huddle started in the room that opened is live.
+                // Shown once the huddle started in the room that opened is live,
+                // with the person's camera on (its first frame drawn) where one is.
                 NativeHuddleView &huddle = app.huddle();
-                capture->setReady([&huddle] { return huddle.status() == "Live"_L1; });
-                QObject::connect(
-                    &huddle, &NativeHuddleView::changed, capture.get(), [&capture] { capture->recheck(); });
+                auto cameraTried = std::make_shared<bool>(false);
+                capture->setReady([&huddle, cameraTried] {
+                    return huddle.status() == "Live"_L1 && *cameraTried && !huddle.cameraChanging()
+                        && (!huddle.cameraOn() || huddle.selfView()->frames() > 0);
+                });
+                QObject::connect(&huddle, &NativeHuddleView::changed, capture.get(), [&capture, &huddle, cameraTried] {
+                    if (huddle.status() == "Live"_L1 && !*cameraTried) {
+                        *cameraTried = true;
+                        huddle.toggleCamera();
+                    }
+                    capture->recheck();
+                });
+                QObject::connect(huddle.selfView(), &NativeHuddleTrack::frameChanged, capture.get(),
+                    [&capture] { capture->recheck(); });
                 QObject::connect(&chat, &NativeChatView::refreshed, capture.get(), [&chat, &huddle] {
                     if (!huddle.running() && !chat.selectedRoom().isEmpty())
                         huddle.join(chat.selectedRoom());

@@ -18,6 +18,10 @@ constexpr std::array table {
         u"This computer could not save your sign-in. Check that your keyring is unlocked and try again." },
     Words { NativePlatformText::Id::secureRandomFailed, u"This Mac could not make a secure sign-in key. Try again.",
         u"This computer could not make a secure sign-in key. Try again." },
+    Words { NativePlatformText::Id::cameraDenied, u"Allow camera access in System Settings to turn on video.",
+        u"Allow camera access in your desktop's privacy settings to turn on video." },
+    Words { NativePlatformText::Id::screenStoppedBySystem, u"Screen sharing stopped in macOS.",
+        u"Screen sharing stopped in the system." },
 };
 
 } // namespace

@@ -10,6 +10,8 @@ namespace NativePlatformText {
 enum class Id {
     keychainSaveFailed,
     secureRandomFailed,
+    cameraDenied,
+    screenStoppedBySystem,
 };
 
 [[nodiscard]] QString get(Id id);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chat/NativeChatView.h"
+#include "chat/huddle/NativeHuddleVideo.h"
 #include "chat/huddle/NativeHuddleView.h"
 
 #include <QtQml/qqml.h>
@@ -54,4 +55,19 @@ struct NativeHuddleViewForeign {
     QML_FOREIGN(NativeHuddleView)
     QML_NAMED_ELEMENT(NativeHuddleView)
     QML_UNCREATABLE("Built by the application.")
+};
+
+// One participant's camera or screen, handed out by NativeHuddleView.videoTrack.
+struct NativeHuddleTrackForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeHuddleTrack)
+    QML_NAMED_ELEMENT(NativeHuddleTrack)
+    QML_UNCREATABLE("Handed out by the huddle.")
+};
+
+// A video tile QML places and gives a track.
+struct NativeHuddleVideoForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeHuddleVideo)
+    QML_NAMED_ELEMENT(NativeHuddleVideo)
 };

@@ -312,6 +312,24 @@ void TestRootView::huddleFromTheRoomHeader()
         bar->isVisible() && findItem(bar, u"huddleStatus"_s)->property("text") == u"Live"_s, 15000);
     QTRY_COMPARE(findItem(bar, u"huddleParticipants"_s)->property("count").toInt(), 1);
     QCOMPARE(app.huddle().participants()->rows().constFirst().name, u"Maren Holt"_s);
+    // Sharing the screen asks first; one's own screen draws no tile.
+    click(findItem(bar, u"huddleScreen"_s));
+    QObject *sheet = bar->findChild<QObject *>(u"huddleShareSheet"_s);
+    QTRY_VERIFY(sheet && sheet->property("opened").toBool());
+    QVERIFY(!app.huddle().screenOn());
+    click(findItem(sheet->property("contentItem").value<QQuickItem *>(), u"sheetConfirm"_s));
+    QTRY_VERIFY(app.huddle().screenOn() && !app.huddle().screenChanging()
+        && app.huddle().participants()->rows().constFirst().screen);
+    QVERIFY(!findItem(bar, u"huddleTiles"_s)->isVisible());
+    click(findItem(bar, u"huddleScreen"_s));
+    QTRY_VERIFY(!app.huddle().screenOn() && !app.huddle().screenChanging());
+    // One's own camera shows as a tile of its own.
+    click(findItem(bar, u"huddleCamera"_s));
+    QQuickItem *self = findItem(bar, u"huddleSelfView"_s);
+    QTRY_VERIFY(self->isVisible() && findItem(self, u"huddleVideo"_s)->property("showing").toBool());
+    QTRY_VERIFY(!app.huddle().cameraChanging());
+    click(findItem(bar, u"huddleCamera"_s));
+    QTRY_VERIFY(!self->isVisible());
     // The bar stays while another screen is shown.
     app.navigation().open(TarnDestination { .screen = TarnScreen::agent, .section = std::nullopt });
     QTRY_VERIFY(!findItem(m_open->content(), u"chatHuddle"_s));

@@ -106,6 +106,11 @@ QList<HuddleCommand> HuddleCall::apply(const TarnHuddleState &state)
         if (p.user_id != m_me && !m_peers.contains(p.user_id))
             out += open(p.user_id, p.conn, offers(m_me, p.user_id));
     }
+    for (Peer &peer : m_peers) {
+        const QList<HuddleCommand> room = peer.initiator ? receiveMarked(peer) : QList<HuddleCommand>();
+        if (!room.isEmpty())
+            out += room + offer(peer);
+    }
     return out;
 }
 
@@ -121,18 +126,24 @@ QList<HuddleCommand> HuddleCall::handle(QList<TarnHuddleSignal> signalList)
         const auto found = m_peers.find(signal.from);
         const bool sameConn = found != m_peers.end() && found->conn == signal.from_conn;
         if (signal.type == "offer"_L1 && signal.data.description) {
-            // A fresh connection whenever the sender restarted or rejoined.
-            if (!sameConn || found->remoteSet || found->initiator) {
-                if (found != m_peers.end())
-                    out += close(signal.from);
-                out += open(signal.from, signal.from_conn, false);
+            const bool again = sameConn && !found->initiator
+                && (!found->remoteSet || found->remoteUfrag == iceUfrag(signal.data.description->sdp));
+            // Both sides reopened at once: the first in id order keeps its offer.
+            const bool crossed
+                = sameConn && found->initiator && found->offering && !found->remoteSet && offers(m_me, signal.from);
+            if (again) {
+                out += setRemote(*found, *signal.data.description);
+                out.append(command(HuddleCommand::Kind::MakeAnswer, found->id));
+            } else if (!crossed) {
+                out += offerFresh(signal);
             }
-            Peer &peer = m_peers[signal.from];
-            out += setRemote(peer, *signal.data.description);
-            out.append(command(HuddleCommand::Kind::MakeAnswer, peer.id));
         } else if (signal.type == "answer"_L1 && signal.data.description && sameConn && found->offering) {
             found->offering = false;
             out += setRemote(*found, *signal.data.description);
+            if (found->renegotiate) {
+                found->renegotiate = false;
+                out += offer(*found);
+            }
         } else if (signal.type == "ice"_L1 && sameConn) {
             for (const TarnHuddleCandidate &candidate : signal.data.candidates.value_or(QList<TarnHuddleCandidate>())) {
                 if (found->remoteSet)
@@ -152,6 +163,7 @@ QList<HuddleCommand> HuddleCall::setRemote(Peer &peer, const TarnHuddleDescripti
         { .kind = HuddleCommand::Kind::SetRemote, .peer = peer.id, .description = description }
     };
     peer.remoteSet = true;
+    peer.remoteUfrag = iceUfrag(description.sdp);
     for (const TarnHuddleCandidate &candidate : std::as_const(peer.pending))
         out.append({ .kind = HuddleCommand::Kind::AddCandidate, .peer = peer.id, .candidate = candidate });
     peer.pending.clear();
@@ -160,13 +172,63 @@ QList<HuddleCommand> HuddleCall::setRemote(Peer &peer, const TarnHuddleDescripti
 
 QList<HuddleCommand> HuddleCall::open(const QString &id, const QString &conn, bool initiator)
 {
-    m_peers.insert(id, Peer { .id = id, .conn = conn, .initiator = initiator, .offering = initiator });
+    Peer &peer = *m_peers.insert(id, Peer { .id = id, .conn = conn, .initiator = initiator });
     QList<HuddleCommand> out {
         { .kind = HuddleCommand::Kind::OpenPeer, .peer = id, .conn = conn, .initiator = initiator }
     };
     if (initiator)
-        out.append(command(HuddleCommand::Kind::MakeOffer, id));
+        out += receiveMarked(peer) + offer(peer);
     return out;
+}
+
+QList<HuddleCommand> HuddleCall::offerFresh(const TarnHuddleSignal &signal)
+{
+    QList<HuddleCommand> out;
+    if (m_peers.contains(signal.from))
+        out += close(signal.from);
+    out += open(signal.from, signal.from_conn, false);
+    Peer &peer = m_peers[signal.from];
+    out += setRemote(peer, *signal.data.description);
+    out.append(command(HuddleCommand::Kind::MakeAnswer, peer.id));
+    return out;
+}
+
+QList<HuddleCommand> HuddleCall::offer(Peer &peer)
+{
+    if (!peer.initiator)
+        return {};
+    if (peer.offering) {
+        peer.renegotiate = true;
+        return {};
+    }
+    peer.offering = true;
+    return { command(HuddleCommand::Kind::MakeOffer, peer.id) };
+}
+
+QList<HuddleCommand> HuddleCall::receiveMarked(Peer &peer)
+{
+    using Track = HuddleCommand::Track;
+    QList<HuddleCommand> out;
+    if (!m_state)
+        return out;
+    for (const TarnHuddleParticipant &p : m_state->participants.value_or(QList<TarnHuddleParticipant>())) {
+        if (p.conn != peer.conn)
+            continue;
+        for (const auto &[marked, track] :
+            { std::pair { p.video, Track::Camera }, std::pair { p.screen, Track::Screen } }) {
+            if (marked && !peer.receiving.contains(track)) {
+                peer.receiving.append(track);
+                out.append({ .kind = HuddleCommand::Kind::Receive, .peer = peer.id, .track = track });
+            }
+        }
+    }
+    return out;
+}
+
+QList<HuddleCommand> HuddleCall::trackAdded(const QString &peerID)
+{
+    const auto found = m_peers.find(peerID);
+    return found == m_peers.end() ? QList<HuddleCommand>() : offer(*found);
 }
 
 QList<HuddleCommand> HuddleCall::close(const QString &id)
@@ -224,7 +286,9 @@ QList<HuddleCommand> HuddleCall::peerFailed(const QString &peerID)
         return {};
     const Peer failed = *found;
     m_notice = u"Audio connection to "_s + nameOf(peerID) + u" failed; retrying."_s;
-    return close(peerID) + open(failed.id, failed.conn, failed.initiator);
+    // The other side may not have seen it fail: this side offers anew.
+    QList<HuddleCommand> out = close(peerID);
+    return out + open(failed.id, failed.conn, true);
 }
 
 void HuddleCall::signalFailed(const QString &peerID)
@@ -262,6 +326,19 @@ QString HuddleCall::nameOf(const QString &id) const
         }
     }
     return id;
+}
+
+QString HuddleCall::iceUfrag(const QString &sdp)
+{
+    static constexpr QLatin1StringView key("a=ice-ufrag:");
+    const qsizetype at = sdp.indexOf(key);
+    if (at < 0)
+        return {};
+    const qsizetype start = at + key.size();
+    qsizetype end = start;
+    while (end < sdp.size() && sdp[end] != u'\r' && sdp[end] != u'\n')
+        ++end;
+    return sdp.mid(start, end - start);
 }
 
 int HuddleCall::retryMs(int failures)

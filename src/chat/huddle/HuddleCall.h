@@ -23,9 +23,20 @@
 // `seq` order and only above `after`. Remote candidates that arrive before
 // their remote description wait in `pending` and are applied after it, in
 // arrival order; local ones wait until this side's description was sent and
-// then go out in batches. Every offer starts a fresh connection with its
-// sender: the tracks are fixed for a connection's life, so there is no
-// renegotiation to tell apart from a restart.
+// then go out in batches.
+//
+// A connection has one offering side, which makes every offer on it, first
+// and again: so two offers never cross on a running connection, which
+// matters because webrtcbin cannot roll a local offer back. The offering
+// side offers again when it adds a track, and when the other side's marks
+// show a camera or screen the connection has no room for yet: it makes room
+// (a receive-only transceiver the other side's track fills in its answer)
+// and offers. An offer on the same connection keeps its ICE user fragment;
+// a fresh one, from a side that saw the connection fail and opened a new
+// one, brings a new fragment. Whoever sees a connection fail reopens it and
+// offers, so an answering side never waits for an offer that is not coming;
+// when both reopen at once, the side whose id sorts first keeps its offer
+// and the other answers it.
 class HuddleCall {
 public:
     struct Peer {
@@ -35,6 +46,12 @@ public:
         bool offering = false; // an offer is out, its answer not yet applied
         bool remoteSet = false;
         bool descriptionSent = false;
+        // An offer is due once the one out is answered.
+        bool renegotiate = false;
+        // The ICE user fragment of the remote description in use.
+        QString remoteUfrag {};
+        // The remote tracks this side, as the offering one, made room for.
+        QList<HuddleCommand::Track> receiving {};
         QList<TarnHuddleCandidate> pending {};
         QList<TarnHuddleCandidate> localCandidates {};
     };
@@ -59,6 +76,8 @@ public:
     // Queued; true when the caller should schedule flushLocalCandidates.
     [[nodiscard]] bool localCandidate(const QString &peer, const TarnHuddleCandidate &candidate);
     [[nodiscard]] QList<HuddleCommand> flushLocalCandidates(const QString &peer);
+    // A local track was added to the peer's connection.
+    [[nodiscard]] QList<HuddleCommand> trackAdded(const QString &peer);
     void peerReconnecting();
     // A failed connection is closed and opened again.
     [[nodiscard]] QList<HuddleCommand> peerFailed(const QString &peer);
@@ -86,12 +105,16 @@ public:
     [[nodiscard]] const QString &notice() const { return m_notice; }
     [[nodiscard]] const std::optional<QString> &endedReason() const { return m_endedReason; }
     void clearNotice() { m_notice.clear(); }
+    // A notice about the local media, which the huddle runs on without.
+    void note(const QString &text) { m_notice = text; }
 
     // The wait before retrying a poll or a signal after `failures` failures
     // in a row: 250 ms, then doubling up to 2 s. The first retry is quick
     // because most failures are one dropped connection; the ceiling still
     // finds a restarted service within two seconds of its return.
     [[nodiscard]] static int retryMs(int failures);
+    // The ICE user fragment of an SDP text, empty when it has none.
+    [[nodiscard]] static QString iceUfrag(const QString &sdp);
     // How long local candidates gather before a batch goes out.
     static constexpr int candidateBatchMs = 20;
 
@@ -99,6 +122,10 @@ private:
     [[nodiscard]] QList<HuddleCommand> open(const QString &id, const QString &conn, bool initiator);
     [[nodiscard]] QList<HuddleCommand> close(const QString &id);
     [[nodiscard]] QList<HuddleCommand> setRemote(Peer &peer, const TarnHuddleDescription &description);
+    [[nodiscard]] QList<HuddleCommand> offer(Peer &peer);
+    [[nodiscard]] QList<HuddleCommand> offerFresh(const TarnHuddleSignal &signal);
+    // Room for the participant's marked tracks this side has none for yet.
+    [[nodiscard]] QList<HuddleCommand> receiveMarked(Peer &peer);
     void end();
 
     QString m_me;

@@ -18,7 +18,11 @@ struct HuddleCommand {
         SetRemote, // `description`
         AddCandidate, // `candidate`, once the remote description is set
         Send, // signal `type` with `data` to `conn`
+        Receive, // make room in the connection for the participant's `track`
     };
+    // A video track: each kind has its own payload type on the wire, which
+    // is how a receiver tells a camera from a screen.
+    enum class Track { Camera, Screen };
 
     Kind kind = Kind::OpenPeer;
     QString peer; // the remote user id
@@ -28,6 +32,7 @@ struct HuddleCommand {
     TarnHuddleCandidate candidate {};
     QString type {};
     TarnHuddleSignalData data {};
+    Track track = Track::Camera;
 
     friend bool operator==(const HuddleCommand &, const HuddleCommand &) = default;
 };

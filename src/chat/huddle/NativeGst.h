@@ -4,6 +4,8 @@
 #include <gst/sdp/sdp.h>
 #include <gst/webrtc/webrtc.h>
 
+#include <QString>
+
 #include <memory>
 
 // Owning holders for the GStreamer objects the huddle keeps: each releases
@@ -28,8 +30,25 @@ struct TextFree {
 
 using Element = std::unique_ptr<GstElement, ObjectUnref>;
 using Pad = std::unique_ptr<GstPad, ObjectUnref>;
+using Bus = std::unique_ptr<GstBus, ObjectUnref>;
 using Promise = std::unique_ptr<GstPromise, PromiseUnref>;
 using Description = std::unique_ptr<GstWebRTCSessionDescription, DescriptionFree>;
 using Text = std::unique_ptr<gchar, TextFree>;
+
+// A pipeline from its textual description, floating reference sunk; null
+// with the reason in `error` when it cannot be made.
+inline Element launch(const QString &description, QString *error)
+{
+    GError *parseError = nullptr;
+    GstElement *pipeline = gst_parse_launch(description.toUtf8().constData(), &parseError);
+    if (!pipeline || parseError) {
+        *error = QString::fromUtf8(parseError ? parseError->message : "the pipeline could not be made");
+        g_clear_error(&parseError);
+        if (pipeline)
+            gst_object_unref(pipeline);
+        return nullptr;
+    }
+    return Element(GST_ELEMENT(gst_object_ref_sink(pipeline)));
+}
 
 } // namespace NativeGst

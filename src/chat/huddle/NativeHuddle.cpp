@@ -1,5 +1,7 @@
 #include "chat/huddle/NativeHuddle.h"
 
+#include "auth/NativePlatformText.h"
+#include "chat/huddle/NativeHuddleTrack.h"
 #include "chat/huddle/TarnHuddleCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
@@ -9,11 +11,41 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+using Track = HuddleCommand::Track;
+
+// What the person is told about a local video track.
+struct TrackTexts {
+    QString missing;
+    QString denied;
+    QString failed; // followed by the error
+    QString unsynced;
+    QString stopped; // ended by the system
+};
+
+const TrackTexts &textsOf(Track track)
+{
+    static const TrackTexts camera { u"No camera is available."_s,
+        NativePlatformText::get(NativePlatformText::Id::cameraDenied), u"Could not start the camera: "_s,
+        u"Video is on, but its status could not sync."_s, u"The camera stopped."_s };
+    static const TrackTexts screen { {}, {}, u"Screen sharing could not start: "_s,
+        u"Screen sharing is on, but its status could not sync."_s,
+        NativePlatformText::get(NativePlatformText::Id::screenStoppedBySystem) };
+    return track == Track::Camera ? camera : screen;
+}
+
+} // namespace
+
 NativeHuddle::NativeHuddle(NativeHuddleMedia media, QObject *parent)
     : QObject(parent)
     , m_configured(media)
     , m_media(media)
 {
+    for (const Track track : { Track::Camera, Track::Screen }) {
+        connect(&local(track).capture, &NativeHuddleCapture::stopped, this,
+            [this, track](const QString &error) { captureStopped(track, error); });
+    }
 }
 
 NativeHuddle::~NativeHuddle() = default;
@@ -76,6 +108,7 @@ QCoro::Task<> NativeHuddle::leave()
     const std::optional<QString> room = m_call.roomID();
     const QString sid = m_call.sid();
     run(m_call.leave());
+    stopCaptures();
     m_outbox.clear();
     m_muted = false;
     Q_EMIT changed();
@@ -112,16 +145,112 @@ QCoro::Task<> NativeHuddle::reportMuted(quint64 generation)
     if (!m_api || m_call.sid().isEmpty())
         co_return;
     const QPointer<NativeHuddle> self(this);
+    TarnHuddleMarks marks { .sid = m_call.sid(), .muted = m_muted };
+    const bool synced = co_await reportMarks(std::move(marks));
+    if (!synced && self && m_call.isCurrent(generation)) {
+        m_call.markFailed();
+        Q_EMIT changed();
+    }
+}
+
+QCoro::Task<bool> NativeHuddle::reportMarks(TarnHuddleMarks marks)
+{
+    if (!m_api)
+        co_return false;
     const QString room = m_call.roomID().value_or(QString());
-    const TarnHuddleMarks marks { .sid = m_call.sid(), .muted = m_muted };
     try {
         co_await TarnHuddleCalls::setHuddleState(*m_api, room, marks);
     } catch (const TarnAPIError &) {
-        if (self && m_call.isCurrent(generation)) {
-            m_call.markFailed();
-            Q_EMIT changed();
-        }
+        co_return false;
     }
+    co_return true;
+}
+
+QCoro::Task<> NativeHuddle::toggleCamera()
+{
+    return toggle(Track::Camera);
+}
+
+QCoro::Task<> NativeHuddle::toggleScreen()
+{
+    return toggle(Track::Screen);
+}
+
+QCoro::Task<> NativeHuddle::toggle(Track track)
+{
+    Local &mine = local(track);
+    if (!m_call.isRunning() || m_call.sid().isEmpty() || mine.changing)
+        co_return;
+    const QPointer<NativeHuddle> self(this);
+    const quint64 generation = m_call.generation();
+    const TrackTexts &texts = textsOf(track);
+    const bool on = !mine.on;
+    if (on) {
+        QString error;
+        const QString source = track == Track::Camera ? m_media.cameraSource() : m_media.screenSource(&error);
+        const NativeHuddleMedia::Camera camera = track == Track::Camera && !m_media.testSources
+            ? NativeHuddleMedia::findCamera()
+            : NativeHuddleMedia::Camera::Present;
+        if (camera != NativeHuddleMedia::Camera::Present) {
+            m_call.note(camera == NativeHuddleMedia::Camera::Missing ? texts.missing : texts.denied);
+            Q_EMIT changed();
+            co_return;
+        }
+        if (source.isEmpty() || !mine.capture.start(source, &error)) {
+            m_call.note(texts.failed + error);
+            Q_EMIT changed();
+            co_return;
+        }
+        for (const auto &[id, peer] : m_peers) {
+            if (peer->sendVideo(track, mine.capture))
+                run(m_call.trackAdded(id));
+        }
+    } else {
+        mine.capture.stop();
+    }
+    mine.on = on;
+    mine.changing = true;
+    Q_EMIT changed();
+    TarnHuddleMarks marks { .sid = m_call.sid() };
+    (track == Track::Camera ? marks.video : marks.screen) = on;
+    const bool synced = co_await reportMarks(std::move(marks));
+    if (!self || !m_call.isCurrent(generation))
+        co_return;
+    mine.changing = false;
+    if (!synced && on)
+        m_call.note(texts.unsynced);
+    Q_EMIT changed();
+}
+
+void NativeHuddle::captureStopped(Track track, const QString &error)
+{
+    Local &mine = local(track);
+    if (!mine.on || !m_call.isRunning())
+        return;
+    mine.on = false;
+    m_call.note(track == Track::Camera && !error.isEmpty() ? textsOf(track).failed + error : textsOf(track).stopped);
+    Q_EMIT changed();
+    TarnHuddleMarks marks { .sid = m_call.sid() };
+    (track == Track::Camera ? marks.video : marks.screen) = false;
+    (void)reportMarks(std::move(marks));
+}
+
+void NativeHuddle::stopCaptures()
+{
+    for (Local *mine : { &m_camera, &m_screen }) {
+        mine->capture.stop();
+        mine->on = false;
+        mine->changing = false;
+    }
+}
+
+NativeHuddleTrack *NativeHuddle::videoTrack(const QString &conn, bool screen) const
+{
+    for (const auto &[id, peer] : m_peers) {
+        if (peer->conn() == conn)
+            return peer->video(screen ? Track::Screen : Track::Camera);
+    }
+    return nullptr;
 }
 
 QCoro::Task<> NativeHuddle::refreshVisible(TarnAPI &api)
@@ -233,7 +362,14 @@ void NativeHuddle::run(const QList<HuddleCommand> &commands)
         NativeHuddlePeer &peer = *found->second;
         switch (command.kind) {
         case Kind::ClosePeer:
+            for (const Track track : { Track::Camera, Track::Screen }) {
+                if (GstElement *source = peer.videoSource(track))
+                    local(track).capture.unfeed(source);
+            }
             m_peers.erase(found);
+            break;
+        case Kind::Receive:
+            peer.receive(command.track);
             break;
         case Kind::MakeOffer:
             peer.createOffer();
@@ -267,6 +403,11 @@ void NativeHuddle::openPeer(const HuddleCommand &command)
     }
     NativeHuddlePeer *raw = peer.get();
     const QString id = command.peer;
+    // Tracks that are on go in the connection's first offer or answer.
+    for (const Track track : { Track::Camera, Track::Screen }) {
+        if (local(track).on)
+            (void)raw->sendVideo(track, local(track).capture);
+    }
     connect(raw, &NativeHuddlePeer::descriptionCreated, this, [this, raw, id](const TarnHuddleDescription &local) {
         if (isCurrent(raw))
             run(m_call.descriptionCreated(id, local));

@@ -1,8 +1,14 @@
 #include "chat/huddle/NativeHuddleMedia.h"
 
+#include <QDir>
+#include <QFile>
+
 #include <gst/gst.h>
 
+#include <algorithm>
 #include <mutex>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -39,6 +45,11 @@ QString NativeHuddleMedia::missingPlugin()
         { "dtls", "gstreamer1.0-plugins-bad" },
         { "srtp", "gstreamer1.0-plugins-bad" },
         { "nice", "gstreamer1.0-nice" },
+        { "vpx", "gstreamer1.0-plugins-good" },
+        { "app", "gstreamer1.0-plugins-base" },
+        { "videotestsrc", "gstreamer1.0-plugins-base" },
+        { "videoconvertscale", "gstreamer1.0-plugins-base" },
+        { "videorate", "gstreamer1.0-plugins-base" },
     };
     GstRegistry *registry = gst_registry_get();
     for (const Needed &need : needed) {
@@ -64,4 +75,34 @@ bool NativeHuddleMedia::hasMicrophone()
     }
     gst_object_unref(monitor);
     return found;
+}
+
+NativeHuddleMedia::Camera NativeHuddleMedia::findCamera()
+{
+    const QDir devices(u"/dev"_s);
+    const QStringList cameras = devices.entryList({ u"video*"_s }, QDir::System);
+    if (cameras.isEmpty())
+        return Camera::Missing;
+    // The device files are the desktop's camera permission: a user outside
+    // their group (or a sandbox without the camera) cannot open them.
+    const bool allowed = std::any_of(cameras.cbegin(), cameras.cend(), [&](const QString &name) {
+        return ::access(QFile::encodeName(devices.filePath(name)).constData(), R_OK | W_OK) == 0;
+    });
+    return allowed ? Camera::Present : Camera::Denied;
+}
+
+QString NativeHuddleMedia::cameraSource() const
+{
+    return testSources ? u"videotestsrc is-live=true pattern=ball"_s : u"v4l2src"_s;
+}
+
+QString NativeHuddleMedia::screenSource(QString *error) const
+{
+    if (testSources)
+        return u"videotestsrc is-live=true pattern=smpte"_s;
+    if (qEnvironmentVariable("XDG_SESSION_TYPE") == "wayland"_L1 || qEnvironmentVariableIsEmpty("DISPLAY")) {
+        *error = u"this desktop does not let the app capture its screen"_s;
+        return {};
+    }
+    return u"ximagesrc use-damage=false show-pointer=true"_s;
 }

@@ -3,9 +3,9 @@
 #include <QString>
 
 // How a huddle's media is made. The app takes the desktop's default
-// microphone and speaker; test runs and benchmarks ask for a generated tone
-// and decoded audio that is counted but not played, so they need neither a
-// sound card nor a sound server.
+// microphone, speaker and camera and the screen it runs on; test runs and
+// benchmarks ask for a generated tone and pictures and decoded audio that is
+// counted but not played, so they need no sound card, camera or display.
 struct NativeHuddleMedia {
     bool testSources = false;
     bool playAudio = true;
@@ -18,4 +18,12 @@ struct NativeHuddleMedia {
     [[nodiscard]] static QString missingPlugin();
     // Whether the desktop has any audio input; call after missingPlugin().
     [[nodiscard]] static bool hasMicrophone();
+    enum class Camera { Missing, Denied, Present };
+    // Whether a camera is there and this user may open it.
+    [[nodiscard]] static Camera findCamera();
+
+    // The GStreamer source of the camera and of the screen; empty, with the
+    // reason, when the screen cannot be captured here.
+    [[nodiscard]] QString cameraSource() const;
+    [[nodiscard]] QString screenSource(QString *error) const;
 };

@@ -1,5 +1,8 @@
 #include "chat/huddle/NativeHuddlePeer.h"
 
+#include "chat/huddle/NativeHuddleCapture.h"
+#include "chat/huddle/NativeHuddleTrack.h"
+
 #include <QMetaObject>
 #include <QUrl>
 
@@ -16,6 +19,8 @@ struct NativeHuddlePeer::Relay {
     GstElement *pipeline = nullptr; // owned by the peer; stopped before it goes
     bool playAudio = true;
     std::atomic<qint64> decoded { 0 };
+    std::shared_ptr<NativeHuddleTrack::Slot> camera;
+    std::shared_ptr<NativeHuddleTrack::Slot> screen;
 
     // The pipeline, held for the caller; nothing once the peer is going away.
     NativeGst::Element pipelineRef()
@@ -35,7 +40,24 @@ struct NativeHuddlePeer::Relay {
 
 namespace {
 
+using Track = HuddleCommand::Track;
 using Relay = NativeHuddlePeer::Relay;
+using SlotRef = std::shared_ptr<NativeHuddleTrack::Slot>;
+
+// Camera and screen travel as VP8 under payload types of their own.
+constexpr int cameraPayload = 97;
+constexpr int screenPayload = 98;
+
+int payloadOf(Track track)
+{
+    return track == Track::Camera ? cameraPayload : screenPayload;
+}
+
+QByteArray videoCaps(Track track)
+{
+    return "application/x-rtp,media=video,encoding-name=VP8,clock-rate=90000,payload="
+        + QByteArray::number(payloadOf(track));
+}
 using RelayRef = std::shared_ptr<Relay>;
 
 Relay &relayOf(gpointer data)
@@ -137,14 +159,43 @@ void onDecodedPad(GstElement *, GstPad *pad, gpointer data)
     gst_pad_link(pad, sinkPad.get());
 }
 
+// The participant's camera or screen, decoded into frames for its track.
+void decodeVideo(GstElement *pipeline, GstPad *pad, const SlotRef &slot)
+{
+    GstElement *decode = gst_parse_bin_from_description("rtpvp8depay ! vp8dec ! videoconvert ! video/x-raw,format=BGRx"
+                                                        " ! appsink name=frames sync=false max-buffers=1 drop=true",
+        TRUE, nullptr);
+    if (!decode)
+        return;
+    const NativeGst::Element frames(gst_bin_get_by_name(GST_BIN(decode), "frames"));
+    NativeHuddleTrack::follow(frames.get(), slot);
+    gst_bin_add(GST_BIN(pipeline), decode);
+    gst_element_sync_state_with_parent(decode);
+    const NativeGst::Pad sinkPad(gst_element_get_static_pad(decode, "sink"));
+    gst_pad_link(pad, sinkPad.get());
+}
+
 // A remote stream arrived: decode it.
 void onRemotePad(GstElement *, GstPad *pad, gpointer data)
 {
     if (GST_PAD_DIRECTION(pad) != GST_PAD_SRC)
         return;
-    const NativeGst::Element pipeline = relayOf(data).pipelineRef();
+    Relay &relay = relayOf(data);
+    const NativeGst::Element pipeline = relay.pipelineRef();
     if (!pipeline)
         return;
+    GstCaps *caps = gst_pad_get_current_caps(pad);
+    const GstStructure *stream = caps ? gst_caps_get_structure(caps, 0) : nullptr;
+    const bool video = stream && g_strcmp0(gst_structure_get_string(stream, "media"), "video") == 0;
+    int payload = 0;
+    if (stream)
+        gst_structure_get_int(stream, "payload", &payload);
+    if (caps)
+        gst_caps_unref(caps);
+    if (video) {
+        decodeVideo(pipeline.get(), pad, payload == screenPayload ? relay.screen : relay.camera);
+        return;
+    }
     GstElement *decode = gst_element_factory_make("decodebin", nullptr);
     connectRelay(decode, "pad-added", onDecodedPad, *static_cast<RelayRef *>(data));
     gst_bin_add(GST_BIN(pipeline.get()), decode);
@@ -207,7 +258,11 @@ NativeHuddlePeer::NativeHuddlePeer(QString id, QString conn, const QList<TarnHud
     , m_media(media)
     , m_muted(muted)
     , m_relay(std::make_shared<Relay>())
+    , m_camera(new NativeHuddleTrack(this))
+    , m_screen(new NativeHuddleTrack(this))
 {
+    m_relay->camera = m_camera->slot();
+    m_relay->screen = m_screen->slot();
 }
 
 NativeHuddlePeer::~NativeHuddlePeer()
@@ -232,16 +287,10 @@ bool NativeHuddlePeer::start(QString *error)
         + u" ! audioconvert ! audioresample ! volume name=mic ! opusenc ! rtpopuspay pt=96"
           " ! application/x-rtp,media=audio,encoding-name=OPUS,payload=96,clock-rate=48000"
           " ! webrtcbin name=webrtc bundle-policy=max-bundle latency=100"_s;
-    GError *parseError = nullptr;
-    GstElement *pipeline = gst_parse_launch(description.toUtf8().constData(), &parseError);
-    if (!pipeline || parseError) {
-        *error = QString::fromUtf8(parseError ? parseError->message : "the pipeline could not be made");
-        g_clear_error(&parseError);
-        if (pipeline)
-            gst_object_unref(pipeline);
+    m_pipeline = NativeGst::launch(description, error);
+    if (!m_pipeline)
         return false;
-    }
-    m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(pipeline)));
+    GstElement *pipeline = m_pipeline.get();
     m_webrtc.reset(gst_bin_get_by_name(GST_BIN(pipeline), "webrtc"));
     m_mic.reset(gst_bin_get_by_name(GST_BIN(pipeline), "mic"));
     g_object_set(m_mic.get(), "mute", gboolean(m_muted), nullptr);
@@ -316,4 +365,58 @@ void NativeHuddlePeer::setMuted(bool muted)
 qint64 NativeHuddlePeer::decodedAudioBuffers() const
 {
     return m_relay->decoded.load();
+}
+
+bool NativeHuddlePeer::sendVideo(Track track, NativeHuddleCapture &capture)
+{
+    NativeGst::Element &source = track == Track::Camera ? m_cameraSource : m_screenSource;
+    const bool added = !source;
+    if (added) {
+        const QByteArray description = "appsrc name=source is-live=true do-timestamp=true format=time caps=video/x-vp8"
+                                       " ! rtpvp8pay picture-id-mode=15-bit pt="
+            + QByteArray::number(payloadOf(track)) + " ! " + videoCaps(track);
+        GstElement *bin = gst_parse_bin_from_description(description.constData(), TRUE, nullptr);
+        if (!bin)
+            return false;
+        gst_bin_add(GST_BIN(m_pipeline.get()), bin);
+        source.reset(gst_bin_get_by_name(GST_BIN(bin), "source"));
+        // A new transceiver: webrtcbin puts it in the next offer. Its codec is
+        // given outright, as the offer may be made before the pad's caps
+        // have been worked out from the elements behind it.
+        const NativeGst::Pad sink(gst_element_request_pad_simple(m_webrtc.get(), "sink_%u"));
+        GstWebRTCRTPTransceiver *transceiver = nullptr;
+        g_object_get(sink.get(), "transceiver", &transceiver, nullptr);
+        if (transceiver) {
+            GstCaps *caps = gst_caps_from_string(videoCaps(track).constData());
+            g_object_set(transceiver, "codec-preferences", caps, nullptr);
+            gst_caps_unref(caps);
+            gst_object_unref(transceiver);
+        }
+        const NativeGst::Pad out(gst_element_get_static_pad(bin, "src"));
+        gst_pad_link(out.get(), sink.get());
+        gst_element_sync_state_with_parent(bin);
+    }
+    capture.feed(source.get());
+    return added;
+}
+
+GstElement *NativeHuddlePeer::videoSource(Track track) const
+{
+    return (track == Track::Camera ? m_cameraSource : m_screenSource).get();
+}
+
+void NativeHuddlePeer::receive(Track track)
+{
+    GstCaps *caps = gst_caps_from_string(videoCaps(track).constData());
+    GstWebRTCRTPTransceiver *transceiver = nullptr;
+    g_signal_emit_by_name(
+        m_webrtc.get(), "add-transceiver", GST_WEBRTC_RTP_TRANSCEIVER_DIRECTION_RECVONLY, caps, &transceiver);
+    gst_caps_unref(caps);
+    if (transceiver)
+        gst_object_unref(transceiver);
+}
+
+NativeHuddleTrack *NativeHuddlePeer::video(Track track) const
+{
+    return track == Track::Camera ? m_camera : m_screen;
 }

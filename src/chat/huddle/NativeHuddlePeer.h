@@ -1,10 +1,14 @@
 #pragma once
 
+#include "chat/huddle/HuddleCommand.h"
 #include "chat/huddle/NativeGst.h"
 #include "chat/huddle/NativeHuddleMedia.h"
 #include "chat/huddle/TarnHuddleCandidate.h"
 #include "chat/huddle/TarnHuddleDescription.h"
 #include "chat/huddle/TarnHuddleIceServer.h"
+
+class NativeHuddleCapture;
+class NativeHuddleTrack;
 
 #include <QList>
 #include <QObject>
@@ -13,8 +17,10 @@
 #include <memory>
 
 // The media of one remote participant: a webrtcbin peer connection in a
-// pipeline of its own, sending this side's microphone (opus) and playing
-// what arrives. It carries out HuddleCall's commands and reports back.
+// pipeline of its own, sending this side's microphone (opus), its camera
+// and screen (VP8 from a NativeHuddleCapture) and playing what arrives:
+// audio to the speaker, video to a NativeHuddleTrack per kind. It carries out
+// HuddleCall's commands and reports back.
 //
 // webrtcbin calls back on GStreamer's threads. No callback touches this
 // object: each hands its work to a Relay, which posts it to the thread this
@@ -40,6 +46,15 @@ public:
     void addCandidate(const TarnHuddleCandidate &candidate);
     // The microphone track's enabled flag.
     void setMuted(bool muted);
+    // Sends `capture`'s frames as `track`; true when that took a new track
+    // (to negotiate), false when the track was there from an earlier time.
+    bool sendVideo(HuddleCommand::Track track, NativeHuddleCapture &capture);
+    // The element a capture feeds for `track`, if the track was ever added.
+    [[nodiscard]] GstElement *videoSource(HuddleCommand::Track track) const;
+    // Room for the participant's `track` in the next offer.
+    void receive(HuddleCommand::Track track);
+    // The participant's camera or screen as decoded so far.
+    [[nodiscard]] NativeHuddleTrack *video(HuddleCommand::Track track) const;
 
     [[nodiscard]] const QString &id() const { return m_id; }
     [[nodiscard]] const QString &conn() const { return m_conn; }
@@ -68,4 +83,8 @@ private:
     NativeGst::Element m_pipeline;
     NativeGst::Element m_webrtc;
     NativeGst::Element m_mic;
+    NativeGst::Element m_cameraSource;
+    NativeGst::Element m_screenSource;
+    NativeHuddleTrack *m_camera;
+    NativeHuddleTrack *m_screen;
 };

@@ -16,6 +16,11 @@ QString NativeHuddleView::roomName() const
     return m_huddle.state().value_or(TarnHuddleState()).room_name.value_or(QString());
 }
 
+QString NativeHuddleView::selfID() const
+{
+    return m_api.session() ? m_api.session()->id : QString();
+}
+
 void NativeHuddleView::join(const QString &roomID)
 {
     if (roomID.isEmpty() || (m_huddle.running() && m_huddle.roomID() == roomID))
@@ -32,6 +37,16 @@ void NativeHuddleView::leave()
 void NativeHuddleView::toggleMute()
 {
     (void)m_huddle.toggleMute();
+}
+
+void NativeHuddleView::toggleCamera()
+{
+    (void)m_huddle.toggleCamera();
+}
+
+void NativeHuddleView::toggleScreen()
+{
+    (void)m_huddle.toggleScreen();
 }
 
 void NativeHuddleView::refreshVisible()

@@ -12,6 +12,8 @@ Pane {
     required property NativeChatView chat
     // The open room's name as the list shows it, for the screen's title.
     readonly property string selectedName: rooms.selectedName
+    // Ids of the rooms with a live huddle.
+    property var liveRooms: []
 
     padding: Theme.spacing.s
     background: Rectangle { color: Theme.colours.sidebar }
@@ -52,6 +54,7 @@ Pane {
             objectName: "chatRooms"
             visible: list.chat.searchText.length === 0
             chat: list.chat
+            liveRooms: list.liveRooms
             Layout.fillWidth: true
             Layout.fillHeight: true
         }

@@ -9,6 +9,8 @@ ListView {
     required property NativeChatView chat
     // The open room's name as the list shows it, for the screen's title.
     property string selectedName
+    // Ids of the rooms with a live huddle, marked in the list.
+    property var liveRooms: []
 
     model: chat.rooms
     clip: true
@@ -33,13 +35,15 @@ ListView {
         required property string previewAuthor
         readonly property ChatRoomView view: ListView.view as ChatRoomView
         readonly property bool direct: kind === "dm"
+        readonly property bool live: view !== null && view.liveRooms.indexOf(roomId) >= 0
 
         width: ListView.view.width
         text: direct ? name : "# " + name
-        symbol: direct ? "" : "message"
+        symbol: live ? "waveform" : direct ? "" : "message"
         avatarName: direct ? name : ""
         subtitle: previewAuthor.length > 0 ? previewAuthor + ": " + preview : preview
         count: unread
+        detail: live ? qsTr("Huddle") : ""
         lit: view !== null && roomId === view.chat.selectedRoom
         onLitChanged: if (lit) view.selectedName = text
         Component.onCompleted: if (lit) view.selectedName = text

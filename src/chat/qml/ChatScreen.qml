@@ -72,6 +72,7 @@ Pane {
         ChatRoomList {
             id: roomList
             chat: screen.chat
+            liveRooms: screen.huddle !== null ? screen.huddle.liveRooms : []
             Layout.preferredWidth: 280
             onNewRoomRequested: newRoom.open()
             Layout.fillHeight: true

@@ -5,7 +5,8 @@ import PiloTarn.Chat
 import PiloTarn.Design
 
 // The running huddle along the window's foot, whichever screen is shown:
-// its room, status and people, with Mute and Leave.
+// the others' cameras and screens as tiles (a screen larger), then its room,
+// status and people with their marks, and Mute, Camera, Share and Leave.
 Pane {
     id: bar
 
@@ -25,6 +26,26 @@ Pane {
     ColumnLayout {
         anchors.fill: parent
         spacing: Theme.spacing.xs
+
+        RowLayout {
+            objectName: "huddleTiles"
+            visible: bar.huddle.running && (bar.huddle.cameraOn || others.contentWidth > 0)
+            spacing: Theme.spacing.s
+            Layout.fillWidth: true
+
+            HuddleVideoTile {
+                objectName: "huddleSelfView"
+                visible: bar.huddle.cameraOn
+                track: bar.huddle.selfView
+                name: qsTr("You")
+            }
+            HuddleTileStrip {
+                id: others
+                huddle: bar.huddle
+                Layout.fillWidth: true
+                Layout.preferredHeight: implicitHeight
+            }
+        }
 
         RowLayout {
             spacing: Theme.spacing.m
@@ -59,7 +80,9 @@ Pane {
                     id: person
                     required property string name
                     required property bool muted
-                                        spacing: Theme.spacing.xs
+                    required property bool video
+                    required property bool screen
+                    spacing: Theme.spacing.xs
                     Avatar {
                         name: person.name
                         size: 20
@@ -68,12 +91,34 @@ Pane {
                         text: person.muted ? qsTr("%1 (muted)").arg(person.name) : person.name
                         color: person.muted ? Theme.colours.secondaryText : Theme.colours.text
                     }
+                    Icon {
+                        visible: person.video
+                        symbol: "video"
+                        size: 14
+                    }
+                    Icon {
+                        visible: person.screen
+                        symbol: "display"
+                        size: 14
+                    }
                 }
             }
             ActionButton {
                 objectName: "huddleMute"
                 text: bar.huddle.muted ? qsTr("Unmute") : qsTr("Mute")
                 onClicked: bar.huddle.toggleMute()
+            }
+            ActionButton {
+                objectName: "huddleCamera"
+                enabled: !bar.huddle.cameraChanging
+                text: bar.huddle.cameraOn ? qsTr("Stop video") : qsTr("Video")
+                onClicked: bar.huddle.toggleCamera()
+            }
+            ActionButton {
+                objectName: "huddleScreen"
+                enabled: !bar.huddle.screenChanging
+                text: bar.huddle.screenOn ? qsTr("Stop sharing") : qsTr("Share screen")
+                onClicked: bar.huddle.screenOn ? bar.huddle.toggleScreen() : shareSheet.open()
             }
             ActionButton {
                 objectName: "huddleLeave"
@@ -92,5 +137,14 @@ Pane {
             wrapMode: Text.Wrap
             Layout.fillWidth: true
         }
+    }
+
+    ConfirmSheet {
+        id: shareSheet
+        objectName: "huddleShareSheet"
+        title: qsTr("Share your screen?")
+        text: qsTr("Everyone in the huddle sees your whole screen until you stop sharing.")
+        confirmText: qsTr("Share screen")
+        onConfirmed: bar.huddle.toggleScreen()
     }
 }

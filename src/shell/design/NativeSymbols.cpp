@@ -17,6 +17,8 @@ constexpr Symbol symbolRows[] {
     { "rectangle.3.group"_L1, "dashboard"_L1, 0xe871 },
     { "message"_L1, "chat_bubble_outline"_L1, 0xe0cb },
     { "phone"_L1, "call"_L1, 0xe0b0 },
+    { "video"_L1, "videocam"_L1, 0xe04b },
+    { "display"_L1, "screen_share"_L1, 0xe0e2 },
     { "envelope"_L1, "mail_outline"_L1, 0xe0e1 },
     { "calendar"_L1, "calendar_today"_L1, 0xe935 },
     { "briefcase"_L1, "work_outline"_L1, 0xe943 },

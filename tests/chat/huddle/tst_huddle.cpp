@@ -1,6 +1,7 @@
 #include "TarnWaitFor.h"
 #include "chat/huddle/HuddleTestTeam.h"
 #include "chat/huddle/NativeHuddle.h"
+#include "chat/huddle/NativeHuddleTrack.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -32,17 +34,32 @@ bool waitUntil(const std::function<bool()> &done, int ms = 15'000)
     return done();
 }
 
-bool mutedIn(const NativeHuddle &huddle, const QString &userID)
+std::optional<TarnHuddleParticipant> personIn(const NativeHuddle &huddle, const QString &userID)
 {
     for (const TarnHuddleParticipant &p :
         huddle.state().value_or(TarnHuddleState()).participants.value_or(QList<TarnHuddleParticipant>())) {
         if (p.user_id == userID)
-            return p.muted;
+            return p;
     }
-    return false;
+    return std::nullopt;
 }
 
+bool mutedIn(const NativeHuddle &huddle, const QString &userID)
+{
+    return personIn(huddle, userID).value_or(TarnHuddleParticipant()).muted;
+}
+
+// Who turns which video on, and the frames the other side must decode.
+struct VideoCase {
+    int people;
+    int sender; // 0 sorts first and offers to the others; the last answers them all
+    bool screen;
+    QSize size;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(VideoCase)
 
 // Huddles end to end: NativeHuddles in one process, each with its own
 // person and service client, joined through the local workspace, with
@@ -54,6 +71,8 @@ private slots:
     void initTestCase();
     void everyoneHearsEveryone_data();
     void everyoneHearsEveryone();
+    void videoReachesTheOther_data();
+    void videoReachesTheOther();
     void joiningElsewhereEndsThisHuddle();
     void withoutMicrophoneJoinsMuted();
 
@@ -169,6 +188,80 @@ void TestHuddle::everyoneHearsEveryone()
     team.workspace->clearFaults();
 }
 
+void TestHuddle::videoReachesTheOther_data()
+{
+    QTest::addColumn<VideoCase>("row");
+    QTest::addRow("camera of the offering side") << VideoCase { 2, 0, false, { 640, 360 } };
+    QTest::addRow("camera of the answering side") << VideoCase { 2, 1, false, { 640, 360 } };
+    QTest::addRow("screen of the answering side") << VideoCase { 2, 1, true, { 1280, 720 } };
+    // One encoder feeding two connections, one it offers on and one it answers on.
+    QTest::addRow("camera of the middle one of three") << VideoCase { 3, 1, false, { 640, 360 } };
+}
+
+void TestHuddle::videoReachesTheOther()
+{
+    QFETCH(VideoCase, row);
+    std::vector<std::unique_ptr<NativeHuddle>> huddles;
+    for (size_t i = 0; i < size_t(row.people); ++i) {
+        huddles.push_back(std::make_unique<NativeHuddle>(media));
+        tarnWaitFor(huddles.back()->join(room, *team.members[i].api));
+    }
+    NativeHuddle &sender = *huddles[size_t(row.sender)];
+    const QString senderID = team.members[size_t(row.sender)].id;
+    std::vector<NativeHuddle *> receivers;
+    for (const auto &huddle : huddles) {
+        if (huddle.get() != &sender)
+            receivers.push_back(huddle.get());
+    }
+    const auto allHear = [&](const std::vector<qint64> &before) {
+        for (size_t i = 0; i < receivers.size(); ++i) {
+            if (receivers[i]->decodedAudioFrom(senderID) <= before[i] + 10)
+                return false;
+        }
+        return true;
+    };
+    const auto heard = [&] {
+        std::vector<qint64> now;
+        for (NativeHuddle *receiver : receivers)
+            now.push_back(receiver->decodedAudioFrom(senderID));
+        return now;
+    };
+    QVERIFY(waitUntil([&] { return allHear(std::vector<qint64>(receivers.size(), 0)); }));
+
+    // Turned on mid-call: the running connections are renegotiated, not replaced.
+    tarnWaitFor(row.screen ? sender.toggleScreen() : sender.toggleCamera());
+    QVERIFY(row.screen ? sender.screenOn() : sender.cameraOn());
+    const std::vector<qint64> audioBefore = heard();
+    for (NativeHuddle *receiver : receivers) {
+        QVERIFY(waitUntil([&] {
+            const std::optional<TarnHuddleParticipant> p = personIn(*receiver, senderID);
+            return p && (row.screen ? p->screen : p->video);
+        }));
+        const QString conn = personIn(*receiver, senderID)->conn;
+        NativeHuddleTrack *track = receiver->videoTrack(conn, row.screen);
+        QVERIFY(track);
+        QVERIFY2(waitUntil([&] { return track->frames() > 10; }), "no decoded video frames arrived");
+        QCOMPARE(track->frameSize(), row.size);
+        QCOMPARE(receiver->videoTrack(conn, !row.screen)->frames(), 0);
+        // The same connection carried on.
+        QCOMPARE(receiver->videoTrack(conn, row.screen), track);
+    }
+    // Its audio never stopped.
+    QVERIFY(allHear(audioBefore));
+
+    tarnWaitFor(row.screen ? sender.toggleScreen() : sender.toggleCamera());
+    for (NativeHuddle *receiver : receivers) {
+        QVERIFY(waitUntil([&] {
+            const std::optional<TarnHuddleParticipant> p = personIn(*receiver, senderID);
+            return p && !p->video && !p->screen;
+        }));
+    }
+    const std::vector<qint64> audioAfter = heard();
+    QVERIFY(waitUntil([&] { return allHear(audioAfter); }));
+    for (const auto &huddle : huddles)
+        tarnWaitFor(huddle->leave());
+}
+
 void TestHuddle::joiningElsewhereEndsThisHuddle()
 {
     NativeHuddle here(media);
@@ -191,6 +284,16 @@ void TestHuddle::withoutMicrophoneJoinsMuted()
     tarnWaitFor(silent.join(room, *team.members[0].api));
     QVERIFY(silent.muted());
     QCOMPARE(silent.notice(), u"No microphone is available, so you joined muted."_s);
+    // Nor a camera, nor a screen to capture: the huddle runs on without them.
+    if (NativeHuddleMedia::findCamera() == NativeHuddleMedia::Camera::Missing) {
+        tarnWaitFor(silent.toggleCamera());
+        QVERIFY(!silent.cameraOn() && !silent.cameraChanging());
+        QCOMPARE(silent.notice(), u"No camera is available."_s);
+    }
+    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
+        tarnWaitFor(silent.toggleScreen());
+        QVERIFY(!silent.screenOn() && silent.notice().startsWith("Screen sharing could not start: "_L1));
+    }
     tarnWaitFor(speaking.join(room, *team.members[1].api));
     QVERIFY(waitUntil([&] { return mutedIn(speaking, team.members[0].id); }));
     // Both connections are up: the silent side hears the other and sends silence.

@@ -48,6 +48,20 @@ HuddleCall joinedWithB(const QString &me)
     return call;
 }
 
+TarnHuddleSignalData withFragment(const QString &type, const QString &ufrag)
+{
+    return { .description = TarnHuddleDescription { type, u"v=0\r\na=ice-ufrag:"_s + ufrag + u"\r\n"_s } };
+}
+
+// What happens on a connection, from p-a (which offers to p-b) or p-c (which p-b offers to).
+enum class Event { TrackAdded, TrackAddedMidOffer, CameraMarked, OfferAgain, OfferFresh, BothReopen, PeerFailed };
+
+struct Renegotiation {
+    QString me;
+    Event event;
+    QList<Kind> commands;
+};
+
 QList<Kind> kinds(const QList<HuddleCommand> &commands)
 {
     QList<Kind> out;
@@ -69,6 +83,8 @@ QStringList added(const QList<HuddleCommand> &commands)
 
 } // namespace
 
+Q_DECLARE_METATYPE(Renegotiation)
+
 class TestHuddleCall : public QObject {
     Q_OBJECT
 
@@ -83,8 +99,9 @@ private slots:
     void notJoinedEndsTheHuddle();
     void statusFollowsThePolls();
     void peersFollowTheState();
-    void failedConnectionIsReopened_data();
-    void failedConnectionIsReopened();
+    void runningConnectionsRenegotiate_data();
+    void runningConnectionsRenegotiate();
+    void fragmentOfAnSdp();
 };
 
 void TestHuddleCall::whoOffers_data()
@@ -235,12 +252,18 @@ void TestHuddleCall::statusFollowsThePolls()
 void TestHuddleCall::peersFollowTheState()
 {
     HuddleCall call = joinedWithB(u"p-a"_s);
-    // p-b rejoined on a new connection and p-c arrived: p-b's peer is
-    // replaced and p-c gets one, offered to by p-a.
-    const QList<HuddleCommand> changed = call.apply(
-        stateWith({ person(u"p-a"_s, u"c-me"_s), person(u"p-b"_s, u"cb2"_s), person(u"p-c"_s, u"cc"_s) }, 2));
+    // p-b rejoined on a new connection and p-c arrived with camera and
+    // screen on: p-b's peer is replaced and p-c gets one, offered to by p-a
+    // with room for both of p-c's tracks in the first offer.
+    TarnHuddleParticipant c = person(u"p-c"_s, u"cc"_s);
+    c.video = c.screen = true;
+    const QList<HuddleCommand> changed
+        = call.apply(stateWith({ person(u"p-a"_s, u"c-me"_s), person(u"p-b"_s, u"cb2"_s), c }, 2));
     QCOMPARE(kinds(changed),
-        (QList<Kind> { Kind::ClosePeer, Kind::OpenPeer, Kind::MakeOffer, Kind::OpenPeer, Kind::MakeOffer }));
+        (QList<Kind> { Kind::ClosePeer, Kind::OpenPeer, Kind::MakeOffer, Kind::OpenPeer, Kind::Receive, Kind::Receive,
+            Kind::MakeOffer }));
+    QCOMPARE(changed[4].track, HuddleCommand::Track::Camera);
+    QCOMPARE(changed[5].track, HuddleCommand::Track::Screen);
     QCOMPARE(call.peer(u"p-b"_s)->conn, u"cb2"_s);
     const QList<HuddleCommand> left
         = call.apply(stateWith({ person(u"p-a"_s, u"c-me"_s), person(u"p-c"_s, u"cc"_s) }, 3));
@@ -248,24 +271,84 @@ void TestHuddleCall::peersFollowTheState()
     QCOMPARE(left.first().peer, u"p-b"_s);
 }
 
-void TestHuddleCall::failedConnectionIsReopened_data()
+void TestHuddleCall::runningConnectionsRenegotiate_data()
 {
-    QTest::addColumn<QString>("me");
-    QTest::addColumn<QList<Kind>>("commands");
-    QTest::addRow("offering side offers again")
-        << u"p-a"_s << QList<Kind> { Kind::ClosePeer, Kind::OpenPeer, Kind::MakeOffer };
-    QTest::addRow("answering side waits") << u"p-c"_s << QList<Kind> { Kind::ClosePeer, Kind::OpenPeer };
+    QTest::addColumn<Renegotiation>("row");
+    const QList<Kind> answerFresh { Kind::ClosePeer, Kind::OpenPeer, Kind::SetRemote, Kind::MakeAnswer };
+    const QList<Renegotiation> rows {
+        { u"p-a"_s, Event::TrackAdded, { Kind::MakeOffer } },
+        // One offer at a time: the next waits for the answer.
+        { u"p-a"_s, Event::TrackAddedMidOffer, { Kind::SetRemote, Kind::MakeOffer } },
+        // The answering side's marks make the offering side offer.
+        { u"p-c"_s, Event::TrackAdded, {} },
+        { u"p-a"_s, Event::CameraMarked, { Kind::Receive, Kind::MakeOffer } },
+        { u"p-c"_s, Event::CameraMarked, {} },
+        { u"p-c"_s, Event::OfferAgain, { Kind::SetRemote, Kind::MakeAnswer } },
+        { u"p-c"_s, Event::OfferFresh, answerFresh },
+        // The offering side's connection is gone on the other side.
+        { u"p-a"_s, Event::OfferFresh, answerFresh },
+        { u"p-a"_s, Event::BothReopen, {} },
+        { u"p-c"_s, Event::BothReopen, answerFresh },
+        // Whichever side sees a failure offers anew, so nobody waits on the other.
+        { u"p-a"_s, Event::PeerFailed, { Kind::ClosePeer, Kind::OpenPeer, Kind::MakeOffer } },
+        { u"p-c"_s, Event::PeerFailed, { Kind::ClosePeer, Kind::OpenPeer, Kind::MakeOffer } },
+    };
+    for (const Renegotiation &row : rows)
+        QTest::addRow("%s, event %d", qPrintable(row.me), int(row.event)) << row;
 }
 
-void TestHuddleCall::failedConnectionIsReopened()
+void TestHuddleCall::runningConnectionsRenegotiate()
 {
-    QFETCH(QString, me);
-    QFETCH(QList<Kind>, commands);
-    HuddleCall call = joinedWithB(me);
-    QCOMPARE(kinds(call.peerFailed(u"p-b"_s)), commands);
-    QCOMPARE(call.notice(), u"Audio connection to Name of p-b failed; retrying."_s);
-    QVERIFY(call.isRunning());
-    QVERIFY(call.peerFailed(u"p-gone"_s).isEmpty());
+    QFETCH(Renegotiation, row);
+    HuddleCall call = joinedWithB(row.me);
+    const bool offering = row.me == u"p-a"_s;
+    const QString settled = offering ? u"answer"_s : u"offer"_s;
+    const auto connected = [&] { (void)call.handle({ signal(1, settled, withFragment(settled, u"u1"_s)) }); };
+    QList<HuddleCommand> out;
+    switch (row.event) {
+    case Event::TrackAdded:
+        connected();
+        out = call.trackAdded(u"p-b"_s);
+        break;
+    case Event::TrackAddedMidOffer:
+        QVERIFY(call.trackAdded(u"p-b"_s).isEmpty());
+        out = call.handle({ signal(1, settled, withFragment(settled, u"u1"_s)) });
+        break;
+    case Event::CameraMarked: {
+        connected();
+        TarnHuddleParticipant b = person(u"p-b"_s, u"cb"_s);
+        b.video = true;
+        out = call.apply(stateWith({ person(row.me, u"c-me"_s), b }, 2));
+        // Room is made once.
+        QVERIFY(call.apply(stateWith({ person(row.me, u"c-me"_s), b }, 3)).isEmpty());
+        break;
+    }
+    case Event::OfferAgain:
+    case Event::OfferFresh:
+        connected();
+        out = call.handle(
+            { signal(2, u"offer"_s, withFragment(u"offer"_s, row.event == Event::OfferAgain ? u"u1"_s : u"u2"_s)) });
+        break;
+    case Event::BothReopen:
+        connected();
+        (void)call.peerFailed(u"p-b"_s);
+        out = call.handle({ signal(2, u"offer"_s, withFragment(u"offer"_s, u"u2"_s)) });
+        break;
+    case Event::PeerFailed:
+        connected();
+        out = call.peerFailed(u"p-b"_s);
+        QCOMPARE(call.notice(), u"Audio connection to Name of p-b failed; retrying."_s);
+        break;
+    }
+    QCOMPARE(kinds(out), row.commands);
+    QVERIFY(call.peer(u"p-b"_s));
+}
+
+void TestHuddleCall::fragmentOfAnSdp()
+{
+    QCOMPARE(HuddleCall::iceUfrag(u"v=0\r\nm=audio 9\r\na=ice-ufrag:Ab+/9\r\na=ice-pwd:x\r\n"_s), u"Ab+/9"_s);
+    QCOMPARE(HuddleCall::iceUfrag(u"v=0\na=ice-ufrag:last"_s), u"last"_s);
+    QVERIFY(HuddleCall::iceUfrag(u"v=0\r\n"_s).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestHuddleCall)
