@@ -8,6 +8,7 @@
 #include "workspace/WorkspaceTokens.h"
 #include "workspace/routes/AgentRoutes.h"
 #include "workspace/routes/BooksRoutes.h"
+#include "workspace/routes/CallRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
 #include "workspace/routes/GifRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
@@ -140,6 +141,8 @@ bool WorkspaceServer::start(QString *error)
     // After the terminal: the books link to its invoices and payments.
     BooksRoutes::add(*this);
     InboxRoutes::add(*this);
+    // After the inbox, whose demo customers the calls name.
+    CallRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;
