@@ -6,6 +6,7 @@ import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
 import PiloTarn.Inbox
+import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
 
@@ -21,6 +22,7 @@ ApplicationWindow {
     required property NativeChatView chat
     required property NativeHuddleView huddle
     required property NativeInboxView inbox
+    required property NativeCallsView calls
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
@@ -78,6 +80,7 @@ ApplicationWindow {
         chat: window.chat
         huddle: window.huddle
         inbox: window.inbox
+        calls: window.calls
         mail: window.mail
         books: window.books
         payments: window.payments

@@ -20,9 +20,9 @@ NativeCallPlayer::NativeCallPlayer(QObject *parent)
     m_player->setAudioOutput(m_output);
     connect(m_player, &QMediaPlayer::mediaStatusChanged, this, &NativeCallPlayer::followStatus);
     connect(m_player, &QMediaPlayer::durationChanged, this, [this](qint64 ms) {
-        if (m_duration == ms)
+        if (m_duration == int(ms))
             return;
-        m_duration = ms;
+        m_duration = int(ms);
         Q_EMIT durationChanged();
     });
     connect(m_player, &QMediaPlayer::positionChanged, this, &NativeCallPlayer::setPosition);
@@ -121,11 +121,11 @@ void NativeCallPlayer::toggle()
     m_playing ? pause() : play();
 }
 
-void NativeCallPlayer::seek(qint64 ms)
+void NativeCallPlayer::seek(int ms)
 {
     if (m_callId.isEmpty())
         return;
-    const qint64 to = std::clamp<qint64>(ms, 0, std::max<qint64>(m_duration, 0));
+    const int to = std::clamp(ms, 0, std::max(m_duration, 0));
     setPosition(to);
     m_player->setPosition(to);
 }
@@ -147,9 +147,9 @@ void NativeCallPlayer::followStatus()
 
 void NativeCallPlayer::setPosition(qint64 ms)
 {
-    if (m_position == ms)
+    if (m_position == int(ms))
         return;
-    m_position = ms;
+    m_position = int(ms);
     Q_EMIT positionChanged();
 }
 

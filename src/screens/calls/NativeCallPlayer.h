@@ -24,8 +24,8 @@ class NativeCallPlayer : public QObject {
     Q_PROPERTY(QString callId READ callId NOTIFY sourceChanged)
     Q_PROPERTY(bool ready READ ready NOTIFY stateChanged)
     Q_PROPERTY(bool playing READ playing NOTIFY stateChanged)
-    Q_PROPERTY(qint64 position READ position NOTIFY positionChanged)
-    Q_PROPERTY(qint64 duration READ duration NOTIFY durationChanged)
+    Q_PROPERTY(int position READ position NOTIFY positionChanged)
+    Q_PROPERTY(int duration READ duration NOTIFY durationChanged)
     Q_PROPERTY(QString positionLabel READ positionLabel NOTIFY positionChanged)
     Q_PROPERTY(QString durationLabel READ durationLabel NOTIFY durationChanged)
     Q_PROPERTY(double speed READ speed WRITE setSpeed NOTIFY speedChanged)
@@ -42,8 +42,8 @@ public:
     [[nodiscard]] QString callId() const { return m_callId; }
     [[nodiscard]] bool ready() const { return m_ready; }
     [[nodiscard]] bool playing() const { return m_playing; }
-    [[nodiscard]] qint64 position() const { return m_position; }
-    [[nodiscard]] qint64 duration() const { return m_duration; }
+    [[nodiscard]] int position() const { return m_position; }
+    [[nodiscard]] int duration() const { return m_duration; }
     [[nodiscard]] QString positionLabel() const;
     [[nodiscard]] QString durationLabel() const;
     [[nodiscard]] double speed() const { return m_speed; }
@@ -60,8 +60,9 @@ public:
     Q_INVOKABLE void play();
     Q_INVOKABLE void pause();
     Q_INVOKABLE void toggle();
-    // Milliseconds, kept within the recording.
-    Q_INVOKABLE void seek(qint64 ms);
+    // Milliseconds (a recording is far shorter than int can count), kept
+    // within the recording.
+    Q_INVOKABLE void seek(int ms);
 
 Q_SIGNALS:
     void sourceChanged();
@@ -82,8 +83,8 @@ private:
     QString m_callId;
     bool m_ready = false;
     bool m_playing = false;
-    qint64 m_position = 0;
-    qint64 m_duration = 0;
+    int m_position = 0;
+    int m_duration = 0;
     double m_speed = 1.0;
     QString m_error;
 };

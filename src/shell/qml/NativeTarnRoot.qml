@@ -5,6 +5,7 @@ import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
 import PiloTarn.Inbox
+import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
 
@@ -21,6 +22,7 @@ Item {
     required property NativeChatView chat
     required property NativeHuddleView huddle
     required property NativeInboxView inbox
+    required property NativeCallsView calls
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
@@ -76,6 +78,7 @@ Item {
             chat: shell.chat
             huddle: shell.huddle
             inbox: shell.inbox
+            calls: shell.calls
             mail: shell.mail
             books: shell.books
             payments: shell.payments

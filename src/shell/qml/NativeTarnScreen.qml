@@ -6,6 +6,7 @@ import PiloTarn.Design
 import PiloTarn.Assistant
 import PiloTarn.Chat
 import PiloTarn.Inbox
+import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
 
@@ -22,6 +23,7 @@ Pane {
     required property NativeChatView chat
     required property NativeHuddleView huddle
     required property NativeInboxView inbox
+    required property NativeCallsView calls
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
@@ -57,6 +59,10 @@ Pane {
     readonly property bool showsInbox: navigation.destination.screenName === "calls"
                                        && navigation.destination.resolvedSection === "Inbox"
     readonly property bool showsMail: navigation.destination.screenName === "mail"
+    readonly property string callsSection: navigation.destination.screenName === "calls"
+                                           && navigation.destination.resolvedSection !== "Inbox"
+                                           ? navigation.destination.resolvedSection : ""
+    readonly property bool showsCalls: callsSection.length > 0
 
     padding: 0
     background: null
@@ -217,9 +223,27 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            id: callsLoader
+            objectName: "callsScreen"
+            active: screen.showsCalls
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Calls/qml/CallsScreen.qml",
+                                             { calls: screen.calls, section: screen.callsSection })
+            Binding {
+                target: callsLoader.item
+                property: "section"
+                value: screen.callsSection
+                when: callsLoader.status === Loader.Ready && screen.showsCalls
+            }
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
+                     && !screen.showsCalls
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true
