@@ -149,6 +149,9 @@ QVariantMap NativeCallsView::openLead() const
 void NativeCallsView::appear()
 {
     refreshLoop(++m_generation);
+    // A call placed before the screen was left is followed again.
+    if (m_placed && m_placed->status != "ended"_L1)
+        followPlaced(m_placed->id, m_generation);
 }
 
 void NativeCallsView::disappear()
