@@ -5,6 +5,7 @@
 
 #include <QAudioDecoder>
 #include <QDir>
+#include <QJsonObject>
 #include <QSignalSpy>
 #include <QTemporaryFile>
 #include <QTest>
@@ -38,6 +39,7 @@ private slots:
     void leads();
     void cellEdits_data();
     void cellEdits();
+    void staleEditAnswersWithTheCurrentCall();
     void placingRefusals_data();
     void placingRefusals();
     void recordingDecodes();
@@ -141,6 +143,27 @@ void TestCallCalls::cellEdits()
         after.version };
     if (row.column != "notes"_L1)
         (void)tarnWaitFor(TarnCallCalls::saveCallCell(client.as(maren), before.id, back));
+}
+
+void TestCallCalls::staleEditAnswersWithTheCurrentCall()
+{
+    const TarnCall before = firstCall([](const TarnCall &c) { return c.client_id == u"c-marlow"_s; });
+    QVERIFY(!before.id.isEmpty());
+    const TarnCall theirs = tarnWaitFor(TarnCallCalls::saveCallCell(
+        client.as(maren), before.id, TarnCallCell { u"outcome"_s, u"busy"_s, before.version }));
+
+    // As another client would send it: the refusal carries the call as it now is.
+    const QString token = client.workspace->signIn(u"tomas@halvard.example"_s);
+    const TestWorkspace::Headers csrf { { "X-CSRF-Token",
+        client.workspace->session(token).value("csrf"_L1).toString().toLatin1() } };
+    const TestWorkspace::Answer answer = client.workspace->send("PATCH", u"api/calls/"_s + before.id, token,
+        QJsonObject { { u"version"_s, before.version }, { u"notes"_s, u"Mine"_s } }, csrf);
+    QCOMPARE(answer.status, 409);
+    const QJsonObject current = answer.json().value("call"_L1).toObject();
+    QCOMPARE(current.value("version"_L1).toInteger(), theirs.version);
+    QCOMPARE(current.value("outcome"_L1).toString(), u"busy"_s);
+    QCOMPARE(current.value("notes"_L1).toString(), before.notes);
+    QVERIFY(answer.json().value("error"_L1).toString().startsWith(u"Maren Holt changed this call"_s));
 }
 
 void TestCallCalls::placingRefusals_data()
