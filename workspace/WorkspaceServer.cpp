@@ -8,6 +8,7 @@
 #include "workspace/WorkspaceTokens.h"
 #include "workspace/routes/AgentRoutes.h"
 #include "workspace/routes/BooksRoutes.h"
+#include "workspace/routes/CallRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
 #include "workspace/routes/CustomerRoutes.h"
 #include "workspace/routes/GifRoutes.h"
@@ -144,6 +145,8 @@ bool WorkspaceServer::start(QString *error)
     // After the inbox: the register extends the customers it planted.
     if (!CustomerRoutes::add(*this, error))
         return false;
+    // After the inbox, whose demo customers the calls name.
+    CallRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

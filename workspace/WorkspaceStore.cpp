@@ -143,6 +143,19 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS inbox_notifications ("
     " entry_id TEXT NOT NULL REFERENCES inbox_entries(id), person_id TEXT NOT NULL REFERENCES people(id),"
     " reason TEXT NOT NULL, dismissed INTEGER NOT NULL DEFAULT 0, PRIMARY KEY (entry_id, person_id))",
+    // The call book: `started_at` and `ring_ms` in milliseconds, `duration`
+    // in seconds of talk; `edited_by` is who changed a cell last.
+    "CREATE TABLE IF NOT EXISTS calls_book ("
+    " id TEXT PRIMARY KEY, direction TEXT NOT NULL, client_id TEXT REFERENCES clients(id),"
+    " person_id TEXT NOT NULL REFERENCES people(id), number TEXT NOT NULL, started_at INTEGER NOT NULL,"
+    " ring_ms INTEGER NOT NULL DEFAULT 0, duration INTEGER NOT NULL, outcome TEXT NOT NULL,"
+    " notes TEXT NOT NULL DEFAULT '', mode TEXT, recorded INTEGER NOT NULL DEFAULT 0,"
+    " version INTEGER NOT NULL DEFAULT 1, edited_by TEXT REFERENCES people(id))",
+    // A sales lead's details beside its `clients` row on the "leads" board;
+    // `estimate` in cents.
+    "CREATE TABLE IF NOT EXISTS calls_leads ("
+    " client_id TEXT PRIMARY KEY REFERENCES clients(id), status TEXT NOT NULL, source TEXT NOT NULL,"
+    " interest TEXT NOT NULL, owner_id TEXT REFERENCES people(id), estimate INTEGER NOT NULL DEFAULT 0)",
 };
 
 WorkspacePerson personFrom(const QSqlQuery &q)

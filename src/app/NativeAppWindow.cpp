@@ -71,6 +71,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_payments(m_api)
     , m_customers(m_api)
     , m_customerSearch(m_api, m_search)
+    , m_calls(m_api, preferences)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -92,6 +93,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_books.clear();
             m_payments.clear();
             m_customers.clear();
+            m_calls.clear();
         }
     });
     m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
@@ -157,6 +159,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"books"_s, QVariant::fromValue(&m_books) },
         { u"payments"_s, QVariant::fromValue(&m_payments) },
         { u"customers"_s, QVariant::fromValue(&m_customers) },
+        { u"calls"_s, QVariant::fromValue(&m_calls) },
         { u"gallery"_s, content == Content::Gallery },
     });
     // Mail images come only from the open thread: the proxy or its attachments.

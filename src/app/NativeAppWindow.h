@@ -15,6 +15,7 @@
 #include "money/NativePaymentsView.h"
 #include "screens/customers/NativeCustomerSearchFeed.h"
 #include "screens/customers/NativeCustomersView.h"
+#include "screens/calls/NativeCallsView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
@@ -64,6 +65,7 @@ public:
     [[nodiscard]] NativeBooksView &books() { return m_books; }
     [[nodiscard]] NativePaymentsView &payments() { return m_payments; }
     [[nodiscard]] NativeCustomersView &customers() { return m_customers; }
+    [[nodiscard]] NativeCallsView &calls() { return m_calls; }
 
 private:
     TarnAPI m_api;
@@ -86,6 +88,7 @@ private:
     NativePaymentsView m_payments;
     NativeCustomersView m_customers;
     NativeCustomerSearchFeed m_customerSearch;
+    NativeCallsView m_calls;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -47,6 +47,7 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "inbox"_L1, TarnScreen::calls, "Inbox"_L1 },
         { "customers"_L1, TarnScreen::sales, "Customers"_L1 },
         { "pipeline"_L1, TarnScreen::sales, "Pipeline"_L1 },
+        { "recordings"_L1, TarnScreen::calls, "Recordings"_L1 },
         { "assistant"_L1, TarnScreen::agent, "New chat"_L1 },
         { "calendar"_L1, TarnScreen::schedule, "Calendar"_L1 },
         { "agent-history"_L1, TarnScreen::agent, "History"_L1 },

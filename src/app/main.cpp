@@ -164,6 +164,22 @@ int main(int argc, char **argv)
                     inbox.selectThread(inbox.threads()->rows().constFirst().id);
                 capture->recheck();
             });
+        } else if (shown && shown->screen == TarnScreen::calls) {
+            // The call book once its first load is in; the recordings with
+            // the newest one loaded into the player.
+            NativeCallsView &calls = app.calls();
+            const bool recordings = shown->section == "Recordings"_L1;
+            capture->setReady(
+                [&calls, recordings] { return calls.loaded() && (!recordings || calls.player()->ready()); });
+            QObject::connect(&calls, &NativeCallsView::busyChanged, capture.get(), [&capture, &calls, recordings] {
+                if (recordings && calls.loaded() && calls.player()->callId().isEmpty()
+                    && calls.recordings()->rowCount() > 0) {
+                    calls.playRecording(calls.recordings()->rows().constFirst().id);
+                }
+                capture->recheck();
+            });
+            QObject::connect(
+                calls.player(), &NativeCallPlayer::stateChanged, capture.get(), [&capture] { capture->recheck(); });
         } else if (shown && shown->screen == TarnScreen::mail) {
             // The shot shows the first conversation open, its messages drawn.
             NativeMailView &mail = app.mail();

@@ -7,6 +7,7 @@ import PiloTarn.Assistant
 import PiloTarn.Chat
 import PiloTarn.Inbox
 import PiloTarn.Customers
+import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
 
@@ -23,6 +24,7 @@ ApplicationWindow {
     required property NativeHuddleView huddle
     required property NativeInboxView inbox
     required property NativeCustomersView customers
+    required property NativeCallsView calls
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
@@ -81,6 +83,7 @@ ApplicationWindow {
         huddle: window.huddle
         inbox: window.inbox
         customers: window.customers
+        calls: window.calls
         mail: window.mail
         books: window.books
         payments: window.payments

@@ -95,6 +95,13 @@ constexpr Symbol symbolRows[] {
     { "pencil"_L1, "edit"_L1, 0xe3c9 },
     { "face.smiling"_L1, "mood"_L1, 0xe7f2 },
     { "bookmark"_L1, "bookmark_border"_L1, 0xe867 },
+    { "play.fill"_L1, "play_arrow"_L1, 0xe037 },
+    { "pause.fill"_L1, "pause"_L1, 0xe034 },
+    { "phone.arrow.down.left"_L1, "call_received"_L1, 0xe0b5 },
+    { "phone.arrow.up.right"_L1, "call_made"_L1, 0xe0b2 },
+    { "phone.down"_L1, "phone_missed"_L1, 0xe61f },
+    { "phone.connection"_L1, "phone_in_talk"_L1, 0xe61d },
+    { "circle.grid.3x3"_L1, "dialpad"_L1, 0xe0bc },
 };
 
 } // namespace

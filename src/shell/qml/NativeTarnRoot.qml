@@ -6,6 +6,7 @@ import PiloTarn.Assistant
 import PiloTarn.Chat
 import PiloTarn.Inbox
 import PiloTarn.Customers
+import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
 
@@ -23,6 +24,7 @@ Item {
     required property NativeHuddleView huddle
     required property NativeInboxView inbox
     required property NativeCustomersView customers
+    required property NativeCallsView calls
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
@@ -79,6 +81,7 @@ Item {
             huddle: shell.huddle
             inbox: shell.inbox
             customers: shell.customers
+            calls: shell.calls
             mail: shell.mail
             books: shell.books
             payments: shell.payments

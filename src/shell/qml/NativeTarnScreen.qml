@@ -7,6 +7,7 @@ import PiloTarn.Assistant
 import PiloTarn.Chat
 import PiloTarn.Inbox
 import PiloTarn.Customers
+import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
 
@@ -24,6 +25,7 @@ Pane {
     required property NativeHuddleView huddle
     required property NativeInboxView inbox
     required property NativeCustomersView customers
+    required property NativeCallsView calls
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
@@ -62,6 +64,10 @@ Pane {
     readonly property bool showsCustomers: navigation.destination.screenName === "sales"
                                            && (navigation.destination.resolvedSection === "Customers"
                                                || navigation.destination.resolvedSection === "Pipeline")
+    readonly property string callsSection: navigation.destination.screenName === "calls"
+                                           && navigation.destination.resolvedSection !== "Inbox"
+                                           ? navigation.destination.resolvedSection : ""
+    readonly property bool showsCalls: callsSection.length > 0
 
     padding: 0
     background: null
@@ -239,10 +245,28 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            id: callsLoader
+            objectName: "callsScreen"
+            active: screen.showsCalls
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Calls/qml/CallsScreen.qml",
+                                             { calls: screen.calls, section: screen.callsSection })
+            Binding {
+                target: callsLoader.item
+                property: "section"
+                value: screen.callsSection
+                when: callsLoader.status === Loader.Ready && screen.showsCalls
+            }
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
                      && !screen.showsCustomers
+                     && !screen.showsCalls
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true
