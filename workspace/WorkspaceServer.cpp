@@ -17,6 +17,7 @@
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
+#include "workspace/routes/SupportRoutes.h"
 #include "workspace/routes/TeamRoutes.h"
 #include "workspace/routes/TestRoutes.h"
 
@@ -140,6 +141,7 @@ bool WorkspaceServer::start(QString *error)
     // After the terminal: the books link to its invoices and payments.
     BooksRoutes::add(*this);
     InboxRoutes::add(*this);
+    SupportRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;
