@@ -1,5 +1,6 @@
 #include "screens/support/TarnSupportCalls.h"
 
+#include "screens/support/SupportBoardRules.h"
 #include "service/TarnAPI.h"
 
 using namespace Qt::StringLiterals;
@@ -55,7 +56,7 @@ QCoro::Task<TarnCreatedID> attachSupportFile(TarnAPI &api, const QString &task, 
 
 QCoro::Task<QByteArray> downloadSupportFile(TarnAPI &api, const QString &file)
 {
-    return api.downloadFile(TarnPath(u"/api/support/files"_s).id(file), fileLimit);
+    return api.downloadFile(TarnPath(u"/api/support/files"_s).id(file), SupportBoardRules::fileLimit);
 }
 
 QCoro::Task<TarnSupportTimerState> trackSupportTime(TarnAPI &api, const QString &task, const QString &action)

@@ -21,9 +21,6 @@ class TarnAPI;
 // stale one is refused with the task's state now in the message.
 namespace TarnSupportCalls {
 
-// The largest file a task takes; larger ones are refused before sending.
-inline constexpr qint64 fileLimit = 5 * 1024 * 1024;
-
 QCoro::Task<TarnSupportBoard> supportBoard(TarnAPI &api);
 QCoro::Task<TarnSupportTask> supportTask(TarnAPI &api, const QString &id);
 QCoro::Task<TarnCreatedID> createSupportTask(TarnAPI &api, const TarnSupportTaskDraft &draft);
@@ -31,7 +28,7 @@ QCoro::Task<TarnSupportTaskSummary> updateSupportTask(
     TarnAPI &api, const QString &id, const TarnSupportTaskUpdate &update);
 QCoro::Task<TarnCreatedID> createSupportSubtask(TarnAPI &api, const QString &task, const QString &title);
 QCoro::Task<TarnCreatedID> addSupportTaskComment(TarnAPI &api, const QString &task, const QString &body);
-// `upload.data` is base64; check the size against fileLimit first.
+// `upload.data` is base64; SupportBoardRules::fileRefusal is asked first.
 QCoro::Task<TarnCreatedID> attachSupportFile(TarnAPI &api, const QString &task, const TarnSupportUpload &upload);
 QCoro::Task<QByteArray> downloadSupportFile(TarnAPI &api, const QString &file);
 // `action` is "start" or "stop".

@@ -1,5 +1,6 @@
 #include "TarnWaitFor.h"
 #include "inbox/InboxTestClient.h"
+#include "screens/support/SupportBoardRules.h"
 #include "screens/support/TarnSupportCalls.h"
 #include "service/TarnAPI.h"
 #include "support/FailureOf.h"
@@ -317,7 +318,7 @@ void TestSupportCalls::filesUpAndDown()
     QCOMPARE(detail.files.first().size, bytes.size());
 
     // The service keeps the limit too, naming the file.
-    const QByteArray large(TarnSupportCalls::fileLimit + 1, 'y');
+    const QByteArray large(SupportBoardRules::fileLimit + 1, 'y');
     QCOMPARE(failureOf(TarnSupportCalls::attachSupportFile(
                  api, task, { .name = u"huge.bin"_s, .data = QString::fromLatin1(large.toBase64()) })),
         u"“huge.bin” is larger than 5 MB, the most a task's file may be."_s);
