@@ -15,8 +15,8 @@ QList<TarnSupportTaskSummary> board(int count)
     const QStringList subjects { u"Printer drops off the network"_s, u"Reset the reception tablet"_s,
         u"Portal login loops"_s, u"Replace the switch"_s, u"Back up the server"_s, u"Mail moves to the new domain"_s,
         u"Card reader firmware"_s, u"Wi-Fi drops during uploads"_s, u"Kiosk freezes"_s, u"Renew the licence"_s };
-    const QStringList clients { u"Brightwater Dental"_s, u"Oakline Studio"_s, u"Fernhill Bakery"_s,
-        u"Marlow & Sons"_s, u"Tidewater Yoga"_s, u"Harbor Vet Clinic"_s, u"Quill & Ink"_s, u"Northfield Gym"_s };
+    const QStringList clients { u"Brightwater Dental"_s, u"Oakline Studio"_s, u"Fernhill Bakery"_s, u"Marlow & Sons"_s,
+        u"Tidewater Yoga"_s, u"Harbor Vet Clinic"_s, u"Quill & Ink"_s, u"Northfield Gym"_s };
     const QStringList people { u"Maren Holt"_s, u"Tomas Reyes"_s, u"Priya Nair"_s, u"Jonah Whitfield"_s };
     const QDate start(2026, 3, 1);
     QList<TarnSupportTaskSummary> tasks;

@@ -118,8 +118,8 @@ TarnSupportFilters merged(const TarnSupportFilters &base, const TarnSupportFilte
 
 bool matches(const TarnSupportTaskSummary &task, const TarnSupportFilters &filters, const QDate &today)
 {
-    return matchesWith(task, filters, today.toString(Qt::ISODate), today.addDays(6).toString(Qt::ISODate),
-        wordsOf(filters));
+    return matchesWith(
+        task, filters, today.toString(Qt::ISODate), today.addDays(6).toString(Qt::ISODate), wordsOf(filters));
 }
 
 QList<Column> columns(

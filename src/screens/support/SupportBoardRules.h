@@ -46,8 +46,8 @@ struct Column {
 // One column per status, each holding the matching cards: by due day (none
 // last), then the most pressing first, then by title; with `byClient`, by
 // customer first (none last).
-[[nodiscard]] QList<Column> columns(const QList<TarnSupportTaskSummary> &tasks, const TarnSupportFilters &filters,
-    const QDate &today, bool byClient);
+[[nodiscard]] QList<Column> columns(
+    const QList<TarnSupportTaskSummary> &tasks, const TarnSupportFilters &filters, const QDate &today, bool byClient);
 
 // The refusal of a file too large for a task, naming it; none when it fits.
 [[nodiscard]] std::optional<QString> fileRefusal(const QString &name, qint64 bytes);

@@ -32,14 +32,14 @@ QString status(const QString &status)
 
 QString priority(const QString &priority)
 {
-    return titleOf(priority, { u"low"_s, u"normal"_s, u"high"_s, u"urgent"_s },
-        { u"Low"_s, u"Normal"_s, u"High"_s, u"Urgent"_s });
+    return titleOf(
+        priority, { u"low"_s, u"normal"_s, u"high"_s, u"urgent"_s }, { u"Low"_s, u"Normal"_s, u"High"_s, u"Urgent"_s });
 }
 
 QString every(const QString &every)
 {
-    return titleOf(every, { u"week"_s, u"month"_s, u"quarter"_s },
-        { u"Every week"_s, u"Every month"_s, u"Every quarter"_s });
+    return titleOf(
+        every, { u"week"_s, u"month"_s, u"quarter"_s }, { u"Every week"_s, u"Every month"_s, u"Every quarter"_s });
 }
 
 QString due(const QString &day, const QDate &today, bool done)
