@@ -18,6 +18,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_ChatPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_InboxPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MailPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_SupportPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -68,6 +69,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_mail(m_api)
     , m_books(m_api)
     , m_payments(m_api)
+    , m_support(m_api, preferences)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -88,6 +90,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_mail.clear();
             m_books.clear();
             m_payments.clear();
+            m_support.clear();
         }
     });
     m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
@@ -143,6 +146,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"mail"_s, QVariant::fromValue(&m_mail) },
         { u"books"_s, QVariant::fromValue(&m_books) },
         { u"payments"_s, QVariant::fromValue(&m_payments) },
+        { u"support"_s, QVariant::fromValue(&m_support) },
         { u"gallery"_s, content == Content::Gallery },
     });
     // Mail images come only from the open thread: the proxy or its attachments.

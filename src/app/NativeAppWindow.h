@@ -13,6 +13,7 @@
 #include "mail/NativeMailView.h"
 #include "money/NativeBooksView.h"
 #include "money/NativePaymentsView.h"
+#include "screens/support/NativeSupportView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
@@ -61,6 +62,7 @@ public:
     [[nodiscard]] NativeMailView &mail() { return m_mail; }
     [[nodiscard]] NativeBooksView &books() { return m_books; }
     [[nodiscard]] NativePaymentsView &payments() { return m_payments; }
+    [[nodiscard]] NativeSupportView &support() { return m_support; }
 
 private:
     TarnAPI m_api;
@@ -81,6 +83,7 @@ private:
     NativeMailView m_mail;
     NativeBooksView m_books;
     NativePaymentsView m_payments;
+    NativeSupportView m_support;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

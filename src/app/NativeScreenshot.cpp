@@ -45,6 +45,8 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "books-reports"_L1, TarnScreen::documents, "Reports"_L1 },
         { "books-banking"_L1, TarnScreen::documents, "Bank feed"_L1 },
         { "inbox"_L1, TarnScreen::calls, "Inbox"_L1 },
+        { "support-recurring"_L1, TarnScreen::support, "Recurring"_L1 },
+        { "support-time"_L1, TarnScreen::support, "Time"_L1 },
         { "assistant"_L1, TarnScreen::agent, "New chat"_L1 },
         { "calendar"_L1, TarnScreen::schedule, "Calendar"_L1 },
         { "agent-history"_L1, TarnScreen::agent, "History"_L1 },

@@ -2,6 +2,8 @@
 
 #include "screens/support/SupportLabels.h"
 
+#include <QStringList>
+
 using Row = SupportCard;
 
 NativeSupportCardModel::NativeSupportCardModel(QObject *parent)
@@ -15,6 +17,15 @@ NativeSupportCardModel::NativeSupportCardModel(QObject *parent)
             { "client", [](const Row &r) { return r.task.client_name.value_or(QString()); } },
             { "clientId", [](const Row &r) { return r.task.client_id.value_or(QString()); } },
             { "assignee", [](const Row &r) { return r.task.assignee_name.value_or(QString()); } },
+            { "people",
+                [](const Row &r) {
+                    QStringList parts;
+                    if (r.task.client_name)
+                        parts.append(*r.task.client_name);
+                    if (r.task.assignee_name)
+                        parts.append(*r.task.assignee_name);
+                    return parts.join(QStringLiteral(" · "));
+                } },
             { "due", [](const Row &r) { return r.dueLabel; } },
             { "overdue", [](const Row &r) { return r.overdue; } },
             { "subtasks",
@@ -30,7 +41,6 @@ NativeSupportCardModel::NativeSupportCardModel(QObject *parent)
                 } },
             { "recurring", [](const Row &r) { return r.task.recurring_id.has_value(); } },
             { "timing", [](const Row &r) { return r.timing; } },
-            { "firstOfClient", [](const Row &r) { return r.firstOfClient; } },
         },
         parent)
 {

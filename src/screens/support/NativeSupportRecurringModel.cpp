@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QLocale>
+#include <QStringList>
 
 using Row = TarnSupportRecurring;
 
@@ -12,15 +13,21 @@ NativeSupportRecurringModel::NativeSupportRecurringModel(QObject *parent)
         {
             { "ruleId", [](const Row &r) { return r.id; } },
             { "title", [](const Row &r) { return r.title; } },
-            { "client", [](const Row &r) { return r.client_name.value_or(QString()); } },
-            { "assignee", [](const Row &r) { return r.assignee_name.value_or(QString()); } },
-            { "every", [](const Row &r) { return SupportLabels::every(r.every); } },
+            { "summary",
+                [](const Row &r) {
+                    QStringList parts { SupportLabels::every(r.every) };
+                    if (r.client_name)
+                        parts.append(*r.client_name);
+                    if (r.assignee_name)
+                        parts.append(*r.assignee_name);
+                    return parts.join(QStringLiteral(" · "));
+                } },
             { "nextDue",
                 [](const Row &r) {
-                    return r.next_due ? QLocale(QLocale::English)
-                                            .toString(QDate::fromString(*r.next_due, Qt::ISODate),
-                                                QStringLiteral("ddd d MMM"))
-                                      : QString();
+                    return r.next_due
+                        ? QLocale(QLocale::English)
+                              .toString(QDate::fromString(*r.next_due, Qt::ISODate), QStringLiteral("ddd d MMM"))
+                        : QString();
                 } },
             { "active", [](const Row &r) { return r.active; } },
         },

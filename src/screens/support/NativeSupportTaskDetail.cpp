@@ -158,9 +158,7 @@ void NativeSupportTaskDetail::update(TarnSupportTaskUpdate update)
         return;
     update.version = m_task->task.version;
     const QString id = m_id;
-    change([this, id, update]() -> QCoro::Task<> {
-        co_await TarnSupportCalls::updateSupportTask(m_api, id, update);
-    });
+    change([this, id, update]() -> QCoro::Task<> { co_await TarnSupportCalls::updateSupportTask(m_api, id, update); });
 }
 
 void NativeSupportTaskDetail::edit(const QString &field, const QString &value)
@@ -204,8 +202,7 @@ void NativeSupportTaskDetail::setSubtaskDone(const QString &id, bool done)
     for (const SupportCard &subtask : m_subtasks->rows()) {
         if (subtask.task.id != id)
             continue;
-        const TarnSupportTaskUpdate move { .version = subtask.task.version,
-            .status = done ? u"done"_s : u"todo"_s };
+        const TarnSupportTaskUpdate move { .version = subtask.task.version, .status = done ? u"done"_s : u"todo"_s };
         change([this, id, move]() -> QCoro::Task<> { co_await TarnSupportCalls::updateSupportTask(m_api, id, move); });
         return;
     }
@@ -235,7 +232,8 @@ void NativeSupportTaskDetail::attachFile(const QUrl &file)
         setError(u"“%1” could not be read."_s.arg(info.fileName()));
         return;
     }
-    const TarnSupportUpload upload { .name = info.fileName(), .data = QString::fromLatin1(source.readAll().toBase64()) };
+    const TarnSupportUpload upload { .name = info.fileName(),
+        .data = QString::fromLatin1(source.readAll().toBase64()) };
     const QString id = m_id;
     change([this, id, upload]() -> QCoro::Task<> { co_await TarnSupportCalls::attachSupportFile(m_api, id, upload); });
 }

@@ -41,7 +41,8 @@ NativeSupportView::NativeSupportView(TarnAPI &api, QSettings &preferences, Clock
     , m_preferences(preferences)
     , m_clock(std::move(clock))
     , m_views(new NativeSupportViewModel(this))
-    , m_task(new NativeSupportTaskDetail(api, [this] { return m_clock().date(); }, this))
+    , m_task(new NativeSupportTaskDetail(
+          api, [this] { return m_clock().date(); }, this))
     , m_recurring(new NativeSupportRecurringModel(this))
     , m_time(new NativeSupportTimeModel(this))
     , m_clientNotes(new NativeSupportNoteModel(this))
@@ -51,8 +52,7 @@ NativeSupportView::NativeSupportView(TarnAPI &api, QSettings &preferences, Clock
         m_columns.append(new NativeSupportCardModel(this));
     m_defaultViewId = m_preferences.value(defaultViewKey, allView).toString();
     m_viewId = m_preferences.value(viewKey, m_defaultViewId).toString();
-    const QJsonObject config
-        = QJsonDocument::fromJson(m_preferences.value(configKey).toString().toUtf8()).object();
+    const QJsonObject config = QJsonDocument::fromJson(m_preferences.value(configKey).toString().toUtf8()).object();
     m_filters = { .assignee_id = optionalText(config, "assignee_id"_L1),
         .client_id = optionalText(config, "client_id"_L1),
         .priority = optionalText(config, "priority"_L1),
@@ -253,24 +253,20 @@ void NativeSupportView::applyFilters()
 {
     const QDate today = m_clock().date();
     const QString todayText = today.toString(Qt::ISODate);
-    const bool byClient = m_viewId == "client"_L1;
     const QList<SupportBoardRules::Column> columns
-        = SupportBoardRules::columns(m_board.tasks, effectiveFilters(), today, byClient);
+        = SupportBoardRules::columns(m_board.tasks, effectiveFilters(), today, m_viewId == "client"_L1);
     const int before = shownCount();
     for (qsizetype c = 0; c < columns.size(); ++c) {
         QList<SupportCard> cards;
         const bool isDone = columns.at(c).status == "done"_L1;
         if (!(isDone && m_hideDone)) {
             cards.reserve(columns.at(c).rows.size());
-            std::optional<QString> previousClient;
             for (const qsizetype row : columns.at(c).rows) {
                 const TarnSupportTaskSummary &task = m_board.tasks.at(row);
                 cards.append({ .task = task,
                     .dueLabel = task.due_date ? SupportLabels::due(*task.due_date, today, isDone) : QString(),
                     .overdue = !isDone && task.due_date && *task.due_date < todayText,
-                    .timing = m_timer && m_timer->task_id == task.id,
-                    .firstOfClient = byClient && (cards.isEmpty() || task.client_name != previousClient) });
-                previousClient = task.client_name;
+                    .timing = m_timer && m_timer->task_id == task.id });
             }
         }
         m_columns.at(c)->setRows(cards);
@@ -601,6 +597,11 @@ void NativeSupportView::addClientNote(const QString &body)
         if (self)
             co_await loadClient(id);
     });
+}
+
+QVariantList NativeSupportView::withNone(const QString &label, const QVariantList &choices)
+{
+    return QVariantList { QVariantMap { { u"id"_s, QString() }, { u"name"_s, label } } } + choices;
 }
 
 void NativeSupportView::fail(const TarnAPIError &error)

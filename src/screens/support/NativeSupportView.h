@@ -163,6 +163,8 @@ public:
     Q_INVOKABLE void openClient(const QString &clientId);
     Q_INVOKABLE void closeClient();
     Q_INVOKABLE void addClientNote(const QString &body);
+    // A picker's choices: "none" under `label` (id ""), then `choices`.
+    Q_INVOKABLE static QVariantList withNone(const QString &label, const QVariantList &choices);
 
 Q_SIGNALS:
     void boardChanged();

@@ -11,7 +11,6 @@ struct SupportCard {
     QString dueLabel;
     bool overdue = false;
     bool timing = false; // the person's timer runs on it
-    bool firstOfClient = false; // starts a customer's run in the "By client" view
 
     friend bool operator==(const SupportCard &, const SupportCard &) = default;
 };

@@ -7,6 +7,7 @@ import PiloTarn.Chat
 import PiloTarn.Inbox
 import PiloTarn.Mail
 import PiloTarn.Money
+import PiloTarn.Support
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -24,6 +25,7 @@ Item {
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
+    required property NativeSupportView support
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
@@ -79,6 +81,7 @@ Item {
             mail: shell.mail
             books: shell.books
             payments: shell.payments
+            support: shell.support
             personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -8,6 +8,7 @@ import PiloTarn.Chat
 import PiloTarn.Inbox
 import PiloTarn.Mail
 import PiloTarn.Money
+import PiloTarn.Support
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board, the books' pages and the payments terminal their
@@ -25,6 +26,7 @@ Pane {
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
+    required property NativeSupportView support
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -57,6 +59,7 @@ Pane {
     readonly property bool showsInbox: navigation.destination.screenName === "calls"
                                        && navigation.destination.resolvedSection === "Inbox"
     readonly property bool showsMail: navigation.destination.screenName === "mail"
+    readonly property bool showsSupport: navigation.destination.screenName === "support"
 
     padding: 0
     background: null
@@ -217,9 +220,21 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            objectName: "supportScreen"
+            active: screen.showsSupport
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Support/qml/SupportScreen.qml",
+                                             { support: screen.support,
+                                               section: Qt.binding(() => screen.navigation.destination.resolvedSection) })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
+                     && !screen.showsSupport
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

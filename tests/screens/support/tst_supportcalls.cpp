@@ -6,8 +6,11 @@
 #include "support/FailureOf.h"
 
 #include <QDate>
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTest>
 
 #include <algorithm>
@@ -58,6 +61,7 @@ private slots:
     void aTimerOutlivesARestartOfTheService();
     void filesUpAndDown();
     void viewsAndClientNotes();
+    void aDataFolderWithoutABoardGetsTheDemoOne();
 
 private:
     [[nodiscard]] QString newTask(const QString &title);
@@ -177,6 +181,28 @@ void TestSupportCalls::refusals_data()
         { "stopping a timer that runs elsewhere",
             [this](TarnAPI &a) { return failureOf(trackSupportTime(a, newTask(u"x"_s), u"stop"_s)); },
             u"not running on this task"_s },
+        { "a subtask of a subtask",
+            [this](TarnAPI &a) {
+                const QString parent = newTask(u"x"_s);
+                const QString child = tarnWaitFor(createSupportSubtask(a, parent, u"y"_s)).id;
+                return failureOf(createSupportSubtask(a, child, u"z"_s));
+            },
+            u"cannot have subtasks of its own"_s },
+        { "a change that does not say its version",
+            [this](TarnAPI &a) {
+                return failureOf(updateSupportTask(a, newTask(u"x"_s), { .version = 0, .title = u"y"_s }));
+            },
+            u"in the meantime"_s },
+        { "a note with no text", [](TarnAPI &a) { return failureOf(addSupportClientNote(a, u"c-quill"_s, u" "_s)); },
+            u"needs text"_s },
+        { "a customer that is not there", [](TarnAPI &a) { return failureOf(supportClient(a, u"c-nobody"_s)); },
+            u"No such customer"_s },
+        { "renaming another person's view",
+            [this](TarnAPI &a) {
+                const QString id = tarnWaitFor(supportBoard(a)).views.first().id;
+                return failureOf(renameSupportView(client.as(tomas), id, u"Mine now"_s));
+            },
+            u"No such view"_s },
         { "recurring work with no schedule",
             [](TarnAPI &a) { return failureOf(addSupportRecurring(a, { .title = u"x"_s, .every = u"day"_s })); },
             u"\"every\" is"_s },
@@ -345,6 +371,33 @@ void TestSupportCalls::viewsAndClientNotes()
     QCOMPARE(oakline.notes.last().body, u"Gate code 4410"_s);
     QCOMPARE(oakline.notes.last().author_name, u"Tomas Reyes"_s);
     QVERIFY(!oakline.tasks.isEmpty());
+}
+
+void TestSupportCalls::aDataFolderWithoutABoardGetsTheDemoOne()
+{
+    // A folder made before there was a board: its other data stays, the board comes.
+    InboxTestClient older;
+    QCOMPARE(older.start(), QString());
+    older.workspace->halt();
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"older"_s);
+        db.setDatabaseName(QDir(older.workspace->dataPath()).filePath(u"workspace.sqlite"_s));
+        QVERIFY(db.open());
+        QSqlQuery q(db);
+        for (const char *table : { "support_timers", "support_time", "support_comments", "support_files",
+                 "support_client_notes", "support_views" })
+            QVERIFY(q.exec(u"DELETE FROM "_s + QLatin1StringView(table)));
+        QVERIFY(q.exec(u"DELETE FROM support_tasks WHERE parent_id IS NOT NULL"_s));
+        QVERIFY(q.exec(u"DELETE FROM support_tasks"_s));
+        QVERIFY(q.exec(u"DELETE FROM support_recurring"_s));
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(u"older"_s);
+    QVERIFY2(older.workspace->restart(), qPrintable(older.workspace->error()));
+    const TarnSupportBoard board = tarnWaitFor(TarnSupportCalls::supportBoard(older.as(maren)));
+    QVERIFY(board.tasks.size() >= 40);
+    QCOMPARE(board.recurring.size(), 4);
+    QVERIFY(board.timer.has_value());
 }
 
 QTEST_GUILESS_MAIN(TestSupportCalls)

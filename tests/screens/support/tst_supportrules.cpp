@@ -61,6 +61,8 @@ private slots:
     void due_data();
     void due();
     void durations();
+    void names_data();
+    void names();
     void fileRefusal();
 };
 
@@ -163,6 +165,28 @@ void TestSupportRules::durations()
     QCOMPARE(SupportLabels::elapsed(249'999), u"0:04:09"_s);
     QCOMPARE(SupportLabels::elapsed(43'200'000), u"12:00:00"_s);
     QCOMPARE(SupportLabels::elapsed(-5), u"0:00:00"_s); // a clock a little behind the service's
+}
+
+void TestSupportRules::names_data()
+{
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("expected");
+    QTest::addRow("status") << SupportLabels::status(u"in_progress"_s) << u"In progress"_s;
+    QTest::addRow("an unknown status as it came") << SupportLabels::status(u"archived"_s) << u"archived"_s;
+    QTest::addRow("priority") << SupportLabels::priority(u"urgent"_s) << u"Urgent"_s;
+    QTest::addRow("schedule") << SupportLabels::every(u"quarter"_s) << u"Every quarter"_s;
+    QTest::addRow("a built-in view is not a saved one")
+        << QString::number(SupportBoardRules::isBuiltIn(u"week"_s) && !SupportBoardRules::isBuiltIn(u"sv-1"_s))
+        << u"1"_s;
+    QTest::addRow("a saved view's id stands for no filters")
+        << QString::number(SupportBoardRules::filtersOf(u"sv-1"_s, u"p-maren"_s).isEmpty()) << u"1"_s;
+}
+
+void TestSupportRules::names()
+{
+    QFETCH(QString, shown);
+    QFETCH(QString, expected);
+    QCOMPARE(shown, expected);
 }
 
 void TestSupportRules::fileRefusal()

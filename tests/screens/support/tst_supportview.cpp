@@ -1,9 +1,12 @@
 #include "inbox/InboxTestClient.h"
 #include "screens/support/NativeSupportView.h"
 #include "screens/support/SupportBoardRules.h"
+#include "screens/support/TarnSupportCalls.h"
+#include "support/FailureOf.h"
 
 #include <QAbstractItemModelTester>
 #include <QJsonArray>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -16,7 +19,8 @@ const QString maren = u"maren@halvard.example"_s;
 const QString tomas = u"tomas@halvard.example"_s;
 const QString priya = u"priya@halvard.example"_s;
 
-template <typename Object, typename Signal, typename Trigger> bool settle(Object &object, Signal signal, Trigger trigger)
+template <typename Object, typename Signal, typename Trigger>
+bool settle(Object &object, Signal signal, Trigger trigger)
 {
     QSignalSpy spy(&object, signal);
     trigger();
@@ -64,6 +68,9 @@ private slots:
     void aTimerKeepsRunningForANewView();
     void theTaskDetail();
     void recurringWorkAndTheClientsPage();
+    void aStaleEditShowsTheTaskAsItIsNow();
+    void theByClientViewGroupsByCustomer();
+    void signingOutForgetsTheBoardNotThePreferences();
 
 private:
     // A loaded view for `email` with preferences in `file`.
@@ -119,7 +126,8 @@ void TestSupportView::theBoardOpensAsItWasLeft()
     QCOMPARE(titles(*view->waiting()), QStringList { u"Patient portal login loops"_s });
     QCOMPARE(titles(*view->inProgress()), QStringList { u"Front desk printer drops off the network"_s });
     QCOMPARE(titles(*view->todo()),
-        (QStringList { u"Reset the reception tablet"_s, u"Replace the X-ray room switch"_s, u"Monthly backup check"_s }));
+        (QStringList {
+            u"Reset the reception tablet"_s, u"Replace the X-ray room switch"_s, u"Monthly backup check"_s }));
 }
 
 void TestSupportView::typingFiltersRowByRow()
@@ -248,7 +256,8 @@ void TestSupportView::theTaskDetail()
     QFile small(folder.filePath(u"notes.txt"_s));
     QVERIFY(small.open(QIODevice::WriteOnly) && small.write("colour codes\n") > 0);
     small.close();
-    QVERIFY(settle(task, &NativeSupportTaskDetail::settled, [&] { task.attachFile(QUrl::fromLocalFile(small.fileName())); }));
+    QVERIFY(settle(
+        task, &NativeSupportTaskDetail::settled, [&] { task.attachFile(QUrl::fromLocalFile(small.fileName())); }));
     QCOMPARE(task.files()->rowCount(), 1);
     const QString saved = folder.filePath(u"saved.txt"_s);
     QVERIFY(settle(task, &NativeSupportTaskDetail::settled,
@@ -280,8 +289,64 @@ void TestSupportView::recurringWorkAndTheClientsPage()
     QVERIFY(settle(*view, &NativeSupportView::actionFinished, [&] { view->openClient(u"c-quill"_s); }));
     QCOMPARE(view->clientName(), u"Quill & Ink"_s);
     QVERIFY(titles(*view->clientTasks()).contains(u"Check the UPS"_s));
-    QVERIFY(settle(*view, &NativeSupportView::clientChanged, [&] { view->addClientNote(u"Alarm code at the till"_s); }));
+    QVERIFY(
+        settle(*view, &NativeSupportView::clientChanged, [&] { view->addClientNote(u"Alarm code at the till"_s); }));
     QCOMPARE(view->clientNotes()->rows().last().body, u"Alarm code at the till"_s);
+}
+
+void TestSupportView::aStaleEditShowsTheTaskAsItIsNow()
+{
+    QSettings preferences(folder.filePath(u"stale.ini"_s), QSettings::IniFormat);
+    const auto view = loaded(maren, preferences);
+    QVERIFY(view);
+    NativeSupportTaskDetail &task = *view->task();
+    const QString card = idOf(*view, u"Music system zones"_s);
+    QVERIFY(settle(task, &NativeSupportTaskDetail::settled, [&] { view->openTask(card); }));
+
+    // Someone renames it while it is open here.
+    TarnAPI &other = client.as(tomas);
+    const qint64 version = tarnWaitFor(TarnSupportCalls::supportTask(other, card)).task.version;
+    QCOMPARE(failureOf(TarnSupportCalls::updateSupportTask(
+                 other, card, { .version = version, .title = u"Music system zones, all rooms"_s })),
+        QString());
+
+    QVERIFY(settle(task, &NativeSupportTaskDetail::settled, [&] { task.edit(u"priority"_s, u"urgent"_s); }));
+    QVERIFY2(task.errorText().contains(u"in the meantime"_s), qPrintable(task.errorText()));
+    QCOMPARE(task.title(), u"Music system zones, all rooms"_s);
+    QCOMPARE(task.priority(), u"low"_s);
+}
+
+void TestSupportView::theByClientViewGroupsByCustomer()
+{
+    QSettings preferences(folder.filePath(u"byclient.ini"_s), QSettings::IniFormat);
+    const auto view = loaded(maren, preferences);
+    QVERIFY(view);
+    view->setViewId(u"client"_s);
+    QStringList customers;
+    for (const SupportCard &row : view->todo()->rows())
+        customers.append(row.task.client_name.value_or(QString()));
+    // Customers by name, the work of none last.
+    QStringList sorted = customers.filter(QRegularExpression(u".+"_s));
+    std::sort(sorted.begin(), sorted.end());
+    QCOMPARE(customers.mid(0, sorted.size()), sorted);
+    QVERIFY(customers.last().isEmpty());
+}
+
+void TestSupportView::signingOutForgetsTheBoardNotThePreferences()
+{
+    QSettings preferences(folder.filePath(u"signout.ini"_s), QSettings::IniFormat);
+    const auto view = loaded(maren, preferences);
+    QVERIFY(view);
+    view->setViewId(u"overdue"_s);
+    QVERIFY(settle(
+        *view->task(), &NativeSupportTaskDetail::settled, [&] { view->openTask(view->board().tasks.first().id); }));
+    view->clear();
+    QCOMPARE(view->shownCount(), 0);
+    QCOMPARE(view->timerTaskId(), QString());
+    QVERIFY(!view->task()->isOpen());
+    QVERIFY(!view->loaded());
+    QCOMPARE(view->viewId(), u"overdue"_s);
+    QCOMPARE(preferences.value(NativeSupportView::viewKey).toString(), u"overdue"_s);
 }
 
 QTEST_GUILESS_MAIN(TestSupportView)
