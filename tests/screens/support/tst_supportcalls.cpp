@@ -62,6 +62,7 @@ private slots:
     void filesUpAndDown();
     void viewsAndClientNotes();
     void aDataFolderWithoutABoardGetsTheDemoOne();
+    void aCardCountsWhatHangsOffItsTask();
 
 private:
     [[nodiscard]] QString newTask(const QString &title);
@@ -398,6 +399,39 @@ void TestSupportCalls::aDataFolderWithoutABoardGetsTheDemoOne()
     QVERIFY(board.tasks.size() >= 40);
     QCOMPARE(board.recurring.size(), 4);
     QVERIFY(board.timer.has_value());
+}
+
+void TestSupportCalls::aCardCountsWhatHangsOffItsTask()
+{
+    TarnAPI &api = client.as(maren);
+    const QString task
+        = tarnWaitFor(TarnSupportCalls::createSupportTask(
+                          api, { .title = u"Counted"_s, .client_id = u"c-harbor"_s, .assignee_id = u"p-jonah"_s }))
+              .id;
+    const QString first = tarnWaitFor(TarnSupportCalls::createSupportSubtask(api, task, u"One"_s)).id;
+    QCOMPARE(failureOf(TarnSupportCalls::createSupportSubtask(api, task, u"Two"_s)), QString());
+    QCOMPARE(
+        failureOf(TarnSupportCalls::updateSupportTask(api, first, { .version = 1, .status = u"done"_s })), QString());
+    QCOMPARE(failureOf(TarnSupportCalls::addSupportTaskComment(api, task, u"Noted"_s)), QString());
+    const QString today = QDate::currentDate().toString(Qt::ISODate);
+    QCOMPARE(failureOf(TarnSupportCalls::logSupportTime(api, task, { .minutes = 20, .day = today })), QString());
+    QCOMPARE(failureOf(TarnSupportCalls::logSupportTime(api, first, { .minutes = 5, .day = today })), QString());
+
+    const TarnSupportTask detail = tarnWaitFor(TarnSupportCalls::supportTask(api, task));
+    QCOMPARE(detail.task.subtask_count, 2);
+    QCOMPARE(detail.task.subtasks_done, 1);
+    QCOMPARE(detail.task.comment_count, 1);
+    QCOMPARE(detail.task.logged_minutes, 20); // a subtask's time is its own
+    // A subtask takes its task's customer and assignee, and stays off the board.
+    QCOMPARE(detail.subtasks.first().client_id, u"c-harbor"_s);
+    QCOMPARE(detail.subtasks.first().assignee_id, u"p-jonah"_s);
+    const TarnSupportBoard board = tarnWaitFor(TarnSupportCalls::supportBoard(api));
+    QVERIFY(std::none_of(board.tasks.cbegin(), board.tasks.cend(),
+        [&first](const TarnSupportTaskSummary &card) { return card.id == first; }));
+    // The customer's page adds up every task's time, subtasks included.
+    const qint64 before = tarnWaitFor(TarnSupportCalls::supportClient(api, u"c-harbor"_s)).logged_minutes;
+    QCOMPARE(failureOf(TarnSupportCalls::logSupportTime(api, first, { .minutes = 10, .day = today })), QString());
+    QCOMPARE(tarnWaitFor(TarnSupportCalls::supportClient(api, u"c-harbor"_s)).logged_minutes, before + 10);
 }
 
 QTEST_GUILESS_MAIN(TestSupportCalls)

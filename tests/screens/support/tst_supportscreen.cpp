@@ -30,6 +30,7 @@ private slots:
     void aCardMovesByKeyboardAndOpensWithEnter();
     void aCardIsDraggedToAnotherColumn();
     void typingInTheSearchNarrowsTheColumns();
+    void theTimerStartsFromTheTaskAndStopsFromTheBar();
     void cleanupTestCase();
 
 private:
@@ -148,6 +149,37 @@ void TestSupportScreen::typingInTheSearchNarrowsTheColumns()
     support->clearFilters();
     QCOMPARE(fields.first()->property("text").toString(), QString());
     QTRY_VERIFY(card(u"Scanner sends to the wrong folder"_s, u"waiting"_s));
+}
+
+void TestSupportScreen::theTimerStartsFromTheTaskAndStopsFromTheBar()
+{
+    const auto click = [this](const QString &name) {
+        const QList<QQuickItem *> items = tarnNamedItems(window.contentItem(), name);
+        if (items.isEmpty())
+            return false;
+        QQuickItem *item = items.first();
+        QTest::mouseClick(
+            &window, Qt::LeftButton, {}, item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint());
+        return true;
+    };
+    // The owner's demo timer runs elsewhere; starting here moves it.
+    QSignalSpy settled(support->task(), &NativeSupportTaskDetail::settled);
+    support->openTask(idOf(u"VPN for working from home"_s));
+    QVERIFY(settled.wait(10'000));
+    QSignalSpy finished(support.get(), &NativeSupportView::actionFinished);
+    QTRY_VERIFY(!tarnNamedItems(window.contentItem(), u"supportTaskTimer"_s).isEmpty());
+    QVERIFY(click(u"supportTaskTimer"_s));
+    QVERIFY(finished.wait(10'000));
+    QCOMPARE(support->timerTaskTitle(), u"VPN for working from home"_s);
+    QTRY_VERIFY(tarnNamedItems(window.contentItem(), u"supportTimer"_s).size() == 1);
+    QTRY_VERIFY(!tarnNamedItems(window.contentItem(), u"stopTimer"_s).isEmpty());
+
+    QVERIFY(click(u"stopTimer"_s));
+    QVERIFY(finished.wait(10'000));
+    QCOMPARE(support->errorText(), QString());
+    QCOMPARE(support->timerTaskId(), QString());
+    QTRY_VERIFY(tarnNamedItems(window.contentItem(), u"supportTimer"_s).isEmpty());
+    support->task()->close();
 }
 
 QTEST_MAIN(TestSupportScreen)

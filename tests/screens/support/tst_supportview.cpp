@@ -18,6 +18,7 @@ namespace {
 const QString maren = u"maren@halvard.example"_s;
 const QString tomas = u"tomas@halvard.example"_s;
 const QString priya = u"priya@halvard.example"_s;
+const QString jonah = u"jonah@halvard.example"_s;
 
 template <typename Object, typename Signal, typename Trigger>
 bool settle(Object &object, Signal signal, Trigger trigger)
@@ -71,6 +72,7 @@ private slots:
     void aStaleEditShowsTheTaskAsItIsNow();
     void theByClientViewGroupsByCustomer();
     void signingOutForgetsTheBoardNotThePreferences();
+    void aNewTaskOpensWithTheCustomerFiltered();
 
 private:
     // A loaded view for `email` with preferences in `file`.
@@ -347,6 +349,22 @@ void TestSupportView::signingOutForgetsTheBoardNotThePreferences()
     QVERIFY(!view->loaded());
     QCOMPARE(view->viewId(), u"overdue"_s);
     QCOMPARE(preferences.value(NativeSupportView::viewKey).toString(), u"overdue"_s);
+}
+
+void TestSupportView::aNewTaskOpensWithTheCustomerFiltered()
+{
+    QSettings preferences(folder.filePath(u"new.ini"_s), QSettings::IniFormat);
+    const auto view = loaded(jonah, preferences);
+    QVERIFY(view);
+    view->setClientFilter(u"c-tidewater"_s);
+    QSignalSpy settled(view->task(), &NativeSupportTaskDetail::settled);
+    QVERIFY(settle(*view, &NativeSupportView::actionFinished,
+        [&] { view->createTask(u"Mirror in studio one"_s, u"high"_s, {}, u"p-jonah"_s, {}); }));
+    QVERIFY(settled.count() > 0 || settled.wait(10'000));
+    QCOMPARE(view->task()->title(), u"Mirror in studio one"_s);
+    QCOMPARE(view->task()->client(), u"Tidewater Yoga"_s);
+    QCOMPARE(view->task()->assignee(), u"Jonah Whitfield"_s);
+    QVERIFY(titles(*view->todo()).contains(u"Mirror in studio one"_s));
 }
 
 QTEST_GUILESS_MAIN(TestSupportView)
