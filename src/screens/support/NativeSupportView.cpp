@@ -249,27 +249,35 @@ TarnSupportFilters NativeSupportView::effectiveFilters() const
     return SupportBoardRules::merged(base, over);
 }
 
+QList<QList<SupportCard>> NativeSupportView::cardColumns(const QList<TarnSupportTaskSummary> &tasks,
+    const TarnSupportFilters &filters, const QDate &today, bool byClient, const QString &timing)
+{
+    const QString todayText = today.toString(Qt::ISODate);
+    QList<QList<SupportCard>> out;
+    for (const SupportBoardRules::Column &column : SupportBoardRules::columns(tasks, filters, today, byClient)) {
+        const bool isDone = column.status == "done"_L1;
+        QList<SupportCard> cards;
+        cards.reserve(column.rows.size());
+        for (const qsizetype row : column.rows) {
+            const TarnSupportTaskSummary &task = tasks.at(row);
+            cards.append({ .task = task,
+                .dueLabel = task.due_date ? SupportLabels::due(*task.due_date, today, isDone) : QString(),
+                .overdue = !isDone && task.due_date && *task.due_date < todayText,
+                .timing = !timing.isEmpty() && task.id == timing });
+        }
+        out.append(cards);
+    }
+    return out;
+}
+
 void NativeSupportView::applyFilters()
 {
-    const QDate today = m_clock().date();
-    const QString todayText = today.toString(Qt::ISODate);
-    const QList<SupportBoardRules::Column> columns
-        = SupportBoardRules::columns(m_board.tasks, effectiveFilters(), today, m_viewId == "client"_L1);
+    const QList<QList<SupportCard>> columns
+        = cardColumns(m_board.tasks, effectiveFilters(), m_clock().date(), m_viewId == "client"_L1, timerTaskId());
     const int before = shownCount();
     for (qsizetype c = 0; c < columns.size(); ++c) {
-        QList<SupportCard> cards;
-        const bool isDone = columns.at(c).status == "done"_L1;
-        if (!(isDone && m_hideDone)) {
-            cards.reserve(columns.at(c).rows.size());
-            for (const qsizetype row : columns.at(c).rows) {
-                const TarnSupportTaskSummary &task = m_board.tasks.at(row);
-                cards.append({ .task = task,
-                    .dueLabel = task.due_date ? SupportLabels::due(*task.due_date, today, isDone) : QString(),
-                    .overdue = !isDone && task.due_date && *task.due_date < todayText,
-                    .timing = m_timer && m_timer->task_id == task.id });
-            }
-        }
-        m_columns.at(c)->setRows(cards);
+        const bool hidden = m_hideDone && SupportBoardRules::statuses().at(c) == "done"_L1;
+        m_columns.at(c)->setRows(hidden ? QList<SupportCard>() : columns.at(c));
     }
     if (shownCount() != before)
         Q_EMIT boardChanged();

@@ -163,6 +163,10 @@ public:
     Q_INVOKABLE void openClient(const QString &clientId);
     Q_INVOKABLE void closeClient();
     Q_INVOKABLE void addClientNote(const QString &body);
+    // The cards of each column, in column order, as the column models get
+    // them for one filtering; `timing` marks the card the timer runs on.
+    [[nodiscard]] static QList<QList<SupportCard>> cardColumns(const QList<TarnSupportTaskSummary> &tasks,
+        const TarnSupportFilters &filters, const QDate &today, bool byClient, const QString &timing);
     // A picker's choices: "none" under `label` (id ""), then `choices`.
     Q_INVOKABLE static QVariantList withNone(const QString &label, const QVariantList &choices);
 

@@ -153,14 +153,11 @@ void TestSupportScreen::typingInTheSearchNarrowsTheColumns()
 
 void TestSupportScreen::theTimerStartsFromTheTaskAndStopsFromTheBar()
 {
+    // Clicked through its signal: the bar moves the board down as it
+    // appears, so a pointer would aim at a button still on the move.
     const auto click = [this](const QString &name) {
         const QList<QQuickItem *> items = tarnNamedItems(window.contentItem(), name);
-        if (items.isEmpty())
-            return false;
-        QQuickItem *item = items.first();
-        QTest::mouseClick(
-            &window, Qt::LeftButton, {}, item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint());
-        return true;
+        return !items.isEmpty() && QMetaObject::invokeMethod(items.first(), "clicked");
     };
     // The owner's demo timer runs elsewhere; starting here moves it.
     QSignalSpy settled(support->task(), &NativeSupportTaskDetail::settled);

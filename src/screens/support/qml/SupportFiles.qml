@@ -11,21 +11,31 @@ ListView {
     required property NativeSupportTaskDetail task
     property string saving
 
-    function save(fileId, name) {
+    function save(fileId) {
         saving = fileId
-        saveDialog.selectedFile = "file:///" + name
-        saveDialog.open()
+        if (saveDialog.active)
+            (saveDialog.item as FileDialog).open()
+        else
+            saveDialog.active = true
     }
 
     implicitHeight: contentHeight
     interactive: false
     spacing: 2
 
-    FileDialog {
+    // Made when first wanted: a file dialog starts the desktop's portal.
+    Loader {
         id: saveDialog
-        title: qsTr("Save file")
-        fileMode: FileDialog.SaveFile
-        onAccepted: list.task.downloadFile(list.saving, selectedFile)
+        active: false
+        sourceComponent: FileDialog {
+            title: qsTr("Save file")
+            fileMode: FileDialog.SaveFile
+        }
+        onLoaded: {
+            const dialog = saveDialog.item as FileDialog
+            dialog.accepted.connect(() => list.task.downloadFile(list.saving, dialog.selectedFile))
+            dialog.open()
+        }
     }
 
     delegate: ListRow {
@@ -40,6 +50,6 @@ ListView {
         text: name
         subtitle: uploadedBy
         detail: size
-        onClicked: files?.save(fileId, name)
+        onClicked: files?.save(fileId)
     }
 }

@@ -23,10 +23,18 @@ Pane {
         border.color: Theme.colours.separator
     }
 
-    FileDialog {
+    // Made when first wanted: a file dialog starts the desktop's portal.
+    Loader {
         id: attachDialog
-        title: qsTr("Attach a file")
-        onAccepted: pane.task.attachFile(selectedFile)
+        active: false
+        sourceComponent: FileDialog {
+            title: qsTr("Attach a file")
+        }
+        onLoaded: {
+            const dialog = attachDialog.item as FileDialog
+            dialog.accepted.connect(() => pane.task.attachFile(dialog.selectedFile))
+            dialog.open()
+        }
     }
 
     ScrollView {
@@ -224,7 +232,7 @@ Pane {
                 IconButton {
                     symbol: "plus"
                     text: qsTr("Attach a file (5 MB at most)")
-                    onClicked: attachDialog.open()
+                    onClicked: attachDialog.active ? (attachDialog.item as FileDialog).open() : attachDialog.active = true
                 }
             }
             SupportFiles {
