@@ -73,6 +73,10 @@ private slots:
     void theByClientViewGroupsByCustomer();
     void signingOutForgetsTheBoardNotThePreferences();
     void aNewTaskOpensWithTheCustomerFiltered();
+    void movingByKeyboardStopsAtTheEdges_data();
+    void movingByKeyboardStopsAtTheEdges();
+    void theTimerCountsFromTheServicesStart();
+    void aRenamedViewIsRenamedInThePicker();
 
 private:
     // A loaded view for `email` with preferences in `file`.
@@ -365,6 +369,67 @@ void TestSupportView::aNewTaskOpensWithTheCustomerFiltered()
     QCOMPARE(view->task()->client(), u"Tidewater Yoga"_s);
     QCOMPARE(view->task()->assignee(), u"Jonah Whitfield"_s);
     QVERIFY(titles(*view->todo()).contains(u"Mirror in studio one"_s));
+}
+
+void TestSupportView::movingByKeyboardStopsAtTheEdges_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<int>("step");
+    QTest::addColumn<QString>("status");
+    QTest::addRow("back from the first column") << u"Label printer for the pharmacy"_s << -1 << u"todo"_s;
+    QTest::addRow("on from the last column") << u"Set up the guest network"_s << 1 << u"done"_s;
+    QTest::addRow("back one") << u"Vet clinic phones ring twice"_s << -1 << u"in_progress"_s;
+}
+
+void TestSupportView::movingByKeyboardStopsAtTheEdges()
+{
+    QFETCH(QString, title);
+    QFETCH(int, step);
+    QFETCH(QString, status);
+    QSettings preferences(folder.filePath(u"edges.ini"_s), QSettings::IniFormat);
+    const auto view = loaded(maren, preferences);
+    QVERIFY(view);
+    const QString card = idOf(*view, title);
+    // A move shows at once, so a card that stays put was never sent.
+    const bool moves = status == u"in_progress"_s;
+    if (moves)
+        QVERIFY(settle(*view, &NativeSupportView::actionFinished, [&] { view->moveCardBy(card, step); }));
+    else
+        view->moveCardBy(card, step);
+    QVERIFY(std::any_of(view->board().tasks.cbegin(), view->board().tasks.cend(),
+        [&](const TarnSupportTaskSummary &task) { return task.id == card && task.status == status; }));
+}
+
+void TestSupportView::theTimerCountsFromTheServicesStart()
+{
+    QSettings preferences(folder.filePath(u"clock.ini"_s), QSettings::IniFormat);
+    // The demo's timer started 25 minutes before the demo was planted; this
+    // view's clock runs an hour and a half ahead of that.
+    QDateTime now = QDateTime::currentDateTime();
+    NativeSupportView view(client.as(maren), preferences, [&now] { return now; });
+    QVERIFY(settle(view, &NativeSupportView::refreshed, [&] { view.refresh(); }));
+    QVERIFY(!view.timerTaskId().isEmpty());
+    const QDateTime started = QDateTime::fromString(view.board().timer->started_at, Qt::ISODateWithMs);
+    now = started.addSecs(90 * 60 + 7).toLocalTime();
+    QCOMPARE(view.timerText(), u"1:30:07"_s);
+}
+
+void TestSupportView::aRenamedViewIsRenamedInThePicker()
+{
+    QSettings preferences(folder.filePath(u"rename.ini"_s), QSettings::IniFormat);
+    const auto view = loaded(maren, preferences);
+    QVERIFY(view);
+    const auto saved = std::find_if(view->views()->rows().cbegin(), view->views()->rows().cend(),
+        [](const SupportViewChoice &choice) { return !choice.builtIn; });
+    QVERIFY(saved != view->views()->rows().cend());
+    const QString id = saved->id;
+    view->setViewId(id);
+    QVERIFY(settle(*view, &NativeSupportView::actionFinished, [&] { view->renameView(id, u"On fire"_s); }));
+    QCOMPARE(view->viewTitle(), u"On fire"_s);
+    QCOMPARE(view->viewId(), id);
+    // Built-in views keep their names.
+    view->renameView(u"mine"_s, u"Ours"_s);
+    QCOMPARE(view->views()->rows().at(1).title, u"Mine"_s);
 }
 
 QTEST_GUILESS_MAIN(TestSupportView)
