@@ -19,6 +19,7 @@
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
+#include "workspace/routes/SupportRoutes.h"
 #include "workspace/routes/TeamRoutes.h"
 #include "workspace/routes/TestRoutes.h"
 
@@ -147,6 +148,7 @@ bool WorkspaceServer::start(QString *error)
         return false;
     // After the inbox, whose demo customers the calls name.
     CallRoutes::add(*this);
+    SupportRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

@@ -156,6 +156,39 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS calls_leads ("
     " client_id TEXT PRIMARY KEY REFERENCES clients(id), status TEXT NOT NULL, source TEXT NOT NULL,"
     " interest TEXT NOT NULL, owner_id TEXT REFERENCES people(id), estimate INTEGER NOT NULL DEFAULT 0)",
+    // The support board. A subtask is a task with a parent; a task made by a
+    // recurring rule carries the rule and the day it stands for, once.
+    "CREATE TABLE IF NOT EXISTS support_recurring ("
+    " id TEXT PRIMARY KEY, title TEXT NOT NULL, client_id TEXT REFERENCES clients(id),"
+    " assignee_id TEXT REFERENCES people(id), priority TEXT NOT NULL, every TEXT NOT NULL,"
+    " active INTEGER NOT NULL DEFAULT 1, created_at INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS support_tasks ("
+    " id TEXT PRIMARY KEY, parent_id TEXT REFERENCES support_tasks(id), title TEXT NOT NULL,"
+    " description TEXT NOT NULL DEFAULT '', status TEXT NOT NULL, priority TEXT NOT NULL,"
+    " client_id TEXT REFERENCES clients(id), assignee_id TEXT REFERENCES people(id), due_date TEXT,"
+    " recurring_id TEXT REFERENCES support_recurring(id), occurrence TEXT, version INTEGER NOT NULL DEFAULT 1,"
+    " created_at INTEGER NOT NULL, updated_at INTEGER NOT NULL, UNIQUE (recurring_id, occurrence))",
+    "CREATE TABLE IF NOT EXISTS support_comments ("
+    " id TEXT PRIMARY KEY, task_id TEXT NOT NULL REFERENCES support_tasks(id),"
+    " author_id TEXT NOT NULL REFERENCES people(id), body TEXT NOT NULL, created_at INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS support_files ("
+    " id TEXT PRIMARY KEY, task_id TEXT NOT NULL REFERENCES support_tasks(id), name TEXT NOT NULL,"
+    " data BLOB NOT NULL, uploaded_by TEXT NOT NULL REFERENCES people(id), created_at INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS support_time ("
+    " id TEXT PRIMARY KEY, task_id TEXT NOT NULL REFERENCES support_tasks(id),"
+    " person_id TEXT NOT NULL REFERENCES people(id), minutes INTEGER NOT NULL CHECK (minutes > 0),"
+    " day TEXT NOT NULL, note TEXT NOT NULL DEFAULT '', created_at INTEGER NOT NULL)",
+    // One running timer per person, kept here so that it outlives the app.
+    "CREATE TABLE IF NOT EXISTS support_timers ("
+    " person_id TEXT PRIMARY KEY REFERENCES people(id), task_id TEXT NOT NULL REFERENCES support_tasks(id),"
+    " started_at INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS support_client_notes ("
+    " id TEXT PRIMARY KEY, client_id TEXT NOT NULL REFERENCES clients(id),"
+    " author_id TEXT NOT NULL REFERENCES people(id), body TEXT NOT NULL, created_at INTEGER NOT NULL)",
+    // A person's saved views: a name and the filters as a JSON object.
+    "CREATE TABLE IF NOT EXISTS support_views ("
+    " id TEXT PRIMARY KEY, person_id TEXT NOT NULL REFERENCES people(id), name TEXT NOT NULL,"
+    " filters TEXT NOT NULL, created_at INTEGER NOT NULL)",
 };
 
 WorkspacePerson personFrom(const QSqlQuery &q)

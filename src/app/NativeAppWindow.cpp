@@ -19,6 +19,8 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_InboxPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MailPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_CustomersPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_CallsPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_SupportPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -72,6 +74,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_customers(m_api)
     , m_customerSearch(m_api, m_search)
     , m_calls(m_api, preferences)
+    , m_support(m_api, preferences)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -94,6 +97,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_payments.clear();
             m_customers.clear();
             m_calls.clear();
+            m_support.clear();
         }
     });
     m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
@@ -160,6 +164,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"payments"_s, QVariant::fromValue(&m_payments) },
         { u"customers"_s, QVariant::fromValue(&m_customers) },
         { u"calls"_s, QVariant::fromValue(&m_calls) },
+        { u"support"_s, QVariant::fromValue(&m_support) },
         { u"gallery"_s, content == Content::Gallery },
     });
     // Mail images come only from the open thread: the proxy or its attachments.

@@ -16,6 +16,7 @@
 #include "screens/customers/NativeCustomerSearchFeed.h"
 #include "screens/customers/NativeCustomersView.h"
 #include "screens/calls/NativeCallsView.h"
+#include "screens/support/NativeSupportView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
@@ -66,6 +67,7 @@ public:
     [[nodiscard]] NativePaymentsView &payments() { return m_payments; }
     [[nodiscard]] NativeCustomersView &customers() { return m_customers; }
     [[nodiscard]] NativeCallsView &calls() { return m_calls; }
+    [[nodiscard]] NativeSupportView &support() { return m_support; }
 
 private:
     TarnAPI m_api;
@@ -89,6 +91,7 @@ private:
     NativeCustomersView m_customers;
     NativeCustomerSearchFeed m_customerSearch;
     NativeCallsView m_calls;
+    NativeSupportView m_support;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -48,6 +48,8 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "customers"_L1, TarnScreen::sales, "Customers"_L1 },
         { "pipeline"_L1, TarnScreen::sales, "Pipeline"_L1 },
         { "recordings"_L1, TarnScreen::calls, "Recordings"_L1 },
+        { "support-recurring"_L1, TarnScreen::support, "Recurring"_L1 },
+        { "support-time"_L1, TarnScreen::support, "Time"_L1 },
         { "assistant"_L1, TarnScreen::agent, "New chat"_L1 },
         { "calendar"_L1, TarnScreen::schedule, "Calendar"_L1 },
         { "agent-history"_L1, TarnScreen::agent, "History"_L1 },

@@ -220,6 +220,8 @@ int main(int argc, char **argv)
                 customers.profile(), &NativeCustomerProfile::loaded, capture.get(), [&capture] { capture->recheck(); });
         } else if (shown && shown->screen == TarnScreen::payments)
             waitForFirstLoad(*capture, app.payments(), &NativePaymentsView::stateChanged);
+        else if (shown && shown->screen == TarnScreen::support)
+            waitForFirstLoad(*capture, app.support(), &NativeSupportView::loadingChanged);
         // A books page (the only documents places a profile names) is shown
         // once the Dashboard's months are in, which follow the overview
         // every page loads, and the period its page asked for is.

@@ -10,6 +10,7 @@ import PiloTarn.Customers
 import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
+import PiloTarn.Support
 
 ApplicationWindow {
     id: window
@@ -28,6 +29,7 @@ ApplicationWindow {
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
+    required property NativeSupportView support
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -87,6 +89,7 @@ ApplicationWindow {
         mail: window.mail
         books: window.books
         payments: window.payments
+        support: window.support
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

@@ -9,6 +9,7 @@ import PiloTarn.Customers
 import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
+import PiloTarn.Support
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -28,6 +29,7 @@ Item {
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
+    required property NativeSupportView support
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
@@ -85,6 +87,7 @@ Item {
             mail: shell.mail
             books: shell.books
             payments: shell.payments
+            support: shell.support
             personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true

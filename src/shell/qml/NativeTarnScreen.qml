@@ -10,6 +10,7 @@ import PiloTarn.Customers
 import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
+import PiloTarn.Support
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board, the books' pages and the payments terminal their
@@ -29,6 +30,7 @@ Pane {
     required property NativeMailView mail
     required property NativeBooksView books
     required property NativePaymentsView payments
+    required property NativeSupportView support
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -68,6 +70,7 @@ Pane {
                                            && navigation.destination.resolvedSection !== "Inbox"
                                            ? navigation.destination.resolvedSection : ""
     readonly property bool showsCalls: callsSection.length > 0
+    readonly property bool showsSupport: navigation.destination.screenName === "support"
 
     padding: 0
     background: null
@@ -262,11 +265,23 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            objectName: "supportScreen"
+            active: screen.showsSupport
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Support/qml/SupportScreen.qml",
+                                             { support: screen.support,
+                                               section: Qt.binding(() => screen.navigation.destination.resolvedSection) })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
                      && !screen.showsCustomers
                      && !screen.showsCalls
+                     && !screen.showsSupport
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true
