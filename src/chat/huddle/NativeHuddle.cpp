@@ -46,6 +46,10 @@ NativeHuddle::NativeHuddle(NativeHuddleMedia media, QObject *parent)
         connect(&local(track).capture, &NativeHuddleCapture::stopped, this,
             [this, track](const QString &error) { captureStopped(track, error); });
     }
+    connect(&m_portal, &NativeScreenCastPortal::closed, this, [this] {
+        m_screen.capture.stop();
+        captureStopped(Track::Screen, {});
+    });
 }
 
 NativeHuddle::~NativeHuddle() = default;
@@ -186,18 +190,18 @@ QCoro::Task<> NativeHuddle::toggle(Track track)
     const TrackTexts &texts = textsOf(track);
     const bool on = !mine.on;
     if (on) {
-        QString error;
-        const QString source = track == Track::Camera ? m_media.cameraSource() : m_media.screenSource(&error);
-        const NativeHuddleMedia::Camera camera = track == Track::Camera && !m_media.testSources
-            ? NativeHuddleMedia::findCamera()
-            : NativeHuddleMedia::Camera::Present;
-        if (camera != NativeHuddleMedia::Camera::Present) {
-            m_call.note(camera == NativeHuddleMedia::Camera::Missing ? texts.missing : texts.denied);
-            Q_EMIT changed();
+        mine.changing = true;
+        Q_EMIT changed();
+        const QString source = co_await sourceOf(track);
+        if (!self || !m_call.isCurrent(generation))
             co_return;
-        }
+        mine.changing = false;
+        QString error;
         if (source.isEmpty() || !mine.capture.start(source, &error)) {
-            m_call.note(texts.failed + error);
+            if (!source.isEmpty())
+                m_call.note(texts.failed + error);
+            if (track == Track::Screen)
+                m_portal.close();
             Q_EMIT changed();
             co_return;
         }
@@ -207,6 +211,8 @@ QCoro::Task<> NativeHuddle::toggle(Track track)
         }
     } else {
         mine.capture.stop();
+        if (track == Track::Screen)
+            m_portal.close();
     }
     mine.on = on;
     mine.changing = true;
@@ -222,9 +228,51 @@ QCoro::Task<> NativeHuddle::toggle(Track track)
     Q_EMIT changed();
 }
 
+QCoro::Task<QString> NativeHuddle::sourceOf(Track track)
+{
+    const TrackTexts &texts = textsOf(track);
+    if (track == Track::Camera) {
+        const NativeHuddleMedia::Camera camera
+            = m_media.testSources ? NativeHuddleMedia::Camera::Present : NativeHuddleMedia::findCamera();
+        if (camera == NativeHuddleMedia::Camera::Present)
+            co_return m_media.cameraSource();
+        m_call.note(camera == NativeHuddleMedia::Camera::Missing ? texts.missing : texts.denied);
+        co_return QString();
+    }
+    if (!m_media.screenThroughPortal()) {
+        QString error;
+        QString source = m_media.screenSource(&error);
+        if (source.isEmpty())
+            m_call.note(texts.failed + error);
+        co_return source;
+    }
+    const QPointer<NativeHuddle> self(this);
+    const quint64 generation = m_call.generation();
+    const NativeScreenCastPortal::Cast cast = co_await m_portal.start();
+    if (!self)
+        co_return QString();
+    if (!m_call.isCurrent(generation)) {
+        m_portal.close();
+        co_return QString();
+    }
+    switch (cast.outcome) {
+    case NativeScreenCastPortal::Outcome::Started:
+        co_return NativeHuddleMedia::pipeWireSource(cast.fd, cast.node);
+    case NativeScreenCastPortal::Outcome::Refused:
+        m_call.note(texts.failed + u"no screen was chosen"_s);
+        break;
+    case NativeScreenCastPortal::Outcome::Failed:
+        m_call.note(texts.failed + cast.error);
+        break;
+    }
+    co_return QString();
+}
+
 void NativeHuddle::captureStopped(Track track, const QString &error)
 {
     Local &mine = local(track);
+    if (track == Track::Screen)
+        m_portal.close();
     if (!mine.on || !m_call.isRunning())
         return;
     mine.on = false;
@@ -237,6 +285,7 @@ void NativeHuddle::captureStopped(Track track, const QString &error)
 
 void NativeHuddle::stopCaptures()
 {
+    m_portal.close();
     for (Local *mine : { &m_camera, &m_screen }) {
         mine->capture.stop();
         mine->on = false;

@@ -4,6 +4,7 @@
 #include "chat/huddle/NativeHuddleCapture.h"
 #include "chat/huddle/NativeHuddleMedia.h"
 #include "chat/huddle/NativeHuddlePeer.h"
+#include "chat/huddle/NativeScreenCastPortal.h"
 #include "chat/huddle/TarnHuddleMarks.h"
 #include "chat/huddle/TarnHuddleState.h"
 #include "service/TarnDeleteLater.h"
@@ -92,6 +93,9 @@ private:
     // Reports marks; false when the service could not be told.
     QCoro::Task<bool> reportMarks(TarnHuddleMarks marks);
     QCoro::Task<> toggle(HuddleCommand::Track track);
+    // The source to capture a track from, asking the desktop's portal for
+    // the screen where it must; empty after a notice when there is none.
+    QCoro::Task<QString> sourceOf(HuddleCommand::Track track);
     // The system ended a capture.
     void captureStopped(HuddleCommand::Track track, const QString &error);
     void stopCaptures();
@@ -117,6 +121,7 @@ private:
     QList<TarnHuddleState> m_visible;
     Local m_camera { .capture = NativeHuddleCapture(HuddleCommand::Track::Camera) };
     Local m_screen { .capture = NativeHuddleCapture(HuddleCommand::Track::Screen) };
+    NativeScreenCastPortal m_portal;
     [[nodiscard]] Local &local(HuddleCommand::Track track)
     {
         return track == HuddleCommand::Track::Camera ? m_camera : m_screen;

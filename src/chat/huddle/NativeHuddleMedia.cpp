@@ -2,6 +2,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
+#include <QList>
 
 #include <gst/gst.h>
 
@@ -51,8 +53,13 @@ QString NativeHuddleMedia::missingPlugin()
         { "videoconvertscale", "gstreamer1.0-plugins-base" },
         { "videorate", "gstreamer1.0-plugins-base" },
     };
+    // A Wayland desktop's screen arrives over PipeWire; X11 needs no plugin for it.
+    static constexpr Needed screenCast { "pipewire", "gstreamer1.0-pipewire" };
+    QList<Needed> wanted(std::begin(needed), std::end(needed));
+    if (waylandSession())
+        wanted.append(screenCast);
     GstRegistry *registry = gst_registry_get();
-    for (const Needed &need : needed) {
+    for (const Needed &need : std::as_const(wanted)) {
         GstPlugin *plugin = gst_registry_find_plugin(registry, need.plugin);
         if (!plugin)
             return u"Huddles need the GStreamer plugin \"%1\" (Debian package %2)."_s.arg(
@@ -100,9 +107,23 @@ QString NativeHuddleMedia::screenSource(QString *error) const
 {
     if (testSources)
         return u"videotestsrc is-live=true pattern=smpte"_s;
-    if (qEnvironmentVariable("XDG_SESSION_TYPE") == "wayland"_L1 || qEnvironmentVariableIsEmpty("DISPLAY")) {
+    if (waylandSession() || qEnvironmentVariableIsEmpty("DISPLAY")) {
         *error = u"this desktop does not let the app capture its screen"_s;
         return {};
     }
     return u"ximagesrc use-damage=false show-pointer=true"_s;
+}
+
+bool NativeHuddleMedia::waylandSession()
+{
+    if (qEnvironmentVariable("XDG_SESSION_TYPE") == "wayland"_L1)
+        return true;
+    // A compositor nested in an X11 session sets WAYLAND_DISPLAY too; only
+    // an app drawn by it is on a Wayland desktop.
+    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && QGuiApplication::platformName() == "wayland"_L1;
+}
+
+QString NativeHuddleMedia::pipeWireSource(int fd, quint32 node)
+{
+    return u"pipewiresrc fd=%1 path=%2 do-timestamp=true"_s.arg(QString::number(fd), QString::number(node));
 }

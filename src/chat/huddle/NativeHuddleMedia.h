@@ -22,8 +22,16 @@ struct NativeHuddleMedia {
     // Whether a camera is there and this user may open it.
     [[nodiscard]] static Camera findCamera();
 
+    // Whether the person's desktop is a Wayland session, where only the
+    // desktop portal's screen cast can see the screen.
+    [[nodiscard]] static bool waylandSession();
+
     // The GStreamer source of the camera and of the screen; empty, with the
     // reason, when the screen cannot be captured here.
     [[nodiscard]] QString cameraSource() const;
     [[nodiscard]] QString screenSource(QString *error) const;
+    // Whether the screen comes from a portal's screen cast, then read from
+    // its PipeWire remote `fd` and stream `node` with pipeWireSource.
+    [[nodiscard]] bool screenThroughPortal() const { return !testSources && waylandSession(); }
+    [[nodiscard]] static QString pipeWireSource(int fd, quint32 node);
 };
