@@ -362,6 +362,51 @@ QList<CustomerStore::Event> CustomerStore::mailEvents(const QString &id) const
     return out;
 }
 
+QList<CustomerStore::Event> CustomerStore::callEvents(const QString &id) const
+{
+    QList<Event> out;
+    QSqlQuery q = run(m_store.database(),
+        u"SELECT c.id, c.direction, c.outcome, c.duration, c.notes, c.started_at, COALESCE(pe.name, '')"
+        " FROM calls_book c LEFT JOIN people pe ON pe.id = c.person_id WHERE c.client_id = ?"_s,
+        { id });
+    while (q.next()) {
+        const bool inbound = q.value(1).toString() == "in"_L1;
+        const QString outcome = q.value(2).toString();
+        const qint64 seconds = q.value(3).toLongLong();
+        QString title = inbound ? u"Call received"_s : u"Call made"_s;
+        if (outcome == "missed"_L1)
+            title = u"Missed call"_s;
+        else if (outcome != "answered"_L1)
+            title += u" · "_s + QString(outcome).replace(u'-', u' ');
+        else
+            title += u" · %1:%2"_s.arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0'));
+        out.append({ q.value(5).toLongLong(), q.value(0).toString(), u"call"_s, title, q.value(4).toString(),
+            q.value(6).toString() });
+    }
+    return out;
+}
+
+QList<CustomerStore::Event> CustomerStore::supportEvents(const QString &id) const
+{
+    QList<Event> out;
+    // Subtasks stay with their task on the board and out of the customer's story.
+    QSqlQuery q = run(m_store.database(),
+        u"SELECT t.id, t.title, t.status, t.created_at, t.updated_at, COALESCE(pe.name, '') FROM support_tasks t"
+        " LEFT JOIN people pe ON pe.id = t.assignee_id WHERE t.client_id = ? AND t.parent_id IS NULL"_s,
+        { id });
+    while (q.next()) {
+        const QString task = q.value(0).toString();
+        const QString title = q.value(1).toString();
+        const QString assignee = q.value(5).toString();
+        out.append({ q.value(3).toLongLong(), task + u":opened"_s, u"support"_s, u"Support task opened"_s, title,
+            assignee });
+        if (q.value(2).toString() == "done"_L1)
+            out.append({ q.value(4).toLongLong(), task + u":done"_s, u"support"_s, u"Support task done"_s, title,
+                assignee });
+    }
+    return out;
+}
+
 WorkspaceReply CustomerStore::timeline(const QString &id, const QString &before, int limit) const
 {
     if (!exists(id))
@@ -380,8 +425,8 @@ WorkspaceReply CustomerStore::timeline(const QString &id, const QString &before,
     }
 
     QList<Event> events;
-    for (QList<Event> part :
-        { noteEvents(id), taskEvents(id), stageEvents(id), sentDraftEvents(id), inboxEvents(id), mailEvents(id) })
+    for (QList<Event> part : { noteEvents(id), taskEvents(id), stageEvents(id), sentDraftEvents(id), inboxEvents(id),
+             mailEvents(id), callEvents(id), supportEvents(id) })
         events.append(std::move(part));
     const auto newerFirst
         = [](const Event &a, const Event &b) { return a.atMs != b.atMs ? a.atMs > b.atMs : a.id > b.id; };

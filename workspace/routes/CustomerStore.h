@@ -95,6 +95,8 @@ private:
     [[nodiscard]] QList<Event> sentDraftEvents(const QString &id) const;
     [[nodiscard]] QList<Event> inboxEvents(const QString &id) const;
     [[nodiscard]] QList<Event> mailEvents(const QString &id) const;
+    [[nodiscard]] QList<Event> callEvents(const QString &id) const;
+    [[nodiscard]] QList<Event> supportEvents(const QString &id) const;
 
     WorkspaceStore &m_store;
 };

@@ -76,6 +76,7 @@ QString kindLabel(const QString &kind)
         { u"mail"_s, u"Mail"_s },
         { u"task"_s, u"Task"_s },
         { u"stage"_s, u"Stage"_s },
+        { u"support"_s, u"Support"_s },
     };
     for (const auto &[id, label] : labels) {
         if (id == kind)

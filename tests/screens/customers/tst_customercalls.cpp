@@ -2,12 +2,15 @@
 #include "inbox/InboxTestClient.h"
 #include "inbox/TarnInboxCalls.h"
 #include "screens/customers/CustomerRules.h"
+#include "screens/calls/TarnCallCalls.h"
 #include "screens/customers/TarnCustomerCalls.h"
+#include "screens/support/TarnSupportCalls.h"
 #include "service/TarnAPI.h"
 #include "support/FailureOf.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QSet>
 #include <QTest>
 
@@ -72,6 +75,7 @@ private slots:
     void timelinePagesDoNotShift();
     void customerFromInboxShowsItsThread();
     void mailToTheCustomerIsOnTheTimeline();
+    void callsAndSupportTasksJoinTheTimeline();
     void profileChanges();
     void filesRoundTrip();
     void draftsSendOrDiscardOnce();
@@ -281,6 +285,37 @@ void TestCustomerCalls::mailToTheCustomerIsOnTheTimeline()
     const auto mails = std::count_if(events.cbegin(), events.cend(),
         [](const TarnTimelineEvent &e) { return e.kind == "mail"_L1 && e.title == "RE: Clay order for December"_L1; });
     QCOMPARE(mails, 1);
+}
+
+void TestCustomerCalls::callsAndSupportTasksJoinTheTimeline()
+{
+    TarnAPI &api = client.as(maren);
+    const TestWorkspace::Answer inbound = client.workspace->send("POST", u"api/test/inbox/inbound"_s,
+        QJsonDocument(QJsonObject { { u"customer_address"_s, u"+1 555 0978"_s }, { u"body"_s, u"Hello"_s } }).toJson());
+    const QString customer
+        = tarnWaitFor(TarnInboxCalls::inboxCreateCustomer(
+                          api, inbound.json().value("id"_L1).toString(), u"customers"_s, u"Rowan Hale"_s))
+              .client_id;
+
+    // A subtask stays with its task; the task itself is told when made and when done.
+    const QString task
+        = tarnWaitFor(TarnSupportCalls::createSupportTask(api, { .title = u"Fix the gate"_s, .client_id = customer }))
+              .id;
+    tarnWaitFor(TarnSupportCalls::createSupportSubtask(api, task, u"Order hinges"_s));
+    const TarnSupportTask opened = tarnWaitFor(TarnSupportCalls::supportTask(api, task));
+    tarnWaitFor(TarnSupportCalls::updateSupportTask(
+        api, task, TarnSupportTaskUpdate { .version = opened.task.version, .status = u"done"_s }));
+    // A call from the book tied to the customer afterwards.
+    const TarnCall call = tarnWaitFor(TarnCallCalls::calls(api)).constFirst();
+    tarnWaitFor(TarnCallCalls::saveCallCell(api, call.id, { u"client_id"_s, customer, call.version }));
+
+    QStringList seen;
+    for (const TarnTimelineEvent &event : wholeTimeline(api, customer, 50))
+        seen.append(event.kind + u": "_s + event.title + u" / "_s + event.body);
+    QVERIFY2(seen.contains(u"support: Support task opened / Fix the gate"_s), qPrintable(seen.join(u'\n')));
+    QVERIFY2(seen.contains(u"support: Support task done / Fix the gate"_s), qPrintable(seen.join(u'\n')));
+    QCOMPARE(seen.filter(u"Order hinges"_s), QStringList());
+    QCOMPARE(seen.filter(QRegularExpression(u"^call: (Call received|Call made|Missed call)"_s)).size(), 1);
 }
 
 void TestCustomerCalls::profileChanges()

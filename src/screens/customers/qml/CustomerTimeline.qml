@@ -31,7 +31,8 @@ ListView {
         required property string day
         required property bool firstOfDay
         readonly property var symbols: ({ note: "square.and.pencil", call: "phone", inbox: "message", mail: "envelope",
-                                           task: "checklist", stage: "arrow.right" })
+                                           task: "checklist", stage: "arrow.right",
+                                           support: "wrench.and.screwdriver" })
 
         width: ListView.view.width
         spacing: Theme.spacing.xxs
