@@ -54,6 +54,7 @@ private slots:
     void countBadge_data();
     void countBadge();
     void avatarWithoutItsPhoto();
+    void searchFieldEscape();
 
 private:
     // `body` made in a window, under the theme the app would attach.
@@ -238,6 +239,22 @@ void TestDesignComponents::avatarWithoutItsPhoto()
     // A photo that does not load leaves the initials in its place.
     QCOMPARE(letters, u"MH"_s);
     QCOMPARE(QAccessible::queryAccessibleInterface(avatar)->text(QAccessible::Name), u"Maren Holt"_s);
+}
+
+void TestDesignComponents::searchFieldEscape()
+{
+    auto *field = make("SearchField { width: 240; text: \"oak\" }");
+    QVERIFY(field);
+    field->forceActiveFocus();
+    // The first Escape empties the field and is taken; on an empty field it
+    // passes on, so the screen behind can close what is open.
+    QKeyEvent first(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window.get(), &first);
+    QCOMPARE(field->property("text").toString(), QString());
+    QVERIFY(first.isAccepted());
+    QKeyEvent second(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window.get(), &second);
+    QVERIFY(!second.isAccepted());
 }
 
 QTEST_MAIN(TestDesignComponents)

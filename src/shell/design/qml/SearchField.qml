@@ -8,7 +8,7 @@ TextField {
     id: field
 
     leftPadding: Theme.spacing.s + 24
-    rightPadding: clear.visible ? 32 : Theme.spacing.m
+    rightPadding: clearButton.visible ? 32 : Theme.spacing.m
     topPadding: Theme.spacing.s
     bottomPadding: Theme.spacing.s
     font.pixelSize: Theme.type.callout
@@ -20,7 +20,7 @@ TextField {
     Accessible.name: placeholderText
     Keys.onEscapePressed: event => {
         event.accepted = text.length > 0
-        clear()
+        field.clear()
     }
 
     background: Rectangle {
@@ -43,7 +43,7 @@ TextField {
     }
 
     IconButton {
-        id: clear
+        id: clearButton
 
         anchors.verticalCenter: parent.verticalCenter
         anchors.right: parent.right
