@@ -398,11 +398,11 @@ QList<CustomerStore::Event> CustomerStore::supportEvents(const QString &id) cons
         const QString task = q.value(0).toString();
         const QString title = q.value(1).toString();
         const QString assignee = q.value(5).toString();
-        out.append({ q.value(3).toLongLong(), task + u":opened"_s, u"support"_s, u"Support task opened"_s, title,
-            assignee });
+        out.append(
+            { q.value(3).toLongLong(), task + u":opened"_s, u"support"_s, u"Support task opened"_s, title, assignee });
         if (q.value(2).toString() == "done"_L1)
-            out.append({ q.value(4).toLongLong(), task + u":done"_s, u"support"_s, u"Support task done"_s, title,
-                assignee });
+            out.append(
+                { q.value(4).toLongLong(), task + u":done"_s, u"support"_s, u"Support task done"_s, title, assignee });
     }
     return out;
 }

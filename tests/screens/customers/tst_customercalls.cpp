@@ -1,8 +1,8 @@
 #include "TarnWaitFor.h"
 #include "inbox/InboxTestClient.h"
 #include "inbox/TarnInboxCalls.h"
-#include "screens/customers/CustomerRules.h"
 #include "screens/calls/TarnCallCalls.h"
+#include "screens/customers/CustomerRules.h"
 #include "screens/customers/TarnCustomerCalls.h"
 #include "screens/support/TarnSupportCalls.h"
 #include "service/TarnAPI.h"
@@ -292,10 +292,9 @@ void TestCustomerCalls::callsAndSupportTasksJoinTheTimeline()
     TarnAPI &api = client.as(maren);
     const TestWorkspace::Answer inbound = client.workspace->send("POST", u"api/test/inbox/inbound"_s,
         QJsonDocument(QJsonObject { { u"customer_address"_s, u"+1 555 0978"_s }, { u"body"_s, u"Hello"_s } }).toJson());
-    const QString customer
-        = tarnWaitFor(TarnInboxCalls::inboxCreateCustomer(
-                          api, inbound.json().value("id"_L1).toString(), u"customers"_s, u"Rowan Hale"_s))
-              .client_id;
+    const QString customer = tarnWaitFor(TarnInboxCalls::inboxCreateCustomer(api,
+                                             inbound.json().value("id"_L1).toString(), u"customers"_s, u"Rowan Hale"_s))
+                                 .client_id;
 
     // A subtask stays with its task; the task itself is told when made and when done.
     const QString task
