@@ -2,6 +2,8 @@
 
 #include "service/TarnAPI.h"
 
+using namespace Qt::StringLiterals;
+
 NativeHuddleView::NativeHuddleView(TarnAPI &api, NativeHuddleMedia media, QObject *parent)
     : QObject(parent)
     , m_api(api)
@@ -70,6 +72,13 @@ void NativeHuddleView::follow()
     const std::optional<TarnHuddleState> &state = m_huddle.state();
     m_participants.setRows(m_huddle.running() && state ? state->participants.value_or(QList<TarnHuddleParticipant>())
                                                        : QList<TarnHuddleParticipant>());
+    // The room list marks live huddles: this person's own one counts as soon
+    // as it goes live or ends, not at the list's next reading.
+    const bool ownLive = m_huddle.running() && m_huddle.status() == "Live"_L1;
+    if (ownLive != m_ownLive) {
+        m_ownLive = ownLive;
+        refreshVisible();
+    }
     Q_EMIT changed();
 }
 

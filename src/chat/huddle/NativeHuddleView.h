@@ -83,4 +83,6 @@ private:
     NativeHuddle m_huddle;
     NativeHuddleParticipants m_participants;
     QStringList m_liveRooms;
+    // Whether this person's own huddle was live when last followed.
+    bool m_ownLive = false;
 };

@@ -220,5 +220,9 @@ Pane {
             if (screen.huddle)
                 screen.huddle.refreshVisible()
         }
+        function onRefreshed() {
+            if (screen.huddle)
+                screen.huddle.refreshVisible()
+        }
     }
 }

@@ -49,6 +49,8 @@ void TestHuddleView::followsTheHuddle()
     QTRY_COMPARE(mine.status(), u"Live"_s);
     QCOMPARE(mine.roomName(), u"sales"_s);
     QCOMPARE(rowsOf(mine), QStringList { u"Maren Holt"_s });
+    // One's own huddle marks its room as soon as it is live.
+    QTRY_COMPARE(mine.liveRooms(), QStringList { sales });
     // The other side sees the room's huddle as live before joining it.
     theirs.refreshVisible();
     QTRY_COMPARE(theirs.liveRooms(), QStringList { sales });
