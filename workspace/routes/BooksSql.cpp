@@ -1,5 +1,6 @@
 #include "workspace/routes/BooksSql.h"
 
+#include <QDateTime>
 #include <QSqlError>
 #include <QUuid>
 #include <QVariant>
@@ -38,6 +39,21 @@ QString newID(QLatin1StringView prefix)
 QVariant orNull(const QString &value)
 {
     return value.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(value);
+}
+
+QJsonValue optionalText(const QVariant &value)
+{
+    return value.isNull() || value.toString().isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(value.toString());
+}
+
+qint64 nowMs()
+{
+    return QDateTime::currentMSecsSinceEpoch();
+}
+
+QString isoTime(qint64 ms)
+{
+    return QDateTime::fromMSecsSinceEpoch(ms, Qt::UTC).toString(Qt::ISODateWithMs);
 }
 
 } // namespace BooksSql

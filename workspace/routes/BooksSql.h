@@ -1,13 +1,15 @@
 #pragma once
 
+#include <QJsonValue>
 #include <QLatin1StringView>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
 #include <QVariantList>
 
-// The few SQL helpers the money routes (the books and the payments terminal)
-// share. A failing statement is logged without its bound values.
+// The few SQL helpers the stores share (they began with the books and the
+// payments terminal, hence the name). A failing statement is logged without
+// its bound values.
 namespace BooksSql {
 
 QSqlQuery run(const QSqlDatabase &db, const QString &sql, const QVariantList &values = {});
@@ -19,5 +21,10 @@ QSqlQuery run(const QSqlDatabase &db, const QString &sql, const QVariantList &va
 [[nodiscard]] QString newID(QLatin1StringView prefix);
 // SQL NULL for an empty text.
 [[nodiscard]] QVariant orNull(const QString &value);
+// JSON null for SQL NULL or an empty text, else the text.
+[[nodiscard]] QJsonValue optionalText(const QVariant &value);
+// Times are kept as milliseconds since the epoch and answered as ISO 8601 in UTC.
+[[nodiscard]] qint64 nowMs();
+[[nodiscard]] QString isoTime(qint64 ms);
 
 } // namespace BooksSql

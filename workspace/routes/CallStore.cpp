@@ -10,6 +10,7 @@
 #include <QSqlQuery>
 
 using namespace Qt::StringLiterals;
+using BooksSql::isoTime;
 using BooksSql::newID;
 using BooksSql::orNull;
 using BooksSql::run;
@@ -30,11 +31,6 @@ const QString callColumns = u"SELECT b.id, b.direction, b.client_id, c.name, b.p
 QJsonValue optionalText(const QVariant &value)
 {
     return value.isNull() ? QJsonValue(QJsonValue::Null) : QJsonValue(value.toString());
-}
-
-QString isoTime(qint64 ms)
-{
-    return QDateTime::fromMSecsSinceEpoch(ms, Qt::UTC).toString(Qt::ISODateWithMs);
 }
 
 // A placed call's state follows from its age; the call book's older calls

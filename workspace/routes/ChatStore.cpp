@@ -1,5 +1,7 @@
 #include "workspace/routes/ChatStore.h"
 
+#include "workspace/routes/BooksSql.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -17,6 +19,7 @@
 #include <limits>
 
 using namespace Qt::StringLiterals;
+using BooksSql::isoTime;
 
 namespace {
 
@@ -50,11 +53,6 @@ const char *const schema[] = {
 // rooms stay readable to those who can see them, but leave the list.
 constexpr auto visibleRoom = "(r.kind = 'channel' AND r.private = 0 OR EXISTS (SELECT 1 FROM chat_members m"
                              " WHERE m.room_id = r.id AND m.person_id = :me))"_L1;
-
-QString isoTime(qint64 ms)
-{
-    return QDateTime::fromMSecsSinceEpoch(ms, Qt::UTC).toString(Qt::ISODateWithMs);
-}
 
 qint64 now()
 {

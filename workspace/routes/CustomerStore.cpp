@@ -11,7 +11,10 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using BooksSql::isoTime;
 using BooksSql::newID;
+using BooksSql::nowMs;
+using BooksSql::optionalText;
 using BooksSql::orNull;
 using BooksSql::run;
 using BooksSql::single;
@@ -57,21 +60,6 @@ const QStringList stages = { u"lead"_s, u"qualified"_s, u"proposal"_s, u"custome
 // A client without a profile row stands where its board puts it.
 const QString stageOf = u"COALESCE(p.stage, CASE c.board_id WHEN 'leads' THEN 'lead' ELSE 'customer' END)"_s;
 
-qint64 nowMs()
-{
-    return QDateTime::currentMSecsSinceEpoch();
-}
-
-QString isoTime(qint64 ms)
-{
-    return QDateTime::fromMSecsSinceEpoch(ms, Qt::UTC).toString(Qt::ISODateWithMs);
-}
-
-QJsonValue optional(const QVariant &value)
-{
-    return value.isNull() || value.toString().isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(value.toString());
-}
-
 WorkspaceReply noCustomer()
 {
     return WorkspaceReply::error(404, u"No such customer."_s);
@@ -87,7 +75,7 @@ QJsonObject summaryJSON(const QSqlQuery &q)
     return { { u"id"_s, q.value(0).toString() }, { u"name"_s, q.value(1).toString() },
         { u"stage"_s, q.value(2).toString() }, { u"email"_s, q.value(3).toString() },
         { u"phone"_s, q.value(4).toString() }, { u"company"_s, q.value(5).toString() },
-        { u"follow_up_on"_s, optional(q.value(6)) }, { u"open_tasks"_s, q.value(7).toLongLong() } };
+        { u"follow_up_on"_s, optionalText(q.value(6)) }, { u"open_tasks"_s, q.value(7).toLongLong() } };
 }
 
 const QString summarySelect = u"SELECT c.id, c.name, "_s + stageOf
@@ -178,7 +166,7 @@ QJsonObject CustomerStore::profileJSON(const QString &id) const
         { u"stage"_s, c.value(2).toString() }, { u"email"_s, c.value(3).toString() },
         { u"phone"_s, c.value(4).toString() }, { u"company"_s, c.value(5).toString() },
         { u"address"_s, c.value(6).toString() }, { u"version"_s, c.value(7).toLongLong() },
-        { u"archived"_s, c.value(8).toBool() }, { u"follow_up_on"_s, optional(c.value(9)) },
+        { u"archived"_s, c.value(8).toBool() }, { u"follow_up_on"_s, optionalText(c.value(9)) },
         { u"created_at"_s, isoTime(c.value(10).toLongLong()) } };
 
     QJsonArray tasks;
@@ -188,7 +176,7 @@ QJsonObject CustomerStore::profileJSON(const QString &id) const
         { id });
     while (t.next())
         tasks.append(QJsonObject { { u"id"_s, t.value(0).toString() }, { u"title"_s, t.value(1).toString() },
-            { u"due_on"_s, optional(t.value(2)) }, { u"done"_s, t.value(3).toBool() } });
+            { u"due_on"_s, optionalText(t.value(2)) }, { u"done"_s, t.value(3).toBool() } });
     out.insert(u"tasks"_s, tasks);
 
     QJsonArray contacts;

@@ -9,7 +9,10 @@
 #include <QSqlQuery>
 
 using namespace Qt::StringLiterals;
+using BooksSql::isoTime;
 using BooksSql::newID;
+using BooksSql::nowMs;
+using BooksSql::optionalText;
 using BooksSql::orNull;
 using BooksSql::run;
 using BooksSql::single;
@@ -23,21 +26,6 @@ constexpr qint64 queuedMs = 1500;
 constexpr qint64 sentMs = 4000;
 
 const QString inboxApp = u"Calls"_s;
-
-qint64 nowMs()
-{
-    return QDateTime::currentMSecsSinceEpoch();
-}
-
-QString isoTime(qint64 ms)
-{
-    return QDateTime::fromMSecsSinceEpoch(ms, Qt::UTC).toString(Qt::ISODateWithMs);
-}
-
-QJsonValue optionalText(const QVariant &value)
-{
-    return value.isNull() || value.toString().isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(value.toString());
-}
 
 bool answerable(const QString &kind)
 {

@@ -12,7 +12,10 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using BooksSql::isoTime;
 using BooksSql::newID;
+using BooksSql::nowMs;
+using BooksSql::optionalText;
 using BooksSql::orNull;
 using BooksSql::run;
 using BooksSql::single;
@@ -24,21 +27,6 @@ const QString supportApp = u"Support"_s;
 const QStringList statuses { u"todo"_s, u"in_progress"_s, u"waiting"_s, u"done"_s };
 const QStringList priorities { u"low"_s, u"normal"_s, u"high"_s, u"urgent"_s };
 const QStringList repeats { u"week"_s, u"month"_s, u"quarter"_s };
-
-qint64 nowMs()
-{
-    return QDateTime::currentMSecsSinceEpoch();
-}
-
-QString isoTime(qint64 ms)
-{
-    return QDateTime::fromMSecsSinceEpoch(ms, Qt::UTC).toString(Qt::ISODateWithMs);
-}
-
-QJsonValue optionalText(const QVariant &value)
-{
-    return value.isNull() || value.toString().isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(value.toString());
-}
 
 QString statusLabel(const QString &status)
 {
