@@ -39,8 +39,7 @@ QCoro::Task<QList<TarnThoughtPost>> thoughtBoard(TarnAPI &api)
 
 QCoro::Task<TarnOK> markPostRead(TarnAPI &api, const QString &post)
 {
-    return api.request<TarnOK>(
-        TarnPath(u"/api/company/thoughts"_s).id(post).segment("read"_L1), TarnMethod::Post);
+    return api.request<TarnOK>(TarnPath(u"/api/company/thoughts"_s).id(post).segment("read"_L1), TarnMethod::Post);
 }
 
 QCoro::Task<TarnThoughtPost> decidePost(TarnAPI &api, const QString &post, const TarnPostDecision &decision)

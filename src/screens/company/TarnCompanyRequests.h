@@ -20,8 +20,8 @@ struct TarnTeamMemberDraft {
     QStringList apps;
     [[nodiscard]] QJsonObject toJSON() const
     {
-        return { { QStringLiteral("name"), name }, { QStringLiteral("email"), email },
-            { QStringLiteral("role"), role }, { QStringLiteral("apps"), QJsonArray::fromStringList(apps) } };
+        return { { QStringLiteral("name"), name }, { QStringLiteral("email"), email }, { QStringLiteral("role"), role },
+            { QStringLiteral("apps"), QJsonArray::fromStringList(apps) } };
     }
 };
 

@@ -108,8 +108,7 @@ void TestCompanyCalls::access()
         break;
     case Call::Decide: {
         const TarnThoughtPost post = waitingPost();
-        failure = failureOf(
-            TarnCompanyCalls::decidePost(api, post.id, TarnPostDecision { u"adopt"_s, post.version }));
+        failure = failureOf(TarnCompanyCalls::decidePost(api, post.id, TarnPostDecision { u"adopt"_s, post.version }));
         break;
     }
     }
@@ -140,16 +139,16 @@ void TestCompanyCalls::appsChangeOnTheNextSessionRefresh()
         u"Apps are chosen from"_s);
     QCOMPARE(failureOf(TarnCompanyCalls::updateTeamAccess(owner, u"p-maren"_s, TarnTeamAccess {})),
         u"The owner always has every app."_s);
-    QCOMPARE(failureOf(TarnCompanyCalls::updateTeamAccess(owner, u"p-nobody"_s, TarnTeamAccess {})),
-        u"No such person."_s);
+    QCOMPARE(
+        failureOf(TarnCompanyCalls::updateTeamAccess(owner, u"p-nobody"_s, TarnTeamAccess {})), u"No such person."_s);
 }
 
 void TestCompanyCalls::newMembers_data()
 {
     QTest::addColumn<DraftRow>("row");
-    QTest::addRow("added") << DraftRow { { u"  Lee   Park "_s, u"Lee@Halvard.example"_s, u"intern"_s,
-                                             { u"Home"_s, u"Mail"_s, u"Home"_s } },
-        {} };
+    QTest::addRow("added") << DraftRow {
+        { u"  Lee   Park "_s, u"Lee@Halvard.example"_s, u"intern"_s, { u"Home"_s, u"Mail"_s, u"Home"_s } }, {}
+    };
     QTest::addRow("no name") << DraftRow { { u"  "_s, u"x@halvard.example"_s, {}, {} }, u"A name cannot be empty."_s };
     QTest::addRow("long name") << DraftRow { { QString(81, u'a'), u"x@halvard.example"_s, {}, {} },
         u"A name is at most 80 characters."_s };
@@ -194,8 +193,8 @@ void TestCompanyCalls::searchShowsAppsToOwnersOnly()
 void TestCompanyCalls::rename()
 {
     TarnAPI &api = client.as(ada);
-    QCOMPARE(failureOf(TarnCompanyCalls::renameMyAccount(api, TarnAccountRename { u" "_s })),
-        u"A name cannot be empty."_s);
+    QCOMPARE(
+        failureOf(TarnCompanyCalls::renameMyAccount(api, TarnAccountRename { u" "_s })), u"A name cannot be empty."_s);
     (void)tarnWaitFor(TarnCompanyCalls::renameMyAccount(api, TarnAccountRename { u" Ada  Lind "_s }));
     QCOMPARE(tarnWaitFor(api.refreshSession()).name, u"Ada Lind"_s);
     (void)tarnWaitFor(TarnCompanyCalls::renameMyAccount(api, TarnAccountRename { u"Ada Lindqvist"_s }));
@@ -206,8 +205,8 @@ void TestCompanyCalls::readMarksArePersonal()
     const TarnThoughtPost post = waitingPost();
     const auto readBy = [&](const QString &who) {
         const QList<TarnThoughtPost> board = tarnWaitFor(TarnCompanyCalls::thoughtBoard(client.as(who)));
-        const auto at = std::find_if(
-            board.begin(), board.end(), [&post](const TarnThoughtPost &p) { return p.id == post.id; });
+        const auto at
+            = std::find_if(board.begin(), board.end(), [&post](const TarnThoughtPost &p) { return p.id == post.id; });
         return at != board.end() && at->read;
     };
     const bool ownerRead = readBy(maren);
