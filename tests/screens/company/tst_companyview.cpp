@@ -107,8 +107,7 @@ void TestCompanyView::appGivenReachesTheirNextSession()
         return TarnTeamMember();
     };
     // In the shell's order, wherever the app was ticked.
-    QCOMPARE(jonahRow().apps,
-        (QStringList { u"Home"_s, u"Support"_s, u"Docs"_s, u"Calls"_s, u"Mail"_s }));
+    QCOMPARE(jonahRow().apps, (QStringList { u"Home"_s, u"Support"_s, u"Docs"_s, u"Calls"_s, u"Mail"_s }));
 
     std::unique_ptr<NativeCompanyView> member = opened(jonah);
     QVERIFY(member);
@@ -147,8 +146,8 @@ void TestCompanyView::refusedDecisionShowsTheCurrentOne()
     QVERIFY(waiting != view->thoughts()->rows().end());
     const TarnThoughtPost shown = *waiting;
     // Decided elsewhere after the screen read the board.
-    (void)tarnWaitFor(TarnCompanyCalls::decidePost(
-        client.as(maren), shown.id, TarnPostDecision { u"decline"_s, shown.version }));
+    (void)tarnWaitFor(
+        TarnCompanyCalls::decidePost(client.as(maren), shown.id, TarnPostDecision { u"decline"_s, shown.version }));
 
     QVERIFY(act(*view, [&] { view->decide(shown.id, u"adopt"_s); }));
     QCOMPARE(view->errorText(), u"Maren Holt decided this post in the meantime; it now shows their decision."_s);
