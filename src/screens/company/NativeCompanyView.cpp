@@ -63,14 +63,17 @@ void NativeCompanyView::setSearch(const QString &search)
         return;
     m_search = search;
     Q_EMIT searchChanged();
-    searchTask();
+    reread(Part::Team);
 }
 
-QCoro::Task<> NativeCompanyView::searchTask()
+QCoro::Task<> NativeCompanyView::reread(Part part)
 {
     const QPointer<NativeCompanyView> self(this);
     try {
-        co_await loadTeam();
+        if (part == Part::Team)
+            co_await loadTeam();
+        else
+            co_await loadThoughts();
     } catch (const TarnAPIError &error) {
         if (self)
             fail(error);
@@ -250,31 +253,37 @@ QCoro::Task<> NativeCompanyView::accessTask(QString personId, TarnTeamAccess acc
     }
     if (!self)
         co_return;
-    try {
-        co_await loadTeam();
-    } catch (const TarnAPIError &error) {
-        if (!self)
-            co_return;
-        fail(error);
-    }
+    co_await reread(Part::Team);
     if (self)
         finish(refusal);
 }
 
-void NativeCompanyView::markRead(const QString &postId)
+const TarnThoughtPost *NativeCompanyView::post(const QString &id) const
 {
     const QList<TarnThoughtPost> &rows = m_thoughts->rows();
-    const auto at
-        = std::find_if(rows.begin(), rows.end(), [&postId](const TarnThoughtPost &p) { return p.id == postId; });
-    if (at == rows.end() || at->read)
-        return;
-    // Shown read at once: the mark is the reader's own and cannot clash.
-    TarnThoughtPost read = *at;
-    read.read = true;
-    QList<TarnThoughtPost> next = rows;
-    next[at - rows.begin()] = read;
+    const auto at = std::find_if(rows.begin(), rows.end(), [&id](const TarnThoughtPost &p) { return p.id == id; });
+    return at == rows.end() ? nullptr : &*at;
+}
+
+void NativeCompanyView::showPost(const TarnThoughtPost &changed)
+{
+    QList<TarnThoughtPost> next = m_thoughts->rows();
+    for (TarnThoughtPost &post : next)
+        if (post.id == changed.id)
+            post = changed;
     m_thoughts->setRows(next);
     Q_EMIT boardChanged();
+}
+
+void NativeCompanyView::markRead(const QString &postId)
+{
+    const TarnThoughtPost *shown = post(postId);
+    if (!shown || shown->read)
+        return;
+    // Shown read at once: the mark is the reader's own and cannot clash.
+    TarnThoughtPost read = *shown;
+    read.read = true;
+    showPost(read);
     readTask(postId);
 }
 
@@ -293,12 +302,10 @@ QCoro::Task<> NativeCompanyView::readTask(QString postId)
 
 void NativeCompanyView::decide(const QString &postId, const QString &decision)
 {
-    const QList<TarnThoughtPost> &rows = m_thoughts->rows();
-    const auto at
-        = std::find_if(rows.begin(), rows.end(), [&postId](const TarnThoughtPost &p) { return p.id == postId; });
-    if (m_busy || at == rows.end() || at->decision == decision)
+    const TarnThoughtPost *shown = post(postId);
+    if (m_busy || !shown || shown->decision == decision)
         return;
-    decideTask(postId, TarnPostDecision { decision, at->version });
+    decideTask(postId, TarnPostDecision { decision, shown->version });
 }
 
 QCoro::Task<> NativeCompanyView::decideTask(QString postId, TarnPostDecision decision)
@@ -310,12 +317,7 @@ QCoro::Task<> NativeCompanyView::decideTask(QString postId, TarnPostDecision dec
         const TarnThoughtPost decided = co_await TarnCompanyCalls::decidePost(m_api, postId, decision);
         if (!self)
             co_return;
-        QList<TarnThoughtPost> next = m_thoughts->rows();
-        for (TarnThoughtPost &post : next)
-            if (post.id == decided.id)
-                post = decided;
-        m_thoughts->setRows(next);
-        Q_EMIT boardChanged();
+        showPost(decided);
     } catch (const TarnAPIError &error) {
         if (!self)
             co_return;
@@ -324,16 +326,9 @@ QCoro::Task<> NativeCompanyView::decideTask(QString postId, TarnPostDecision dec
     }
     if (!self)
         co_return;
-    if (!refusal.isEmpty()) {
-        // Someone decided first: show the board as it now is.
-        try {
-            co_await loadThoughts();
-        } catch (const TarnAPIError &error) {
-            if (!self)
-                co_return;
-            fail(error);
-        }
-    }
+    // Someone decided first: show the board as it now is.
+    if (!refusal.isEmpty())
+        co_await reread(Part::Thoughts);
     if (self)
         finish(refusal);
 }

@@ -87,7 +87,10 @@ private:
     [[nodiscard]] bool mayRead(Part part) const;
     QCoro::Task<> load(int generation);
     QCoro::Task<> loadTeam();
-    QCoro::Task<> searchTask();
+    // Reads the part again, a failure shown rather than thrown.
+    QCoro::Task<> reread(Part part);
+    [[nodiscard]] const TarnThoughtPost *post(const QString &id) const;
+    void showPost(const TarnThoughtPost &changed);
     QCoro::Task<> loadThoughts();
     QCoro::Task<> renameTask(TarnAccountRename rename);
     QCoro::Task<> addTask(TarnTeamMemberDraft draft);

@@ -42,7 +42,8 @@ private:
     [[nodiscard]] bool clicked(QQuickItem *item)
     {
         QSignalSpy done(company.get(), &NativeCompanyView::actionFinished);
-        QTest::mouseClick(&window, Qt::LeftButton, {}, item->mapToScene({ item->width() / 2, item->height() / 2 }).toPoint());
+        QTest::mouseClick(
+            &window, Qt::LeftButton, {}, item->mapToScene({ item->width() / 2, item->height() / 2 }).toPoint());
         return !done.isEmpty() || done.wait();
     }
     void show(const QString &section)
