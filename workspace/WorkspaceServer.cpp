@@ -10,6 +10,7 @@
 #include "workspace/routes/BooksRoutes.h"
 #include "workspace/routes/CallRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
+#include "workspace/routes/CompanyRoutes.h"
 #include "workspace/routes/CustomerRoutes.h"
 #include "workspace/routes/GifRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
@@ -148,6 +149,7 @@ bool WorkspaceServer::start(QString *error)
         return false;
     // After the inbox, whose demo customers the calls name.
     CallRoutes::add(*this);
+    CompanyRoutes::add(*this);
     SupportRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);

@@ -151,6 +151,19 @@ const char *const schema[] = {
     " ring_ms INTEGER NOT NULL DEFAULT 0, duration INTEGER NOT NULL, outcome TEXT NOT NULL,"
     " notes TEXT NOT NULL DEFAULT '', mode TEXT, recorded INTEGER NOT NULL DEFAULT 0,"
     " version INTEGER NOT NULL DEFAULT 1, edited_by TEXT REFERENCES people(id))",
+    // The company's handbook and thought board. `company_post_reads` holds
+    // who has read which post; a decision is the owner's, with the post's
+    // `version` guarding it against another owner's at the same time.
+    "CREATE TABLE IF NOT EXISTS company_sops ("
+    " id TEXT PRIMARY KEY, title TEXT NOT NULL, category TEXT NOT NULL, body TEXT NOT NULL,"
+    " author_id TEXT NOT NULL REFERENCES people(id), updated_at INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS company_posts ("
+    " id TEXT PRIMARY KEY, title TEXT NOT NULL, body TEXT NOT NULL, author_id TEXT NOT NULL REFERENCES people(id),"
+    " created_at INTEGER NOT NULL, decision TEXT, decided_by TEXT REFERENCES people(id),"
+    " version INTEGER NOT NULL DEFAULT 1)",
+    "CREATE TABLE IF NOT EXISTS company_post_reads ("
+    " post_id TEXT NOT NULL REFERENCES company_posts(id), person_id TEXT NOT NULL REFERENCES people(id),"
+    " PRIMARY KEY (post_id, person_id))",
     // A sales lead's details beside its `clients` row on the "leads" board;
     // `estimate` in cents.
     "CREATE TABLE IF NOT EXISTS calls_leads ("
