@@ -103,7 +103,10 @@ void PortalStore::ensureAccount(const QString &client)
 
 QJsonArray PortalStore::accounts(const QString &where, const QVariantList &values) const
 {
-    QSqlQuery q = run(m_store.database(), accountColumns + where + u" ORDER BY c.name, c.id"_s, values);
+    QSqlQuery q = run(m_store.database(),
+        accountColumns + where
+            + u" ORDER BY CASE a.status WHEN 'live' THEN 0 WHEN 'paused' THEN 1 ELSE 2 END, c.name, c.id"_s,
+        values);
     QJsonArray out;
     while (q.next()) {
         out.append(QJsonObject { { u"client_id"_s, q.value(0).toString() }, { u"client_name"_s, q.value(1).toString() },

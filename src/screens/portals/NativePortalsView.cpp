@@ -36,7 +36,7 @@ NativePortalsView::NativePortalsView(TarnAPI &api, QObject *parent)
               { "clientId", [](const TarnPortalAlert &r) { return r.client_id; } },
               { "clientName", [](const TarnPortalAlert &r) { return r.client_name; } },
               { "kind", [](const TarnPortalAlert &r) { return r.kind; } },
-              { "text", [](const TarnPortalAlert &r) { return r.text; } },
+              { "message", [](const TarnPortalAlert &r) { return r.text; } },
               { "createdAt", [](const TarnPortalAlert &r) { return r.created_at; } },
           },
           this))

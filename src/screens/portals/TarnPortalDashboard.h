@@ -7,7 +7,7 @@
 
 class TarnJSONObject;
 
-// Every client's portal by name, and the alerts nobody has acknowledged yet,
+// Every client's portal, live ones first, and the alerts nobody has acknowledged yet,
 // newest first.
 struct TarnPortalDashboard {
     QList<TarnPortalAccount> accounts;
