@@ -18,6 +18,7 @@
 #include "workspace/routes/InboxRoutes.h"
 #include "workspace/routes/MailRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
+#include "workspace/routes/PortalRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
 #include "workspace/routes/SupportRoutes.h"
@@ -151,6 +152,8 @@ bool WorkspaceServer::start(QString *error)
     CallRoutes::add(*this);
     CompanyRoutes::add(*this);
     SupportRoutes::add(*this);
+    // After the inbox, whose demo customers have the portals.
+    PortalRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

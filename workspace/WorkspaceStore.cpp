@@ -202,6 +202,31 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS support_views ("
     " id TEXT PRIMARY KEY, person_id TEXT NOT NULL REFERENCES people(id), name TEXT NOT NULL,"
     " filters TEXT NOT NULL, created_at INTEGER NOT NULL)",
+    // Client portals, one per customer. Keys are kept only as their SHA-256
+    // and last characters; a person's sign-in link likewise. Months are
+    // "YYYY-MM", times milliseconds since the epoch, money in cents.
+    "CREATE TABLE IF NOT EXISTS portals_accounts ("
+    " client_id TEXT PRIMARY KEY REFERENCES clients(id), status TEXT NOT NULL, welcome TEXT NOT NULL DEFAULT '',"
+    " lead_key_hash TEXT UNIQUE, lead_key_tail TEXT, pilo_key_hash TEXT UNIQUE, pilo_key_tail TEXT,"
+    " refreshed_at INTEGER, version INTEGER NOT NULL DEFAULT 1, edited_by TEXT REFERENCES people(id))",
+    "CREATE TABLE IF NOT EXISTS portals_people ("
+    " id TEXT PRIMARY KEY, client_id TEXT NOT NULL REFERENCES portals_accounts(client_id), name TEXT NOT NULL,"
+    " email TEXT NOT NULL, invited_at INTEGER NOT NULL, last_seen_at INTEGER, link_hash TEXT,"
+    " link_expires_at INTEGER, UNIQUE (client_id, email))",
+    "CREATE TABLE IF NOT EXISTS portals_alerts ("
+    " id TEXT PRIMARY KEY, client_id TEXT NOT NULL REFERENCES portals_accounts(client_id), kind TEXT NOT NULL,"
+    " text TEXT NOT NULL, created_at INTEGER NOT NULL, acknowledged_by TEXT REFERENCES people(id),"
+    " acknowledged_at INTEGER)",
+    "CREATE TABLE IF NOT EXISTS portals_reports ("
+    " id TEXT PRIMARY KEY, client_id TEXT NOT NULL REFERENCES portals_accounts(client_id), title TEXT NOT NULL,"
+    " month TEXT NOT NULL, body TEXT NOT NULL, published INTEGER NOT NULL DEFAULT 0, created_at INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS portals_work ("
+    " id TEXT PRIMARY KEY, client_id TEXT NOT NULL REFERENCES portals_accounts(client_id), title TEXT NOT NULL,"
+    " status TEXT NOT NULL, updated_at INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS portals_performance ("
+    " client_id TEXT NOT NULL REFERENCES portals_accounts(client_id), month TEXT NOT NULL,"
+    " visits INTEGER NOT NULL, leads INTEGER NOT NULL, calls INTEGER NOT NULL, revenue INTEGER NOT NULL,"
+    " PRIMARY KEY (client_id, month))",
 };
 
 WorkspacePerson personFrom(const QSqlQuery &q)

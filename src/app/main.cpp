@@ -222,6 +222,16 @@ int main(int argc, char **argv)
             waitForFirstLoad(*capture, app.payments(), &NativePaymentsView::stateChanged);
         else if (shown && shown->screen == TarnScreen::support)
             waitForFirstLoad(*capture, app.support(), &NativeSupportView::loadingChanged);
+        // The dashboard once loaded, with the first client's portal open.
+        else if (shown && shown->screen == TarnScreen::portals) {
+            NativePortalsView &portals = app.portals();
+            capture->setReady([&portals] { return portals.loaded() && !portals.openClientId().isEmpty(); });
+            QObject::connect(&portals, &NativePortalsView::refreshed, capture.get(), [&capture, &portals] {
+                if (portals.loaded() && portals.openClientId().isEmpty() && portals.accounts()->rowCount() > 0)
+                    portals.openPortal(portals.accountRows().rows().constFirst().client_id);
+                capture->recheck();
+            });
+        }
         // A books page (the only documents places a profile names) is shown
         // once the Dashboard's months are in, which follow the overview
         // every page loads, and the period its page asked for is.

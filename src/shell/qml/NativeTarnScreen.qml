@@ -11,6 +11,7 @@ import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
 import PiloTarn.Support
+import PiloTarn.Portals
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board, the books' pages and the payments terminal their
@@ -31,6 +32,7 @@ Pane {
     required property NativeBooksView books
     required property NativePaymentsView payments
     required property NativeSupportView support
+    required property NativePortalsView portals
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -71,6 +73,7 @@ Pane {
                                            ? navigation.destination.resolvedSection : ""
     readonly property bool showsCalls: callsSection.length > 0
     readonly property bool showsSupport: navigation.destination.screenName === "support"
+    readonly property bool showsPortals: navigation.destination.screenName === "portals"
 
     padding: 0
     background: null
@@ -276,12 +279,23 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            objectName: "portalsScreen"
+            active: screen.showsPortals
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Portals/qml/PortalsScreen.qml",
+                                             { portals: screen.portals })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
                      && !screen.showsCustomers
                      && !screen.showsCalls
                      && !screen.showsSupport
+                     && !screen.showsPortals
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true
