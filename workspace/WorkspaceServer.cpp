@@ -11,6 +11,7 @@
 #include "workspace/routes/CallRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
 #include "workspace/routes/CustomerRoutes.h"
+#include "workspace/routes/DocumentRoutes.h"
 #include "workspace/routes/GifRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/HuddleRoutes.h"
@@ -149,6 +150,8 @@ bool WorkspaceServer::start(QString *error)
     // After the inbox, whose demo customers the calls name.
     CallRoutes::add(*this);
     SupportRoutes::add(*this);
+    // After the inbox, whose demo customers the documents name.
+    DocumentRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;
