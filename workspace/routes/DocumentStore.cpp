@@ -114,14 +114,14 @@ QJsonObject DocumentStore::envelopeObject(const QString &id) const
             { u"email"_s, s.value(2).toString() }, { u"status"_s, status },
             { u"signed_at"_s, status == "signed"_L1 ? optionalTime(signsAt) : QJsonValue(QJsonValue::Null) } });
     }
-    const bool completed = sent > 0 && !signers.isEmpty()
-        && signers.last().toObject().value("status"_L1).toString() == "signed"_L1;
+    const bool completed
+        = sent > 0 && !signers.isEmpty() && signers.last().toObject().value("status"_L1).toString() == "signed"_L1;
     return { { u"id"_s, e.value(0).toString() }, { u"document_id"_s, e.value(1).toString() },
         { u"title"_s, e.value(2).toString() }, { u"message"_s, e.value(3).toString() },
         { u"status"_s, sent == 0 ? u"draft"_s : (completed ? u"completed"_s : u"sent"_s) },
         { u"sender_name"_s, e.value(4).toString() }, { u"created_at"_s, isoTime(e.value(5).toLongLong()) },
-        { u"sent_at"_s, optionalTime(sent) }, { u"completed_at"_s, completed ? optionalTime(lastSigned) : QJsonValue() },
-        { u"signers"_s, signers } };
+        { u"sent_at"_s, optionalTime(sent) },
+        { u"completed_at"_s, completed ? optionalTime(lastSigned) : QJsonValue() }, { u"signers"_s, signers } };
 }
 
 WorkspaceReply DocumentStore::envelope(const QString &id) const

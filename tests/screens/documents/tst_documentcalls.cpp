@@ -103,9 +103,9 @@ void TestDocumentCalls::draftRefusals_data()
                                     << u"An envelope goes to between 1 and 10 signers."_s;
     QTest::addRow("no address") << TarnEnvelopeDraft { u"doc-pr-quill"_s, {}, { { u"Nia"_s, u"nia@"_s } } }
                                 << u"Every signer needs a name and an email address."_s;
-    QTest::addRow("same signer twice")
-        << TarnEnvelopeDraft { u"doc-pr-quill"_s, {}, { owner, { u"M. Holt"_s, u"MAREN@halvard.example"_s } } }
-        << u"maren@halvard.example is on the envelope twice."_s;
+    QTest::addRow("same signer twice") << TarnEnvelopeDraft { u"doc-pr-quill"_s, {},
+        { owner, { u"M. Holt"_s, u"MAREN@halvard.example"_s } } }
+                                       << u"maren@halvard.example is on the envelope twice."_s;
     QTest::addRow("already out for signature") << TarnEnvelopeDraft { u"doc-ag-oakline"_s, {}, { customer } }
                                                << u"This document already has an envelope that is not finished."_s;
     QTest::addRow("a draft waits to be sent") << TarnEnvelopeDraft { u"doc-ag-fernhill"_s, {}, { customer } }
