@@ -16,6 +16,7 @@
 #include "screens/customers/NativeCustomerSearchFeed.h"
 #include "screens/customers/NativeCustomersView.h"
 #include "screens/calls/NativeCallsView.h"
+#include "screens/documents/NativeDocumentsView.h"
 #include "screens/support/NativeSupportView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
@@ -68,6 +69,7 @@ public:
     [[nodiscard]] NativeCustomersView &customers() { return m_customers; }
     [[nodiscard]] NativeCallsView &calls() { return m_calls; }
     [[nodiscard]] NativeSupportView &support() { return m_support; }
+    [[nodiscard]] NativeDocumentsView &documents() { return m_documents; }
 
 private:
     TarnAPI m_api;
@@ -92,6 +94,7 @@ private:
     NativeCustomerSearchFeed m_customerSearch;
     NativeCallsView m_calls;
     NativeSupportView m_support;
+    NativeDocumentsView m_documents;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

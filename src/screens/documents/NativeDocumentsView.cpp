@@ -274,11 +274,7 @@ QCoro::Task<> NativeDocumentsView::createTask(TarnEnvelopeDraft draft)
             co_return;
         fail(error);
     }
-    setBusy(false);
-    co_await refreshOnce();
-    if (!self)
-        co_return;
-    Q_EMIT actionFinished();
+    co_await finishAction();
 }
 
 void NativeDocumentsView::send()
@@ -308,6 +304,14 @@ QCoro::Task<> NativeDocumentsView::sendTask(QString id)
             co_return;
         fail(error);
     }
+    co_await finishAction();
+}
+
+// The documents again after a change, as it shows in their list, then the
+// action is over.
+QCoro::Task<> NativeDocumentsView::finishAction()
+{
+    const QPointer<NativeDocumentsView> self(this);
     setBusy(false);
     co_await refreshOnce();
     if (!self)

@@ -35,6 +35,7 @@ class NativeDocumentsView : public QObject {
     Q_PROPERTY(QString search READ search WRITE setSearch NOTIFY sectionChanged)
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY sectionChanged)
     Q_PROPERTY(QVariantMap openEnvelope READ openEnvelope NOTIFY envelopeChanged)
+    Q_PROPERTY(QString openEnvelopeId READ openEnvelopeId NOTIFY envelopeChanged)
     Q_PROPERTY(bool canSend READ canSend NOTIFY envelopeChanged)
     Q_PROPERTY(QString draftDocumentId READ draftDocumentId NOTIFY draftChanged)
     Q_PROPERTY(QVariantList draftRecipients READ draftRecipients NOTIFY draftChanged)
@@ -61,6 +62,7 @@ public:
     [[nodiscard]] QString emptyText() const;
     [[nodiscard]] QVariantMap openEnvelope() const;
     [[nodiscard]] std::optional<TarnEnvelope> envelope() const { return m_envelope; }
+    [[nodiscard]] QString openEnvelopeId() const { return m_envelope ? m_envelope->id : QString(); }
     [[nodiscard]] bool canSend() const;
     [[nodiscard]] QString draftDocumentId() const { return m_draft ? m_draft->document_id : QString(); }
     [[nodiscard]] QVariantList draftRecipients() const;
@@ -107,6 +109,7 @@ private:
     QCoro::Task<> envelopeTask(QString id, int generation);
     QCoro::Task<> createTask(TarnEnvelopeDraft draft);
     QCoro::Task<> sendTask(QString id);
+    QCoro::Task<> finishAction();
     void showDocuments(const QList<TarnDocument> &all);
     void showEnvelope(const std::optional<TarnEnvelope> &envelope);
     void applyFilter();

@@ -19,7 +19,7 @@ NativeSignerModel::NativeSignerModel(QObject *parent)
                         const QDateTime at = QDateTime::fromString(*r.signed_at, Qt::ISODateWithMs).toLocalTime();
                         return u"Signed %1"_s.arg(QLocale(QLocale::English).toString(at, u"d MMM, HH:mm"_s));
                     }
-                    return r.status == "sent"_L1 ? u"Their turn to sign"_s : u"Waiting for the signers before"_s;
+                    return r.status == "sent"_L1 ? u"Their turn to sign"_s : u"Waiting"_s;
                 } },
         },
         parent)
