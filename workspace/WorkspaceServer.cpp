@@ -12,6 +12,7 @@
 #include "workspace/routes/ChatRoutes.h"
 #include "workspace/routes/CompanyRoutes.h"
 #include "workspace/routes/CustomerRoutes.h"
+#include "workspace/routes/DocumentRoutes.h"
 #include "workspace/routes/GifRoutes.h"
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/HuddleRoutes.h"
@@ -154,6 +155,8 @@ bool WorkspaceServer::start(QString *error)
     SupportRoutes::add(*this);
     // After the inbox, whose demo customers have the portals.
     PortalRoutes::add(*this);
+    // After the inbox, whose demo customers the documents name.
+    DocumentRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

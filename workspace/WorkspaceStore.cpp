@@ -169,6 +169,20 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS calls_leads ("
     " client_id TEXT PRIMARY KEY REFERENCES clients(id), status TEXT NOT NULL, source TEXT NOT NULL,"
     " interest TEXT NOT NULL, owner_id TEXT REFERENCES people(id), estimate INTEGER NOT NULL DEFAULT 0)",
+    // The documents screen: `kind` "worksheet", "agreement" or "proposal";
+    // times in milliseconds. An envelope is a draft while `sent_at` is null;
+    // its signers sign in `position` order, `sign_ms` apart once it is sent.
+    "CREATE TABLE IF NOT EXISTS documents_items ("
+    " id TEXT PRIMARY KEY, kind TEXT NOT NULL, title TEXT NOT NULL, client_id TEXT REFERENCES clients(id),"
+    " owner_id TEXT NOT NULL REFERENCES people(id), status TEXT NOT NULL, updated_at INTEGER NOT NULL,"
+    " pages INTEGER NOT NULL DEFAULT 1)",
+    "CREATE TABLE IF NOT EXISTS documents_envelopes ("
+    " id TEXT PRIMARY KEY, document_id TEXT NOT NULL REFERENCES documents_items(id), message TEXT NOT NULL,"
+    " created_by TEXT NOT NULL REFERENCES people(id), created_at INTEGER NOT NULL, sent_at INTEGER,"
+    " sign_ms INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS documents_signers ("
+    " envelope_id TEXT NOT NULL REFERENCES documents_envelopes(id), position INTEGER NOT NULL,"
+    " name TEXT NOT NULL, email TEXT NOT NULL, PRIMARY KEY (envelope_id, position))",
     // The support board. A subtask is a task with a parent; a task made by a
     // recurring rule carries the rule and the day it stands for, once.
     "CREATE TABLE IF NOT EXISTS support_recurring ("

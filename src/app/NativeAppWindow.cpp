@@ -22,6 +22,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_CustomersPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_CallsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_SupportPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_PortalsPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_DocumentsPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -77,6 +78,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_calls(m_api, preferences)
     , m_support(m_api, preferences)
     , m_portals(m_api)
+    , m_documents(m_api)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -101,6 +103,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_calls.clear();
             m_support.clear();
             m_portals.clear();
+            m_documents.clear();
         }
     });
     m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
@@ -169,6 +172,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"calls"_s, QVariant::fromValue(&m_calls) },
         { u"support"_s, QVariant::fromValue(&m_support) },
         { u"portals"_s, QVariant::fromValue(&m_portals) },
+        { u"documents"_s, QVariant::fromValue(&m_documents) },
         { u"gallery"_s, content == Content::Gallery },
     });
     // Mail images come only from the open thread: the proxy or its attachments.

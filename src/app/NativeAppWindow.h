@@ -17,6 +17,7 @@
 #include "screens/customers/NativeCustomerSearchFeed.h"
 #include "screens/customers/NativeCustomersView.h"
 #include "screens/portals/NativePortalsView.h"
+#include "screens/documents/NativeDocumentsView.h"
 #include "screens/support/NativeSupportView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
@@ -70,6 +71,7 @@ public:
     [[nodiscard]] NativeCallsView &calls() { return m_calls; }
     [[nodiscard]] NativeSupportView &support() { return m_support; }
     [[nodiscard]] NativePortalsView &portals() { return m_portals; }
+    [[nodiscard]] NativeDocumentsView &documents() { return m_documents; }
 
 private:
     TarnAPI m_api;
@@ -95,6 +97,7 @@ private:
     NativeCallsView m_calls;
     NativeSupportView m_support;
     NativePortalsView m_portals;
+    NativeDocumentsView m_documents;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

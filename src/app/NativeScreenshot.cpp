@@ -49,6 +49,7 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "pipeline"_L1, TarnScreen::sales, "Pipeline"_L1 },
         { "recordings"_L1, TarnScreen::calls, "Recordings"_L1 },
         { "support-recurring"_L1, TarnScreen::support, "Recurring"_L1 },
+        { "envelopes"_L1, TarnScreen::documents, "Envelopes"_L1 },
         { "support-time"_L1, TarnScreen::support, "Time"_L1 },
         { "assistant"_L1, TarnScreen::agent, "New chat"_L1 },
         { "calendar"_L1, TarnScreen::schedule, "Calendar"_L1 },

@@ -232,6 +232,27 @@ int main(int argc, char **argv)
                 capture->recheck();
             });
         }
+        // The documents sections once their documents are in; "envelopes"
+        // with the first envelope that is out for signature open.
+        else if (shown && shown->screen == TarnScreen::documents
+            && (!shown->section || shown->section == "Envelopes"_L1)) {
+            NativeDocumentsView &documents = app.documents();
+            const bool envelope = shown->section.has_value();
+            capture->setReady([&documents, envelope] {
+                return documents.loaded() && (!envelope || documents.envelope().has_value());
+            });
+            QObject::connect(
+                &documents, &NativeDocumentsView::refreshed, capture.get(), [&capture, &documents, envelope] {
+                    const QList<TarnDocument> &shownRows = documents.documents()->rows();
+                    const auto out = std::find_if(shownRows.begin(), shownRows.end(),
+                        [](const TarnDocument &d) { return d.envelope_status == u"sent"_s; });
+                    if (envelope && !documents.envelope() && out != shownRows.end())
+                        documents.openDocument(out->id);
+                    capture->recheck();
+                });
+            QObject::connect(
+                &documents, &NativeDocumentsView::envelopeChanged, capture.get(), [&capture] { capture->recheck(); });
+        }
         // A books page (the only documents places a profile names) is shown
         // once the Dashboard's months are in, which follow the overview
         // every page loads, and the period its page asked for is.

@@ -12,6 +12,7 @@ import PiloTarn.Mail
 import PiloTarn.Money
 import PiloTarn.Support
 import PiloTarn.Portals
+import PiloTarn.Documents
 
 ApplicationWindow {
     id: window
@@ -32,6 +33,7 @@ ApplicationWindow {
     required property NativePaymentsView payments
     required property NativeSupportView support
     required property NativePortalsView portals
+    required property NativeDocumentsView documents
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -93,6 +95,7 @@ ApplicationWindow {
         payments: window.payments
         support: window.support
         portals: window.portals
+        documents: window.documents
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

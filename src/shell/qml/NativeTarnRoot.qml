@@ -11,6 +11,7 @@ import PiloTarn.Mail
 import PiloTarn.Money
 import PiloTarn.Support
 import PiloTarn.Portals
+import PiloTarn.Documents
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -32,6 +33,7 @@ Item {
     required property NativePaymentsView payments
     required property NativeSupportView support
     required property NativePortalsView portals
+    required property NativeDocumentsView documents
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
@@ -91,6 +93,7 @@ Item {
             payments: shell.payments
             support: shell.support
             portals: shell.portals
+            documents: shell.documents
             personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -12,6 +12,7 @@ import PiloTarn.Mail
 import PiloTarn.Money
 import PiloTarn.Support
 import PiloTarn.Portals
+import PiloTarn.Documents
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board, the books' pages and the payments terminal their
@@ -33,6 +34,7 @@ Pane {
     required property NativePaymentsView payments
     required property NativeSupportView support
     required property NativePortalsView portals
+    required property NativeDocumentsView documents
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -74,6 +76,9 @@ Pane {
     readonly property bool showsCalls: callsSection.length > 0
     readonly property bool showsSupport: navigation.destination.screenName === "support"
     readonly property bool showsPortals: navigation.destination.screenName === "portals"
+    readonly property string documentsSection: navigation.destination.screenName === "documents" && !showsBooks
+                                               ? navigation.destination.resolvedSection : ""
+    readonly property bool showsDocuments: documentsSection.length > 0
 
     padding: 0
     background: null
@@ -289,6 +294,23 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            id: documentsLoader
+            objectName: "documentsScreen"
+            active: screen.showsDocuments
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Documents/qml/DocumentsScreen.qml",
+                                             { view: screen.documents, section: screen.documentsSection })
+            Binding {
+                target: documentsLoader.item
+                property: "section"
+                value: screen.documentsSection
+                when: documentsLoader.status === Loader.Ready && screen.showsDocuments
+            }
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
@@ -296,6 +318,7 @@ Pane {
                      && !screen.showsCalls
                      && !screen.showsSupport
                      && !screen.showsPortals
+                     && !screen.showsDocuments
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

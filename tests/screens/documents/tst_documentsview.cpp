@@ -1,0 +1,117 @@
+#include "inbox/InboxTestClient.h"
+#include "screens/documents/NativeDocumentsView.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList column(const QAbstractItemModel &model, const QByteArray &role)
+{
+    QStringList out;
+    const int r = model.roleNames().key(role);
+    for (int i = 0; i < model.rowCount(); ++i)
+        out.append(model.index(i, 0).data(r).toString());
+    return out;
+}
+
+} // namespace
+
+// The documents screen's state against the local workspace's demo documents.
+class TestDocumentsView : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void sections_data();
+    void sections();
+    void envelopeWrittenSentOnceAndSigned();
+
+private:
+    InboxTestClient client;
+    std::unique_ptr<NativeDocumentsView> view;
+};
+
+void TestDocumentsView::initTestCase()
+{
+    const QString error = client.start();
+    QVERIFY2(error.isEmpty(), qPrintable(error));
+    view = std::make_unique<NativeDocumentsView>(client.as(u"maren@halvard.example"_s));
+    QSignalSpy refreshed(view.get(), &NativeDocumentsView::refreshed);
+    view->appear();
+    QVERIFY(refreshed.wait());
+    QVERIFY(view->errorText().isEmpty());
+}
+
+void TestDocumentsView::sections_data()
+{
+    QTest::addColumn<QString>("section");
+    QTest::addColumn<QString>("search");
+    QTest::addColumn<QStringList>("titles");
+    QTest::addRow("worksheets") << u"Worksheets"_s << QString()
+                                << QStringList { u"Project handover checklist"_s, u"Scope of work"_s,
+                                       u"Discovery call notes"_s, u"New client onboarding"_s };
+    QTest::addRow("agreements by customer")
+        << u"Agreements"_s << u"oakline"_s << QStringList { u"Oakline Studio retainer"_s };
+    QTest::addRow("proposals by owner") << u"Proposals"_s << u"priya"_s
+                                        << QStringList { u"Tidewater Yoga booking site"_s };
+    QTest::addRow("envelopes") << u"Envelopes"_s << u"a"_s
+                               << QStringList { u"Fernhill Bakery maintenance plan"_s, u"Oakline Studio retainer"_s,
+                                      u"Tidewater Yoga booking site"_s, u"Brightwater Dental service agreement"_s };
+    QTest::addRow("nothing") << u"Agreements"_s << u"zzz"_s << QStringList();
+}
+
+void TestDocumentsView::sections()
+{
+    QFETCH(QString, section);
+    QFETCH(QString, search);
+    QFETCH(QStringList, titles);
+    view->setSection(section);
+    view->setSearch(search);
+    QCOMPARE(column(*view->documents(), "title"), titles);
+    QVERIFY(!view->emptyText().isEmpty());
+    view->setSearch({});
+}
+
+void TestDocumentsView::envelopeWrittenSentOnceAndSigned()
+{
+    view->setSection(u"Proposals"_s);
+    view->openDocument(u"doc-pr-harbor"_s);
+    QCOMPARE(view->draftDocumentId(), u"doc-pr-harbor"_s);
+    view->createEnvelope();
+    QCOMPARE(view->errorText(), u"Add someone to sign."_s);
+
+    view->addRecipient(u"Maren Holt"_s, u"maren@halvard.example"_s);
+    view->addRecipient(u"Nia Harbor"_s, u"nia@harbor.example"_s);
+    view->moveRecipient(1, -1);
+    QSignalSpy finished(view.get(), &NativeDocumentsView::actionFinished);
+    view->createEnvelope();
+    QVERIFY(finished.wait());
+    QVERIFY2(view->errorText().isEmpty(), qPrintable(view->errorText()));
+    QCOMPARE(view->openEnvelope().value(u"status"_s), u"draft"_s);
+    QCOMPARE(column(*view->signers(), "name"), (QStringList { u"Nia Harbor"_s, u"Maren Holt"_s }));
+    QVERIFY(view->canSend());
+
+    // A retried click while the first send is on sends nothing more.
+    view->send();
+    QVERIFY(!view->canSend());
+    view->send();
+    QVERIFY(finished.wait());
+    QCOMPARE(finished.size(), 2);
+    QCOMPARE(view->openEnvelope().value(u"status"_s), u"sent"_s);
+    QVERIFY(!view->canSend());
+
+    // The open envelope follows the signing, one signer after the other.
+    QVERIFY(QTest::qWaitFor([&] { return view->openEnvelope().value(u"status"_s) == "completed"_L1; }, 15'000));
+    QCOMPARE(column(*view->signers(), "status"), (QStringList { u"signed"_s, u"signed"_s }));
+    QCOMPARE(view->openEnvelope().value(u"progress"_s), u"Signed by everyone"_s);
+    QCOMPARE(finished.size(), 2);
+    QTRY_COMPARE(column(*view->documents(), "status")
+                     .value(column(*view->documents(), "documentId").indexOf(u"doc-pr-harbor"_s)),
+        u"Signed"_s);
+}
+
+QTEST_GUILESS_MAIN(TestDocumentsView)
+#include "tst_documentsview.moc"

@@ -1,0 +1,12 @@
+#pragma once
+
+class WorkspaceServer;
+
+// The documents under "/api/documents" and their signing envelopes under
+// "/api/envelopes" (see workspace/README.md for the paths and keys).
+namespace DocumentRoutes {
+
+// Plants the demo's documents when there are none, and registers the routes.
+void add(WorkspaceServer &server);
+
+} // namespace DocumentRoutes
