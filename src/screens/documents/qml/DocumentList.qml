@@ -34,7 +34,7 @@ ListView {
 
         width: ListView.view.width
         text: title
-        symbol: kind === "worksheet" ? "doc.plaintext" : kind === "proposal" ? "doc.richtext" : "doc.text"
+        symbol: ({ worksheet: "doc.plaintext", proposal: "doc.richtext" })[kind] ?? "doc.text"
         subtitle: (client.length > 0 ? client + " · " : "") + (pages === 1 ? qsTr("%1 · 1 page").arg(owner) : qsTr("%1 · %2 pages").arg(owner).arg(pages))
         detail: status + " · " + updated
         lit: list !== null && (list.view.draftDocumentId === documentId

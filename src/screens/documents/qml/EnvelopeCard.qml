@@ -73,7 +73,7 @@ Rectangle {
                 text: qsTr("%1. %2").arg(order).arg(name)
                 subtitle: email
                 detail: statusLabel
-                symbol: status === "signed" ? "checkmark" : status === "sent" ? "clock" : "person.crop.circle"
+                symbol: ({ signed: "checkmark", sent: "clock" })[status] ?? "person.crop.circle"
                 lit: status === "sent"
                 Layout.fillWidth: true
             }
