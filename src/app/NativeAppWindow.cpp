@@ -23,6 +23,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_CallsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_SupportPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_PortalsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_DocumentsPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_CompanyPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -79,6 +80,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_support(m_api, preferences)
     , m_portals(m_api)
     , m_documents(m_api)
+    , m_company(m_api)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -104,6 +106,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_support.clear();
             m_portals.clear();
             m_documents.clear();
+            m_company.clear();
         }
     });
     m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
@@ -173,6 +176,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"support"_s, QVariant::fromValue(&m_support) },
         { u"portals"_s, QVariant::fromValue(&m_portals) },
         { u"documents"_s, QVariant::fromValue(&m_documents) },
+        { u"company"_s, QVariant::fromValue(&m_company) },
         { u"gallery"_s, content == Content::Gallery },
     });
     // Mail images come only from the open thread: the proxy or its attachments.

@@ -14,6 +14,7 @@
 #include "money/NativeBooksView.h"
 #include "money/NativePaymentsView.h"
 #include "screens/calls/NativeCallsView.h"
+#include "screens/company/NativeCompanyView.h"
 #include "screens/customers/NativeCustomerSearchFeed.h"
 #include "screens/customers/NativeCustomersView.h"
 #include "screens/documents/NativeDocumentsView.h"
@@ -72,6 +73,7 @@ public:
     [[nodiscard]] NativeSupportView &support() { return m_support; }
     [[nodiscard]] NativePortalsView &portals() { return m_portals; }
     [[nodiscard]] NativeDocumentsView &documents() { return m_documents; }
+    [[nodiscard]] NativeCompanyView &company() { return m_company; }
 
 private:
     TarnAPI m_api;
@@ -98,6 +100,7 @@ private:
     NativeSupportView m_support;
     NativePortalsView m_portals;
     NativeDocumentsView m_documents;
+    NativeCompanyView m_company;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -13,6 +13,7 @@ import PiloTarn.Money
 import PiloTarn.Support
 import PiloTarn.Portals
 import PiloTarn.Documents
+import PiloTarn.Company
 
 ApplicationWindow {
     id: window
@@ -34,6 +35,7 @@ ApplicationWindow {
     required property NativeSupportView support
     required property NativePortalsView portals
     required property NativeDocumentsView documents
+    required property NativeCompanyView company
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -96,6 +98,7 @@ ApplicationWindow {
         support: window.support
         portals: window.portals
         documents: window.documents
+        company: window.company
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

@@ -12,6 +12,7 @@ import PiloTarn.Money
 import PiloTarn.Support
 import PiloTarn.Portals
 import PiloTarn.Documents
+import PiloTarn.Company
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -34,6 +35,7 @@ Item {
     required property NativeSupportView support
     required property NativePortalsView portals
     required property NativeDocumentsView documents
+    required property NativeCompanyView company
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
@@ -94,6 +96,7 @@ Item {
             support: shell.support
             portals: shell.portals
             documents: shell.documents
+            company: shell.company
             personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -13,6 +13,7 @@ import PiloTarn.Money
 import PiloTarn.Support
 import PiloTarn.Portals
 import PiloTarn.Documents
+import PiloTarn.Company
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board, the books' pages and the payments terminal their
@@ -35,6 +36,7 @@ Pane {
     required property NativeSupportView support
     required property NativePortalsView portals
     required property NativeDocumentsView documents
+    required property NativeCompanyView company
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -79,6 +81,9 @@ Pane {
     readonly property string documentsSection: navigation.destination.screenName === "documents" && !showsBooks
                                                ? navigation.destination.resolvedSection : ""
     readonly property bool showsDocuments: documentsSection.length > 0
+    readonly property bool showsCompany: navigation.destination.screenName === "company"
+                                         && ["My account", "Team & access", "SOPs", "Thought board"]
+                                            .indexOf(navigation.destination.resolvedSection) >= 0
 
     padding: 0
     background: null
@@ -311,6 +316,17 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            objectName: "companyScreen"
+            active: screen.showsCompany
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Company/qml/CompanyScreen.qml",
+                                             { company: screen.company,
+                                               section: Qt.binding(() => screen.navigation.destination.resolvedSection) })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
@@ -319,6 +335,7 @@ Pane {
                      && !screen.showsSupport
                      && !screen.showsPortals
                      && !screen.showsDocuments
+                     && !screen.showsCompany
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

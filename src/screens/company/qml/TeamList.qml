@@ -55,7 +55,9 @@ ColumnLayout {
         Layout.fillWidth: true
         Layout.fillHeight: true
 
-        delegate: ColumnLayout {
+        // Positioners rather than layouts inside the delegate: Qt 6.4's layouts
+        // can touch a half-destroyed delegate while the list is torn down.
+        delegate: Column {
             id: person
 
             required property string personId
@@ -74,13 +76,13 @@ ColumnLayout {
                 avatarName: person.name
                 subtitle: person.owner ? qsTr("%1 · %2 · owner, every app").arg(person.role).arg(person.email)
                                        : qsTr("%1 · %2").arg(person.role).arg(person.email)
-                Layout.fillWidth: true
+                width: parent.width
             }
             Flow {
                 visible: !person.owner
                 spacing: Theme.spacing.xs
-                Layout.fillWidth: true
-                Layout.leftMargin: Theme.spacing.xl
+                x: Theme.spacing.xl
+                width: parent.width - x
 
                 Repeater {
                     model: person.list.company.allApps

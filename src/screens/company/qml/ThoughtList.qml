@@ -19,7 +19,9 @@ ListView {
     boundsBehavior: Flickable.StopAtBounds
     ScrollBar.vertical: ScrollBar {}
 
-    delegate: ColumnLayout {
+    // Positioners rather than layouts inside the delegate: Qt 6.4's layouts
+    // can touch a half-destroyed delegate while the list is torn down.
+    delegate: Column {
         id: post
 
         required property string postId
@@ -43,20 +45,20 @@ ListView {
                       ? qsTr("%1 · %2 · %3 by %4").arg(post.author).arg(post.created).arg(post.decision).arg(post.decidedBy)
                       : qsTr("%1 · %2 · waiting").arg(post.author).arg(post.created)
             onClicked: post.list.company.markRead(post.postId)
-            Layout.fillWidth: true
+            width: parent.width
         }
         Label {
             text: post.body
             wrapMode: Text.Wrap
             font.pixelSize: Theme.type.callout
             color: Theme.colours.secondaryText
-            Layout.fillWidth: true
-            Layout.leftMargin: Theme.spacing.xl
+            x: Theme.spacing.xl
+            width: parent.width - x
         }
-        RowLayout {
+        Row {
             visible: post.list.company.decidesPosts
             spacing: Theme.spacing.s
-            Layout.leftMargin: Theme.spacing.xl
+            x: Theme.spacing.xl
 
             Repeater {
                 model: [{ "key": "adopt", "label": qsTr("Adopt") }, { "key": "later", "label": qsTr("Later") },
