@@ -77,6 +77,12 @@ QJsonObject snapshot(const QSqlDatabase &db, const QDate &today)
         { u"months"_s, QJsonArray { moneyMonth(db, month.addMonths(-1)), moneyMonth(db, month) } } };
     owed(answer, db, u"invoice"_s, u"open_invoices"_s, today);
     owed(answer, db, u"bill"_s, u"unpaid_bills"_s, today);
+    QSqlQuery paid = run(db,
+        u"SELECT COUNT(*), COALESCE(SUM(amount), 0) FROM payments WHERE status = 'Paid' AND date >= ? AND date < ?"_s,
+        { month.toString(Qt::ISODate), month.addMonths(1).toString(Qt::ISODate) });
+    paid.next();
+    answer.insert(u"payments_received"_s, paid.value(0).toLongLong());
+    answer.insert(u"payments_received_amount"_s, paid.value(1).toLongLong());
     answer.insert(u"support_open"_s, single(db, u"SELECT COUNT(*) FROM support_tasks WHERE status != 'done'"_s));
     answer.insert(u"support_overdue"_s,
         single(db, u"SELECT COUNT(*) FROM support_tasks WHERE status != 'done' AND due_date < ?"_s,

@@ -14,6 +14,8 @@ TarnTeamSnapshot TarnTeamSnapshot::fromJSON(const TarnJSONObject &json)
         .unpaid_bills = json.integer("unpaid_bills"_L1),
         .unpaid_bills_amount = json.integer("unpaid_bills_amount"_L1),
         .unpaid_bills_overdue = json.integer("unpaid_bills_overdue"_L1),
+        .payments_received = json.integer("payments_received"_L1),
+        .payments_received_amount = json.integer("payments_received_amount"_L1),
         .support_open = json.integer("support_open"_L1),
         .support_overdue = json.integer("support_overdue"_L1),
         .inbox_waiting = json.integer("inbox_waiting"_L1),
