@@ -21,6 +21,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_MoneyPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_CustomersPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_CallsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_SupportPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_OwnerPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -75,6 +76,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_customerSearch(m_api, m_search)
     , m_calls(m_api, preferences)
     , m_support(m_api, preferences)
+    , m_owner(m_api)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -98,6 +100,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_customers.clear();
             m_calls.clear();
             m_support.clear();
+            m_owner.clear();
         }
     });
     m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
@@ -165,6 +168,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"customers"_s, QVariant::fromValue(&m_customers) },
         { u"calls"_s, QVariant::fromValue(&m_calls) },
         { u"support"_s, QVariant::fromValue(&m_support) },
+        { u"owner"_s, QVariant::fromValue(&m_owner) },
         { u"gallery"_s, content == Content::Gallery },
     });
     // Mail images come only from the open thread: the proxy or its attachments.

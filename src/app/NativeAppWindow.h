@@ -13,9 +13,10 @@
 #include "mail/NativeMailView.h"
 #include "money/NativeBooksView.h"
 #include "money/NativePaymentsView.h"
+#include "screens/calls/NativeCallsView.h"
 #include "screens/customers/NativeCustomerSearchFeed.h"
 #include "screens/customers/NativeCustomersView.h"
-#include "screens/calls/NativeCallsView.h"
+#include "screens/owner/NativeOwnerView.h"
 #include "screens/support/NativeSupportView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
@@ -68,6 +69,7 @@ public:
     [[nodiscard]] NativeCustomersView &customers() { return m_customers; }
     [[nodiscard]] NativeCallsView &calls() { return m_calls; }
     [[nodiscard]] NativeSupportView &support() { return m_support; }
+    [[nodiscard]] NativeOwnerView &owner() { return m_owner; }
 
 private:
     TarnAPI m_api;
@@ -92,6 +94,7 @@ private:
     NativeCustomerSearchFeed m_customerSearch;
     NativeCallsView m_calls;
     NativeSupportView m_support;
+    NativeOwnerView m_owner;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -222,6 +222,8 @@ int main(int argc, char **argv)
             waitForFirstLoad(*capture, app.payments(), &NativePaymentsView::stateChanged);
         else if (shown && shown->screen == TarnScreen::support)
             waitForFirstLoad(*capture, app.support(), &NativeSupportView::loadingChanged);
+        else if (shown && shown->screen == TarnScreen::owner)
+            waitForFirstLoad(*capture, app.owner(), &NativeOwnerView::busyChanged);
         // A books page (the only documents places a profile names) is shown
         // once the Dashboard's months are in, which follow the overview
         // every page loads, and the period its page asked for is.

@@ -11,6 +11,7 @@ import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
 import PiloTarn.Support
+import PiloTarn.Owner
 
 ApplicationWindow {
     id: window
@@ -30,6 +31,7 @@ ApplicationWindow {
     required property NativeBooksView books
     required property NativePaymentsView payments
     required property NativeSupportView support
+    required property NativeOwnerView owner
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -90,6 +92,7 @@ ApplicationWindow {
         books: window.books
         payments: window.payments
         support: window.support
+        owner: window.owner
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

@@ -6,25 +6,11 @@
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 
-#include <QCoroTimer>
 #include <QDate>
 #include <QLocale>
 #include <QPointer>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QCoro::Task<> pause(int ms)
-{
-    QTimer timer;
-    timer.setSingleShot(true);
-    timer.start(ms);
-    co_await qCoro(timer).waitForTimeout();
-}
-
-} // namespace
 
 NativeOwnerView::NativeOwnerView(TarnAPI &api, QObject *parent)
     : QObject(parent)
@@ -32,6 +18,8 @@ NativeOwnerView::NativeOwnerView(TarnAPI &api, QObject *parent)
     , m_figures(new NativeOwnerFigureModel(this))
     , m_team(new NativeTeamWeekModel(this))
 {
+    m_timer.setInterval(refreshIntervalMs);
+    connect(&m_timer, &QTimer::timeout, this, [this] { refreshOnce(m_generation); });
 }
 
 QString NativeOwnerView::weekLabel() const
@@ -94,12 +82,14 @@ QString NativeOwnerView::chartLabelFormat() const
 
 void NativeOwnerView::appear()
 {
-    refreshLoop(++m_generation);
+    refreshOnce(++m_generation);
+    m_timer.start();
 }
 
 void NativeOwnerView::disappear()
 {
     ++m_generation;
+    m_timer.stop();
 }
 
 void NativeOwnerView::refresh()
@@ -110,6 +100,7 @@ void NativeOwnerView::refresh()
 void NativeOwnerView::clear()
 {
     ++m_generation;
+    m_timer.stop();
     m_snapshot = {};
     m_figures->setRows({});
     m_team->setRows({});
@@ -118,17 +109,6 @@ void NativeOwnerView::clear()
     Q_EMIT snapshotChanged();
     Q_EMIT busyChanged();
     Q_EMIT errorTextChanged();
-}
-
-QCoro::Task<> NativeOwnerView::refreshLoop(int generation)
-{
-    const QPointer<NativeOwnerView> self(this);
-    while (self && generation == m_generation) {
-        co_await refreshOnce(generation);
-        if (!self || generation != m_generation)
-            co_return;
-        co_await pause(refreshIntervalMs);
-    }
 }
 
 QCoro::Task<> NativeOwnerView::refreshOnce(int generation)

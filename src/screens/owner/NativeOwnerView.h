@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 #include <QVariantList>
 
 class TarnAPI;
@@ -68,7 +69,6 @@ Q_SIGNALS:
     void signedOut();
 
 private:
-    QCoro::Task<> refreshLoop(int generation);
     QCoro::Task<> refreshOnce(int generation);
     void show(const TarnTeamSnapshot &snapshot);
     void fail(const TarnAPIError &error);
@@ -84,4 +84,5 @@ private:
     bool m_loaded = false;
     QString m_error;
     int m_generation = 0;
+    QTimer m_timer;
 };

@@ -10,6 +10,7 @@ import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
 import PiloTarn.Support
+import PiloTarn.Owner
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -30,6 +31,7 @@ Item {
     required property NativeBooksView books
     required property NativePaymentsView payments
     required property NativeSupportView support
+    required property NativeOwnerView owner
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
@@ -88,6 +90,7 @@ Item {
             books: shell.books
             payments: shell.payments
             support: shell.support
+            owner: shell.owner
             personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true

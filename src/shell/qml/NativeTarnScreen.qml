@@ -11,6 +11,7 @@ import PiloTarn.Calls
 import PiloTarn.Mail
 import PiloTarn.Money
 import PiloTarn.Support
+import PiloTarn.Owner
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board, the books' pages and the payments terminal their
@@ -31,6 +32,7 @@ Pane {
     required property NativeBooksView books
     required property NativePaymentsView payments
     required property NativeSupportView support
+    required property NativeOwnerView owner
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -71,6 +73,7 @@ Pane {
                                            ? navigation.destination.resolvedSection : ""
     readonly property bool showsCalls: callsSection.length > 0
     readonly property bool showsSupport: navigation.destination.screenName === "support"
+    readonly property bool showsOwner: navigation.destination.screenName === "owner"
 
     padding: 0
     background: null
@@ -276,12 +279,33 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            id: ownerLoader
+
+            objectName: "ownerScreen"
+            active: screen.showsOwner
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Owner/qml/OwnerScreen.qml",
+                                             { view: screen.owner })
+            Connections {
+                target: ownerLoader.item
+                ignoreUnknownSignals: true
+
+                function onOpenPlace(screenName: string, section: string) {
+                    screen.navigation.openScreen(screenName, section)
+                }
+            }
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
                      && !screen.showsCustomers
                      && !screen.showsCalls
                      && !screen.showsSupport
+                     && !screen.showsOwner
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true
