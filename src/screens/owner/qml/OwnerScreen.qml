@@ -17,11 +17,13 @@ ScrollView {
     signal openPlace(string screen, string section)
 
     contentWidth: availableWidth
+    bottomPadding: Theme.spacing.xl
     Component.onCompleted: view.appear()
     Component.onDestruction: view.disappear()
 
     ColumnLayout {
-        width: page.availableWidth
+        x: Theme.spacing.xl
+        width: page.availableWidth - 2 * Theme.spacing.xl
         spacing: Theme.spacing.l
 
         ErrorBanner {
@@ -42,7 +44,7 @@ ScrollView {
         GridLayout {
             objectName: "ownerFigures"
             visible: page.shown
-            columns: Math.max(1, Math.min(4, Math.floor(page.availableWidth / 220)))
+            columns: Math.max(1, Math.min(4, Math.floor(page.availableWidth / (Theme.spacing.xxl * 7))))
             columnSpacing: Theme.spacing.m
             rowSpacing: Theme.spacing.m
             Layout.fillWidth: true
@@ -90,8 +92,6 @@ ScrollView {
 
             Item {
                 Layout.fillWidth: true
-                Layout.preferredWidth: 3
-                Layout.leftMargin: 32 + Theme.spacing.m
             }
             Repeater {
                 model: [qsTr("Calls"), qsTr("Open tasks"), qsTr("Closed"), qsTr("Logged")]
@@ -103,8 +103,8 @@ ScrollView {
                     horizontalAlignment: Text.AlignRight
                     font.pixelSize: Theme.type.caption
                     color: Theme.colours.tertiaryText
-                    Layout.fillWidth: true
-                    Layout.preferredWidth: 1
+                    // As wide as the figures under it in OwnerTeamRow.
+                    Layout.preferredWidth: Theme.spacing.xxl * 3
                 }
             }
         }

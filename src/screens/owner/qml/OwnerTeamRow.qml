@@ -23,7 +23,6 @@ RowLayout {
     ColumnLayout {
         spacing: 0
         Layout.fillWidth: true
-        Layout.preferredWidth: 3
 
         Text {
             text: row.name
@@ -48,8 +47,7 @@ RowLayout {
             horizontalAlignment: Text.AlignRight
             font.pixelSize: Theme.type.callout
             color: Theme.colours.secondaryText
-            Layout.fillWidth: true
-            Layout.preferredWidth: 1
+            Layout.preferredWidth: Theme.spacing.xxl * 3
         }
     }
 }
