@@ -7,8 +7,6 @@
 #include <QDate>
 #include <QTest>
 
-#include <numeric>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -78,16 +76,11 @@ void TestOwnerCalls::demoSnapshot()
 
     // The demo has something in every figure, so a broken query shows as a zero.
     QVERIFY(snapshot.open_invoices > 0 && snapshot.open_invoices_amount > 0);
-    QVERIFY(snapshot.open_invoices_overdue <= snapshot.open_invoices);
-    QVERIFY(snapshot.unpaid_bills_overdue <= snapshot.unpaid_bills);
     QVERIFY(snapshot.support_open > 0);
     QVERIFY(snapshot.inbox_waiting > 0);
 
     QCOMPARE(snapshot.team.size(), 6);
     QCOMPARE(snapshot.team.first().name, u"Maren Holt"_s);
-    const qint64 held = std::accumulate(snapshot.team.begin(), snapshot.team.end(), qint64(0),
-        [](qint64 sum, const TarnTeamWeek &week) { return sum + week.support_open; });
-    QVERIFY(held <= snapshot.support_open);
 }
 
 void TestOwnerCalls::supportFiguresFollowTheBoard()

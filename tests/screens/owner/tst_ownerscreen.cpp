@@ -21,7 +21,8 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_OwnerPlugin)
 using namespace Qt::StringLiterals;
 
 // The dashboard drawn offscreen over the demo workspace: its figures lead to
-// the screens behind them, by pointer and by keyboard.
+// the screens behind them, by pointer and by keyboard; its state keeps rows
+// that did not change and shows a refusal.
 class TestOwnerScreen : public QObject {
     Q_OBJECT
 
@@ -29,6 +30,8 @@ private slots:
     void initTestCase();
     void figuresOpenTheirScreens_data();
     void figuresOpenTheirScreens();
+    void unchangedRefreshKeepsTheRows();
+    void refusalIsShown();
     void cleanupTestCase();
 
 private:
@@ -67,6 +70,9 @@ void TestOwnerScreen::initTestCase()
         return tarnNamedItems(window.contentItem(), name).constFirst()->mapToScene({});
     };
     QTRY_VERIFY(at(u"figure-moneyIn"_s) != at(u"figure-calls"_s));
+    QCOMPARE(view->team()->rowCount(), 6);
+    for (const QVariant &bar : view->chartIn() + view->chartOut())
+        QVERIFY(bar.toDouble() > 0 && bar.toDouble() <= view->chartTop());
 }
 
 void TestOwnerScreen::cleanupTestCase()
@@ -101,6 +107,28 @@ void TestOwnerScreen::figuresOpenTheirScreens()
     }
     QCOMPARE(opened.size(), 1);
     QCOMPARE((QStringList { opened.at(0).at(0).toString(), opened.at(0).at(1).toString() }), place);
+}
+
+void TestOwnerScreen::unchangedRefreshKeepsTheRows()
+{
+    QSignalSpy reset(view->team(), &QAbstractItemModel::modelReset);
+    QSignalSpy removed(view->figures(), &QAbstractItemModel::rowsRemoved);
+    QSignalSpy refreshed(view.get(), &NativeOwnerView::refreshed);
+    view->refresh();
+    QVERIFY(refreshed.wait(10'000));
+    QCOMPARE(reset.count() + removed.count(), 0);
+    QCOMPARE(view->errorText(), QString());
+}
+
+void TestOwnerScreen::refusalIsShown()
+{
+    NativeOwnerView member(client.as(u"priya@halvard.example"_s));
+    QSignalSpy refreshed(&member, &NativeOwnerView::refreshed);
+    member.appear();
+    QVERIFY(refreshed.wait(10'000));
+    QVERIFY(member.loaded());
+    QCOMPARE(member.errorText(), u"The dashboard is open to the company's owners."_s);
+    QCOMPARE(member.figures()->rowCount(), 0);
 }
 
 QTEST_MAIN(TestOwnerScreen)
