@@ -18,6 +18,7 @@
 #include "workspace/routes/HuddleRoutes.h"
 #include "workspace/routes/InboxRoutes.h"
 #include "workspace/routes/MailRoutes.h"
+#include "workspace/routes/OwnerRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/PortalRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
@@ -157,6 +158,7 @@ bool WorkspaceServer::start(QString *error)
     PortalRoutes::add(*this);
     // After the inbox, whose demo customers the documents name.
     DocumentRoutes::add(*this);
+    OwnerRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

@@ -24,6 +24,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_SupportPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_PortalsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_DocumentsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_CompanyPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_OwnerPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -81,6 +82,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_portals(m_api)
     , m_documents(m_api)
     , m_company(m_api)
+    , m_owner(m_api)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -107,6 +109,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_portals.clear();
             m_documents.clear();
             m_company.clear();
+            m_owner.clear();
         }
     });
     m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
@@ -177,6 +180,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"portals"_s, QVariant::fromValue(&m_portals) },
         { u"documents"_s, QVariant::fromValue(&m_documents) },
         { u"company"_s, QVariant::fromValue(&m_company) },
+        { u"owner"_s, QVariant::fromValue(&m_owner) },
         { u"gallery"_s, content == Content::Gallery },
     });
     // Mail images come only from the open thread: the proxy or its attachments.

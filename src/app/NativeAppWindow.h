@@ -18,6 +18,7 @@
 #include "screens/customers/NativeCustomerSearchFeed.h"
 #include "screens/customers/NativeCustomersView.h"
 #include "screens/documents/NativeDocumentsView.h"
+#include "screens/owner/NativeOwnerView.h"
 #include "screens/portals/NativePortalsView.h"
 #include "screens/support/NativeSupportView.h"
 #include "service/TarnAPI.h"
@@ -74,6 +75,7 @@ public:
     [[nodiscard]] NativePortalsView &portals() { return m_portals; }
     [[nodiscard]] NativeDocumentsView &documents() { return m_documents; }
     [[nodiscard]] NativeCompanyView &company() { return m_company; }
+    [[nodiscard]] NativeOwnerView &owner() { return m_owner; }
 
 private:
     TarnAPI m_api;
@@ -101,6 +103,7 @@ private:
     NativePortalsView m_portals;
     NativeDocumentsView m_documents;
     NativeCompanyView m_company;
+    NativeOwnerView m_owner;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -14,6 +14,7 @@ import PiloTarn.Support
 import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
+import PiloTarn.Owner
 
 ApplicationWindow {
     id: window
@@ -36,6 +37,7 @@ ApplicationWindow {
     required property NativePortalsView portals
     required property NativeDocumentsView documents
     required property NativeCompanyView company
+    required property NativeOwnerView owner
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -99,6 +101,7 @@ ApplicationWindow {
         portals: window.portals
         documents: window.documents
         company: window.company
+        owner: window.owner
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

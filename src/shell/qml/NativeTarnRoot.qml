@@ -13,6 +13,7 @@ import PiloTarn.Support
 import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
+import PiloTarn.Owner
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -36,6 +37,7 @@ Item {
     required property NativePortalsView portals
     required property NativeDocumentsView documents
     required property NativeCompanyView company
+    required property NativeOwnerView owner
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
@@ -97,6 +99,7 @@ Item {
             portals: shell.portals
             documents: shell.documents
             company: shell.company
+            owner: shell.owner
             personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true

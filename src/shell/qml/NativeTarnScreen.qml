@@ -14,6 +14,7 @@ import PiloTarn.Support
 import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
+import PiloTarn.Owner
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board, the books' pages and the payments terminal their
@@ -37,6 +38,7 @@ Pane {
     required property NativePortalsView portals
     required property NativeDocumentsView documents
     required property NativeCompanyView company
+    required property NativeOwnerView owner
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -84,6 +86,7 @@ Pane {
     readonly property bool showsCompany: navigation.destination.screenName === "company"
                                          && ["My account", "Team & access", "SOPs", "Thought board"]
                                             .indexOf(navigation.destination.resolvedSection) >= 0
+    readonly property bool showsOwner: navigation.destination.screenName === "owner"
 
     padding: 0
     background: null
@@ -317,6 +320,26 @@ Pane {
         }
 
         Loader {
+            id: ownerLoader
+
+            objectName: "ownerScreen"
+            active: screen.showsOwner
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Owner/qml/OwnerScreen.qml",
+                                             { view: screen.owner })
+            Connections {
+                target: ownerLoader.item
+                ignoreUnknownSignals: true
+
+                function onOpenPlace(screenName: string, section: string) {
+                    screen.navigation.openScreen(screenName, section)
+                }
+            }
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
+        Loader {
             objectName: "companyScreen"
             active: screen.showsCompany
             visible: active
@@ -336,6 +359,7 @@ Pane {
                      && !screen.showsPortals
                      && !screen.showsDocuments
                      && !screen.showsCompany
+                     && !screen.showsOwner
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

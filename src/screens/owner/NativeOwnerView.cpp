@@ -1,0 +1,165 @@
+#include "screens/owner/NativeOwnerView.h"
+
+#include "money/NativeBooksDashboard.h"
+#include "screens/owner/OwnerFigures.h"
+#include "screens/owner/TarnOwnerCalls.h"
+#include "service/TarnAPI.h"
+#include "service/TarnAPIError.h"
+
+#include <QDate>
+#include <QLocale>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+NativeOwnerView::NativeOwnerView(TarnAPI &api, QObject *parent)
+    : QObject(parent)
+    , m_api(api)
+    , m_figures(new NativeOwnerFigureModel(this))
+    , m_team(new NativeTeamWeekModel(this))
+{
+    m_timer.setInterval(refreshIntervalMs);
+    connect(&m_timer, &QTimer::timeout, this, [this] { refreshOnce(m_generation); });
+}
+
+QString NativeOwnerView::weekLabel() const
+{
+    const QDate monday = QDate::fromString(m_snapshot.week_start, Qt::ISODate);
+    if (!monday.isValid())
+        return {};
+    return u"Week of "_s + QLocale(QLocale::English).toString(monday, u"d MMMM"_s);
+}
+
+QStringList NativeOwnerView::chartMonths() const
+{
+    QStringList months;
+    for (const TarnMoneyMonth &month : m_snapshot.months)
+        months.append(QLocale(QLocale::English).toString(QDate::fromString(month.month, u"yyyy-MM"_s), u"MMM"_s));
+    return months;
+}
+
+qint64 NativeOwnerView::largestBar() const
+{
+    qint64 largest = 0;
+    for (const TarnMoneyMonth &month : m_snapshot.months)
+        largest = std::max({ largest, month.money_in, month.money_out });
+    return largest;
+}
+
+QVariantList NativeOwnerView::chartValues(qint64 TarnMoneyMonth::*field) const
+{
+    const double unit = NativeBooksDashboard::scaleFor(largestBar()).unit;
+    QVariantList values;
+    for (const TarnMoneyMonth &month : m_snapshot.months)
+        values.append(double(month.*field) / 100 / unit);
+    return values;
+}
+
+QVariantList NativeOwnerView::chartIn() const
+{
+    return chartValues(&TarnMoneyMonth::money_in);
+}
+
+QVariantList NativeOwnerView::chartOut() const
+{
+    return chartValues(&TarnMoneyMonth::money_out);
+}
+
+double NativeOwnerView::chartTop() const
+{
+    return NativeBooksDashboard::scaleFor(largestBar()).top;
+}
+
+int NativeOwnerView::chartTicks() const
+{
+    return NativeBooksDashboard::scaleFor(largestBar()).ticks;
+}
+
+QString NativeOwnerView::chartLabelFormat() const
+{
+    return NativeBooksDashboard::scaleFor(largestBar()).labelFormat;
+}
+
+void NativeOwnerView::appear()
+{
+    refreshOnce(++m_generation);
+    m_timer.start();
+}
+
+void NativeOwnerView::disappear()
+{
+    ++m_generation;
+    m_timer.stop();
+}
+
+void NativeOwnerView::refresh()
+{
+    refreshOnce(m_generation);
+}
+
+void NativeOwnerView::clear()
+{
+    ++m_generation;
+    m_timer.stop();
+    m_snapshot = {};
+    m_figures->setRows({});
+    m_team->setRows({});
+    m_loading = m_loaded = false;
+    m_error.clear();
+    Q_EMIT snapshotChanged();
+    Q_EMIT busyChanged();
+    Q_EMIT errorTextChanged();
+}
+
+QCoro::Task<> NativeOwnerView::refreshOnce(int generation)
+{
+    const QPointer<NativeOwnerView> self(this);
+    if (!m_loaded && !m_loading) {
+        m_loading = true;
+        Q_EMIT busyChanged();
+    }
+    try {
+        const TarnTeamSnapshot snapshot = co_await TarnOwnerCalls::teamSnapshot(m_api);
+        if (!self || generation != m_generation)
+            co_return;
+        setError({});
+        show(snapshot);
+    } catch (const TarnAPIError &error) {
+        if (!self || generation != m_generation)
+            co_return;
+        fail(error);
+    }
+    if (m_loading || !m_loaded) {
+        m_loading = false;
+        m_loaded = true;
+        Q_EMIT busyChanged();
+    }
+    Q_EMIT refreshed();
+}
+
+void NativeOwnerView::show(const TarnTeamSnapshot &snapshot)
+{
+    m_figures->setRows(OwnerFigures::figures(snapshot));
+    m_team->setRows(snapshot.team);
+    if (snapshot == m_snapshot)
+        return;
+    m_snapshot = snapshot;
+    Q_EMIT snapshotChanged();
+}
+
+void NativeOwnerView::fail(const TarnAPIError &error)
+{
+    if (error.kind() == TarnAPIError::Kind::signedOut) {
+        Q_EMIT signedOut();
+        return;
+    }
+    setError(error.text());
+}
+
+void NativeOwnerView::setError(const QString &text)
+{
+    if (m_error == text)
+        return;
+    m_error = text;
+    Q_EMIT errorTextChanged();
+}
