@@ -17,6 +17,7 @@
 #include "workspace/routes/InboxRoutes.h"
 #include "workspace/routes/MailRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
+#include "workspace/routes/PeopleRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
 #include "workspace/routes/SupportRoutes.h"
@@ -149,6 +150,7 @@ bool WorkspaceServer::start(QString *error)
     // After the inbox, whose demo customers the calls name.
     CallRoutes::add(*this);
     SupportRoutes::add(*this);
+    PeopleRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

@@ -156,6 +156,17 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS calls_leads ("
     " client_id TEXT PRIMARY KEY REFERENCES clients(id), status TEXT NOT NULL, source TEXT NOT NULL,"
     " interest TEXT NOT NULL, owner_id TEXT REFERENCES people(id), estimate INTEGER NOT NULL DEFAULT 0)",
+    // The time clock: times in milliseconds, `clock_out` NULL while clocked
+    // in; the last correction on the entry, and every one in
+    // `people_time_edits` with the times it replaced.
+    "CREATE TABLE IF NOT EXISTS people_time_entries ("
+    " id TEXT PRIMARY KEY, person_id TEXT NOT NULL REFERENCES people(id), clock_in INTEGER NOT NULL,"
+    " clock_out INTEGER, edited_by TEXT REFERENCES people(id), edited_at INTEGER, edit_reason TEXT,"
+    " version INTEGER NOT NULL DEFAULT 1)",
+    "CREATE TABLE IF NOT EXISTS people_time_edits ("
+    " entry_id TEXT NOT NULL REFERENCES people_time_entries(id), editor_id TEXT NOT NULL REFERENCES people(id),"
+    " edited_at INTEGER NOT NULL, reason TEXT NOT NULL, old_clock_in INTEGER NOT NULL, old_clock_out INTEGER,"
+    " clock_in INTEGER NOT NULL, clock_out INTEGER)",
     // The support board. A subtask is a task with a parent; a task made by a
     // recurring rule carries the rule and the day it stands for, once.
     "CREATE TABLE IF NOT EXISTS support_recurring ("
