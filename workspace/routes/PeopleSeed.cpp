@@ -1,5 +1,7 @@
 #include "workspace/routes/PeopleSeed.h"
 
+#include "screens/people/PayrollRules.h"
+#include "workspace/routes/PeoplePayrollStore.h"
 #include "workspace/routes/PeopleStore.h"
 
 #include <QDateTime>
@@ -56,6 +58,23 @@ void plant(PeopleStore &people)
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     people.addEntry(u"p-priya"_s, now - (3 * 3600 + 25 * 60) * 1000LL, 0);
     people.addEntry(u"p-jonah"_s, now - (1 * 3600 + 40 * 60) * 1000LL, 0);
+}
+
+void plantPayroll(PeoplePayrollStore &payroll)
+{
+    const QList<std::pair<QString, qint64>> rates { { u"p-maren"_s, 5200 }, { u"p-tomas"_s, 4100 },
+        { u"p-priya"_s, 3350 }, { u"p-jonah"_s, 2900 }, { u"p-sam"_s, 3600 }, { u"p-ada"_s, 6500 } };
+    for (const auto &[person, rate] : rates)
+        payroll.setRate(person, rate);
+    const QDate current = PayrollRules::periodStart(QDate::currentDate());
+    const QString maren = u"p-maren"_s;
+    payroll.setStatus(current.addDays(-2 * PayrollRules::periodDays), u"paid"_s, u"Paid on time."_s, maren);
+    payroll.setStatus(current.addDays(-PayrollRules::periodDays), u"paid"_s,
+        u"Jonah's Sunday shifts paid at the usual rate; on-call added separately."_s, maren);
+    payroll.addAdjustment(current.addDays(-PayrollRules::periodDays), u"p-jonah"_s, u"Weekend on-call"_s, 7500, maren);
+    payroll.setStatus(current, u"open"_s, u"Check Ada's late Thursday before approving."_s, maren);
+    payroll.addAdjustment(current, u"p-priya"_s, u"Conference travel"_s, 18450, maren);
+    payroll.addAdjustment(current, u"p-sam"_s, u"Equipment advance repaid"_s, -5000, maren);
 }
 
 } // namespace PeopleSeed

@@ -22,3 +22,30 @@ struct TarnTimeEntryEdit {
         return json;
     }
 };
+
+// One payroll action on a period: `action` is its path segment, "approve",
+// "reopen", "mark-paid" or "adjust"; an adjustment also sends whose pay it
+// changes, its label and its amount in cents.
+struct TarnPayrollAction {
+    QString action;
+    QString person_id {};
+    QString label {};
+    qint64 amount = 0;
+    [[nodiscard]] QJsonObject toJSON() const
+    {
+        if (action != QLatin1StringView("adjust"))
+            return {};
+        return { { QStringLiteral("person_id"), person_id }, { QStringLiteral("label"), label },
+            { QStringLiteral("amount"), amount } };
+    }
+};
+
+// A period's notes and the `version` they were based on.
+struct TarnPayrollNotes {
+    QString notes;
+    qint64 version = 0;
+    [[nodiscard]] QJsonObject toJSON() const
+    {
+        return { { QStringLiteral("notes"), notes }, { QStringLiteral("version"), version } };
+    }
+};

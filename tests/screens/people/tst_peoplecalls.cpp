@@ -31,6 +31,17 @@ struct EditRow {
     QString refusal; // empty: saved
 };
 
+// An operation on payroll as a row can name it.
+using PayrollCall = std::function<QString(TarnAPI &)>;
+
+struct PayrollAccessRow {
+    QString as;
+    PayrollCall call;
+};
+
+// A period long before the demo's shifts, which the test has to itself.
+const QString quietPeriod = u"2025-06-09"_s;
+
 QString lastWeek()
 {
     return TimeClockRules::weekStart(QDate::currentDate().addDays(-7)).toString(Qt::ISODate);
@@ -45,6 +56,7 @@ QString hoursBack(int hours)
 
 Q_DECLARE_METATYPE(WeekAccessRow)
 Q_DECLARE_METATYPE(EditRow)
+Q_DECLARE_METATYPE(PayrollAccessRow)
 
 // The time clock's endpoints against the local workspace and its demo shifts.
 class TestPeopleCalls : public QObject {
@@ -59,6 +71,10 @@ private slots:
     void repeatedClockInIsReplayed();
     void edits_data();
     void edits();
+    void payrollDemo();
+    void payrollOwnersOnly_data();
+    void payrollOwnersOnly();
+    void payrollPeriodLifecycle();
 
 private:
     InboxTestClient client;
@@ -185,6 +201,99 @@ void TestPeopleCalls::edits()
     const TarnTimeEntryEdit back { before.clock_in, before.clock_out.value_or(QString()), u"Put back"_s,
         after.version };
     (void)tarnWaitFor(TarnPeopleCalls::editTimeEntry(client.as(maren), before.id, back));
+}
+
+void TestPeopleCalls::payrollDemo()
+{
+    const TarnPayrollOverview now = tarnWaitFor(TarnPeopleCalls::payrollOverview(client.as(maren), std::nullopt));
+    QCOMPARE(now.period.status, u"open"_s);
+    QCOMPARE(now.periods.first(), now.period);
+    QVERIFY(!now.notes.isEmpty());
+    qint64 total = 0;
+    for (const TarnPayrollLine &line : now.lines) {
+        qint64 adjusted = 0;
+        for (const TarnPayrollAdjustment &adjustment : line.adjustments)
+            adjusted += adjustment.amount;
+        QCOMPARE(line.total, line.regular_pay + adjusted);
+        total += line.total;
+    }
+    QCOMPARE(now.total, total);
+    const TarnPayrollOverview last
+        = tarnWaitFor(TarnPeopleCalls::payrollOverview(client.as(maren), now.periods.at(1).start));
+    QCOMPARE(last.period.status, u"paid"_s);
+    QVERIFY(last.lines.size() >= 5);
+    QVERIFY(last.total > 0);
+    QCOMPARE(failureOf(TarnPeopleCalls::payrollOverview(client.as(maren), u"2026-11-24"_s)),
+        u"A pay period is named by its first day, as YYYY-MM-DD."_s);
+}
+
+void TestPeopleCalls::payrollOwnersOnly_data()
+{
+    QTest::addColumn<PayrollAccessRow>("row");
+    const PayrollCall overview = [](TarnAPI &api) { return failureOf(TarnPeopleCalls::payrollOverview(api, {})); };
+    const PayrollCall approve = [](TarnAPI &api) {
+        return failureOf(TarnPeopleCalls::payrollAction(api, quietPeriod, TarnPayrollAction { u"approve"_s }));
+    };
+    const PayrollCall notes = [](TarnAPI &api) {
+        return failureOf(TarnPeopleCalls::savePayrollNotes(api, quietPeriod, TarnPayrollNotes { u"Mine"_s, 0 }));
+    };
+    const PayrollCall remove
+        = [](TarnAPI &api) { return failureOf(TarnPeopleCalls::removePayrollAdjustment(api, u"adj-any"_s)); };
+    const PayrollCall exported
+        = [](TarnAPI &api) { return failureOf(TarnPeopleCalls::exportPayroll(api, quietPeriod)); };
+    for (const QString &who : { tomas, sam, u"priya@halvard.example"_s }) {
+        QTest::addRow("%s overview", qPrintable(who)) << PayrollAccessRow { who, overview };
+        QTest::addRow("%s approve", qPrintable(who)) << PayrollAccessRow { who, approve };
+        QTest::addRow("%s notes", qPrintable(who)) << PayrollAccessRow { who, notes };
+        QTest::addRow("%s remove", qPrintable(who)) << PayrollAccessRow { who, remove };
+        QTest::addRow("%s export", qPrintable(who)) << PayrollAccessRow { who, exported };
+    }
+}
+
+void TestPeopleCalls::payrollOwnersOnly()
+{
+    QFETCH(PayrollAccessRow, row);
+    QCOMPARE(row.call(client.as(row.as)), u"Payroll is open to owners only."_s);
+}
+
+void TestPeopleCalls::payrollPeriodLifecycle()
+{
+    TarnAPI &api = client.as(maren);
+    QCOMPARE(failureOf(TarnPeopleCalls::exportPayroll(api, quietPeriod)),
+        u"No one has hours or adjustments in this period."_s);
+    const TarnPayrollAction bonus { u"adjust"_s, u"p-sam"_s, u"Bonus, spring"_s, 12345 };
+    const TarnPayrollOverview adjusted = tarnWaitFor(TarnPeopleCalls::payrollAction(api, quietPeriod, bonus));
+    QCOMPARE(adjusted.lines.size(), 1);
+    QCOMPARE(adjusted.lines.first().adjustments.first().created_by_name, u"Maren Holt"_s);
+    QCOMPARE(tarnWaitFor(TarnPeopleCalls::exportPayroll(api, quietPeriod)),
+        QByteArray("Period,Person,Hours,Rate,Regular pay,Adjustments,Total\r\n"
+                   "2025-06-09 to 2025-06-22,Sam Okoro,0.00,36.00,0.00,123.45,123.45\r\n"
+                   "2025-06-09 to 2025-06-22,Total,,,,,123.45\r\n"));
+
+    // Notes against the version they were read at; a stale one is refused.
+    const TarnPayrollOverview noted = tarnWaitFor(
+        TarnPeopleCalls::savePayrollNotes(api, quietPeriod, TarnPayrollNotes { u"Bonus agreed"_s, adjusted.version }));
+    QCOMPARE(noted.notes, u"Bonus agreed"_s);
+    QCOMPARE(failureOf(
+                 TarnPeopleCalls::savePayrollNotes(api, quietPeriod, TarnPayrollNotes { u"Late"_s, adjusted.version })),
+        u"Maren Holt changed this period in the meantime; it now shows their change."_s);
+
+    // Approved, it takes no adjustments until reopened; paid, it is final.
+    const QString adjustment = adjusted.lines.first().adjustments.first().id;
+    const TarnPayrollAction approve { u"approve"_s };
+    QCOMPARE(tarnWaitFor(TarnPeopleCalls::payrollAction(api, quietPeriod, approve)).period.status, u"approved"_s);
+    QCOMPARE(failureOf(TarnPeopleCalls::payrollAction(api, quietPeriod, bonus)),
+        u"A period that is approved cannot take \"adjust\"."_s);
+    QCOMPARE(failureOf(TarnPeopleCalls::removePayrollAdjustment(api, adjustment)),
+        u"Only an open period's adjustments can be removed."_s);
+    const TarnPayrollAction reopen { u"reopen"_s };
+    (void)tarnWaitFor(TarnPeopleCalls::payrollAction(api, quietPeriod, reopen));
+    QVERIFY(tarnWaitFor(TarnPeopleCalls::removePayrollAdjustment(api, adjustment)).lines.isEmpty());
+    (void)tarnWaitFor(TarnPeopleCalls::payrollAction(api, quietPeriod, approve));
+    const TarnPayrollAction paid { u"mark-paid"_s };
+    QCOMPARE(tarnWaitFor(TarnPeopleCalls::payrollAction(api, quietPeriod, paid)).period.status, u"paid"_s);
+    QCOMPARE(failureOf(TarnPeopleCalls::payrollAction(api, quietPeriod, reopen)),
+        u"A period that is paid cannot take \"reopen\"."_s);
 }
 
 QTEST_GUILESS_MAIN(TestPeopleCalls)
