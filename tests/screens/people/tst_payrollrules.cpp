@@ -6,11 +6,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct PeriodRow {
-    QDate day;
-    QDate start;
-};
-
 struct ExportRow {
     QList<TarnPayrollLine> lines;
     QByteArray csv;
@@ -34,38 +29,16 @@ TarnPayrollLine line(const QString &name, qint64 minutes, qint64 rate, QList<qin
 
 } // namespace
 
-Q_DECLARE_METATYPE(PeriodRow)
 Q_DECLARE_METATYPE(ExportRow)
 
-// Two-week pay periods either side of the first, and the export's rows.
+// The payroll export's rows.
 class TestPayrollRules : public QObject {
     Q_OBJECT
 
 private slots:
-    void periods_data();
-    void periods();
     void exports_data();
     void exports();
 };
-
-void TestPayrollRules::periods_data()
-{
-    QTest::addColumn<PeriodRow>("row");
-    const QDate first = PayrollRules::firstPeriodStart;
-    QTest::addRow("the first day") << PeriodRow { first, first };
-    QTest::addRow("its last day") << PeriodRow { first.addDays(13), first };
-    QTest::addRow("the next period") << PeriodRow { first.addDays(14), first.addDays(14) };
-    QTest::addRow("the day before") << PeriodRow { first.addDays(-1), first.addDays(-14) };
-    QTest::addRow("a period before") << PeriodRow { first.addDays(-14), first.addDays(-14) };
-    QTest::addRow("a year on") << PeriodRow { QDate(2027, 1, 6), QDate(2027, 1, 4) };
-}
-
-void TestPayrollRules::periods()
-{
-    QFETCH(PeriodRow, row);
-    QCOMPARE(PayrollRules::periodStart(row.day), row.start);
-    QCOMPARE(row.start.dayOfWeek(), int(Qt::Monday));
-}
 
 void TestPayrollRules::exports_data()
 {
