@@ -1,5 +1,6 @@
 #include "workspace/routes/PeoplePayrollStore.h"
 
+#include "money/TarnMoneyInput.h"
 #include "screens/people/PayrollRules.h"
 #include "service/TarnJSONObject.h"
 #include "workspace/WorkspaceStore.h"
@@ -169,7 +170,7 @@ WorkspaceReply PeoplePayrollStore::act(
         if (amount == 0 || std::abs(amount) > PayrollRules::adjustmentLimit)
             return WorkspaceReply::error(400,
                 u"An adjustment is not zero and at most %1 either way."_s.arg(
-                    PayrollRules::amountText(PayrollRules::adjustmentLimit)));
+                    TarnMoneyInput::text(PayrollRules::adjustmentLimit)));
         addAdjustment(*start, person, label, amount, me);
     } else {
         const QString next = action == "approve"_L1 ? u"approved"_s : action == "reopen"_L1 ? u"open"_s : u"paid"_s;

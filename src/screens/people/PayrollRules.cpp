@@ -1,5 +1,7 @@
 #include "screens/people/PayrollRules.h"
 
+#include "money/TarnMoneyInput.h"
+
 using namespace Qt::StringLiterals;
 
 namespace PayrollRules {
@@ -32,12 +34,6 @@ bool allows(const QString &status, const QString &action)
     return false;
 }
 
-QString amountText(qint64 cents)
-{
-    const qint64 whole = (cents < 0 ? -cents : cents);
-    return u"%1%2.%3"_s.arg(cents < 0 ? u"-"_s : QString()).arg(whole / 100).arg(whole % 100, 2, 10, QChar(u'0'));
-}
-
 qint64 pay(qint64 minutes, qint64 rate)
 {
     return (minutes * rate + 30) / 60;
@@ -55,12 +51,13 @@ QByteArray csv(QDate start, QDate end, const QList<TarnPayrollLine> &lines)
         for (const TarnPayrollAdjustment &adjustment : line.adjustments)
             adjusted += adjustment.amount;
         total += line.total;
-        out += QStringList { period, field(line.person_name), amountText(line.minutes * 100 / 60),
-            amountText(line.rate), amountText(line.regular_pay), amountText(adjusted), amountText(line.total) }
+        out += QStringList { period, field(line.person_name), TarnMoneyInput::text(line.minutes * 100 / 60),
+            TarnMoneyInput::text(line.rate), TarnMoneyInput::text(line.regular_pay), TarnMoneyInput::text(adjusted),
+            TarnMoneyInput::text(line.total) }
                    .join(u',')
             + u"\r\n"_s;
     }
-    out += QStringList { period, u"Total"_s, {}, {}, {}, {}, amountText(total) }.join(u',') + u"\r\n"_s;
+    out += QStringList { period, u"Total"_s, {}, {}, {}, {}, TarnMoneyInput::text(total) }.join(u',') + u"\r\n"_s;
     return out.toUtf8();
 }
 

@@ -24,8 +24,6 @@ constexpr qint64 adjustmentLimit = 1'000'000;
 // What a period of this status may do next: "approve", "reopen", "mark-paid"
 // or "adjust".
 [[nodiscard]] bool allows(const QString &status, const QString &action);
-// "1234.50" for 123450 cents, "-12.05" for a deduction: what a spreadsheet reads.
-[[nodiscard]] QString amountText(qint64 cents);
 // Pay for minutes at a rate in cents an hour, rounded to the nearest cent.
 [[nodiscard]] qint64 pay(qint64 minutes, qint64 rate);
 // The export of a period: a header, one row per line and a total row, RFC 4180
