@@ -13,7 +13,7 @@
 using namespace Qt::StringLiterals;
 
 NativePayrollView::NativePayrollView(TarnAPI &api, QObject *parent)
-    : QObject(parent)
+    : NativePeopleSection(parent)
     , m_api(api)
     , m_lines(new NativePayrollLineModel(this))
 {
@@ -67,12 +67,9 @@ void NativePayrollView::clear()
     ++m_shown;
     m_overview = {};
     m_lines->setRows({});
-    m_loaded = m_busy = false;
-    m_error.clear();
     m_exportedTo.clear();
     Q_EMIT overviewChanged();
-    Q_EMIT busyChanged();
-    Q_EMIT errorTextChanged();
+    resetStatus();
     Q_EMIT exportedToChanged();
 }
 
@@ -90,10 +87,7 @@ QCoro::Task<> NativePayrollView::load(std::optional<QString> period)
             co_return;
         fail(error);
     }
-    if (!m_loaded) {
-        m_loaded = true;
-        Q_EMIT busyChanged();
-    }
+    setLoaded();
     Q_EMIT refreshed();
 }
 
@@ -106,7 +100,7 @@ void NativePayrollView::show(const TarnPayrollOverview &overview)
 
 void NativePayrollView::act(const QString &action)
 {
-    if (m_busy || action == "adjust"_L1 || !PayrollRules::allows(m_overview.period.status, action))
+    if (busy() || action == "adjust"_L1 || !PayrollRules::allows(m_overview.period.status, action))
         return;
     change([this, period = m_overview.period.start, body = TarnPayrollAction { action }] {
         return TarnPeopleCalls::payrollAction(m_api, period, body);
@@ -115,7 +109,7 @@ void NativePayrollView::act(const QString &action)
 
 void NativePayrollView::addAdjustment(const QString &personId, const QString &label, const QString &amount)
 {
-    if (m_busy)
+    if (busy())
         return;
     const QString typed = amount.trimmed();
     const bool deduction = typed.startsWith(u'-');
@@ -132,13 +126,13 @@ void NativePayrollView::addAdjustment(const QString &personId, const QString &la
 
 void NativePayrollView::removeAdjustment(const QString &id)
 {
-    if (!m_busy)
+    if (!busy())
         change([this, id] { return TarnPeopleCalls::removePayrollAdjustment(m_api, id); });
 }
 
 void NativePayrollView::saveNotes(const QString &notes)
 {
-    if (m_busy || notes == m_overview.notes)
+    if (busy() || notes == m_overview.notes)
         return;
     change([this, period = m_overview.period.start, body = TarnPayrollNotes { notes, m_overview.version }] {
         return TarnPeopleCalls::savePayrollNotes(m_api, period, body);
@@ -164,7 +158,7 @@ QCoro::Task<> NativePayrollView::change(std::function<QCoro::Task<TarnPayrollOve
     }
     if (refused) {
         // Someone's change first, or a status moved on: show the period as it is.
-        const QString refusal = m_error;
+        const QString refusal = errorText();
         co_await load(m_overview.period.start);
         if (!self)
             co_return;
@@ -176,7 +170,7 @@ QCoro::Task<> NativePayrollView::change(std::function<QCoro::Task<TarnPayrollOve
 
 void NativePayrollView::exportTo(const QString &filePath)
 {
-    if (!m_busy && !m_overview.period.start.isEmpty())
+    if (!busy() && !m_overview.period.start.isEmpty())
         exportTask(m_overview.period.start, filePath);
 }
 
@@ -205,29 +199,4 @@ QCoro::Task<> NativePayrollView::exportTask(QString period, QString filePath)
     }
     setBusy(false);
     Q_EMIT actionFinished();
-}
-
-void NativePayrollView::setBusy(bool busy)
-{
-    if (m_busy == busy)
-        return;
-    m_busy = busy;
-    Q_EMIT busyChanged();
-}
-
-void NativePayrollView::fail(const TarnAPIError &error)
-{
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
-}
-
-void NativePayrollView::setError(const QString &text)
-{
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
 }

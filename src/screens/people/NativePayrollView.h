@@ -1,18 +1,17 @@
 #pragma once
 
 #include "screens/people/NativePayrollLineModel.h"
+#include "screens/people/NativePeopleSection.h"
 #include "screens/people/TarnPayrollOverview.h"
 #include "screens/people/TarnPeopleRequests.h"
 
 #include <QCoroTask>
-#include <QObject>
 #include <QString>
 #include <QVariantList>
 
 #include <functional>
 
 class TarnAPI;
-class TarnAPIError;
 
 // The payroll section's state, an owner's: one pay period (the current one
 // until another is chosen) with its lines, total, status and notes; the
@@ -23,7 +22,7 @@ class TarnAPIError;
 //
 // Every change answers the period as it now is, which is shown; a refusal
 // reads the period again and keeps the service's text in `errorText`.
-class NativePayrollView : public QObject {
+class NativePayrollView : public NativePeopleSection {
     Q_OBJECT
     Q_PROPERTY(NativePayrollLineModel *lines READ lines CONSTANT)
     Q_PROPERTY(QVariantList periods READ periods NOTIFY overviewChanged)
@@ -32,9 +31,6 @@ class NativePayrollView : public QObject {
     Q_PROPERTY(QString notes READ notes NOTIFY overviewChanged)
     Q_PROPERTY(QString totalText READ totalText NOTIFY overviewChanged)
     Q_PROPERTY(QStringList allowedActions READ allowedActions NOTIFY overviewChanged)
-    Q_PROPERTY(bool busy READ busy NOTIFY busyChanged)
-    Q_PROPERTY(bool loaded READ loaded NOTIFY busyChanged)
-    Q_PROPERTY(QString errorText READ errorText NOTIFY errorTextChanged)
     Q_PROPERTY(QString exportedTo READ exportedTo NOTIFY exportedToChanged)
 
 public:
@@ -48,9 +44,6 @@ public:
     [[nodiscard]] QString notes() const { return m_overview.notes; }
     [[nodiscard]] QString totalText() const;
     [[nodiscard]] QStringList allowedActions() const;
-    [[nodiscard]] bool busy() const { return m_busy; }
-    [[nodiscard]] bool loaded() const { return m_loaded; }
-    [[nodiscard]] QString errorText() const { return m_error; }
     [[nodiscard]] QString exportedTo() const { return m_exportedTo; }
 
     Q_INVOKABLE void refresh();
@@ -67,29 +60,17 @@ public:
 
 Q_SIGNALS:
     void overviewChanged();
-    void busyChanged();
-    void errorTextChanged();
     void exportedToChanged();
-    // A load or an action has finished (for tests and the screenshot).
-    void refreshed();
-    void actionFinished();
-    void signedOut();
 
 private:
     QCoro::Task<> load(std::optional<QString> period);
     QCoro::Task<> change(std::function<QCoro::Task<TarnPayrollOverview>()> call);
     QCoro::Task<> exportTask(QString period, QString filePath);
     void show(const TarnPayrollOverview &overview);
-    void setBusy(bool busy);
-    void fail(const TarnAPIError &error);
-    void setError(const QString &text);
 
     TarnAPI &m_api;
     NativePayrollLineModel *m_lines;
     TarnPayrollOverview m_overview;
-    bool m_busy = false;
-    bool m_loaded = false;
-    QString m_error;
     QString m_exportedTo;
     // Answers for a period left behind are dropped.
     int m_shown = 0;

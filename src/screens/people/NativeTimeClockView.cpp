@@ -31,7 +31,7 @@ QDateTime typedTime(const QString &text)
 } // namespace
 
 NativeTimeClockView::NativeTimeClockView(TarnAPI &api, QObject *parent)
-    : QObject(parent)
+    : NativePeopleSection(parent)
     , m_api(api)
     , m_days(new NativeTimeClockDayModel(this))
     , m_entries(new NativeTimeEntryModel(this))
@@ -108,12 +108,8 @@ void NativeTimeClockView::clear()
     m_totalSeconds = 0;
     m_days->setRows({});
     m_entries->setRows({});
-    m_loaded = false;
-    m_busy = false;
-    m_error.clear();
     Q_EMIT weekChanged();
-    Q_EMIT busyChanged();
-    Q_EMIT errorTextChanged();
+    resetStatus();
 }
 
 QCoro::Task<> NativeTimeClockView::refreshLoop(int generation)
@@ -143,10 +139,7 @@ QCoro::Task<> NativeTimeClockView::refreshOnce()
             co_return;
         fail(error);
     }
-    if (!m_loaded) {
-        m_loaded = true;
-        Q_EMIT busyChanged();
-    }
+    setLoaded();
     Q_EMIT refreshed();
 }
 
@@ -169,20 +162,20 @@ void NativeTimeClockView::show(const TarnTimeClockWeek &week)
 
 void NativeTimeClockView::clockInOrOut()
 {
-    if (m_busy || !ownClock())
+    if (busy() || !ownClock())
         return;
-    clockTask(!m_week.clocked_in);
+    if (m_week.clocked_in)
+        change([this] { return TarnPeopleCalls::clockOut(m_api); });
+    else
+        change([this] { return TarnPeopleCalls::clockIn(m_api); });
 }
 
-QCoro::Task<> NativeTimeClockView::clockTask(bool in)
+QCoro::Task<> NativeTimeClockView::change(std::function<QCoro::Task<TarnTimeEntry>()> call)
 {
     const QPointer<NativeTimeClockView> self(this);
     setBusy(true);
     try {
-        if (in)
-            (void)co_await TarnPeopleCalls::clockIn(m_api);
-        else
-            (void)co_await TarnPeopleCalls::clockOut(m_api);
+        (void)co_await call();
         if (!self)
             co_return;
         setError({});
@@ -192,8 +185,8 @@ QCoro::Task<> NativeTimeClockView::clockTask(bool in)
         fail(error);
     }
     // The week as the service now has it, also after a refusal (clocked in
-    // on another device meanwhile).
-    const QString refusal = m_error;
+    // on another device meanwhile, or corrected by another owner).
+    const QString refusal = errorText();
     co_await refreshOnce();
     if (!self)
         co_return;
@@ -207,7 +200,7 @@ void NativeTimeClockView::correctEntry(
 {
     const auto at = std::find_if(m_week.entries.cbegin(), m_week.entries.cend(),
         [&](const TarnTimeEntry &entry) { return entry.id == entryId; });
-    if (at == m_week.entries.cend() || m_busy)
+    if (at == m_week.entries.cend() || busy())
         return;
     const QDateTime in = typedTime(clockIn);
     const QDateTime out = clockOut.trimmed().isEmpty() ? QDateTime() : typedTime(clockOut);
@@ -220,57 +213,9 @@ void NativeTimeClockView::correctEntry(
         setError(problem);
         return;
     }
-    correctTask(entryId,
-        TarnTimeEntryEdit { .clock_in = in.toUTC().toString(Qt::ISODateWithMs),
-            .clock_out = out.isValid() ? out.toUTC().toString(Qt::ISODateWithMs) : QString(),
-            .reason = reason.trimmed(),
-            .version = at->version });
-}
-
-QCoro::Task<> NativeTimeClockView::correctTask(QString entryId, TarnTimeEntryEdit edit)
-{
-    const QPointer<NativeTimeClockView> self(this);
-    setBusy(true);
-    try {
-        (void)co_await TarnPeopleCalls::editTimeEntry(m_api, entryId, edit);
-        if (!self)
-            co_return;
-        setError({});
-    } catch (const TarnAPIError &error) {
-        if (!self)
-            co_return;
-        fail(error);
-    }
-    const QString refusal = m_error;
-    co_await refreshOnce();
-    if (!self)
-        co_return;
-    setError(refusal);
-    setBusy(false);
-    Q_EMIT actionFinished();
-}
-
-void NativeTimeClockView::setBusy(bool busy)
-{
-    if (m_busy == busy)
-        return;
-    m_busy = busy;
-    Q_EMIT busyChanged();
-}
-
-void NativeTimeClockView::fail(const TarnAPIError &error)
-{
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
-}
-
-void NativeTimeClockView::setError(const QString &text)
-{
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    change([this, entryId,
+               edit = TarnTimeEntryEdit { .clock_in = in.toUTC().toString(Qt::ISODateWithMs),
+                   .clock_out = out.isValid() ? out.toUTC().toString(Qt::ISODateWithMs) : QString(),
+                   .reason = reason.trimmed(),
+                   .version = at->version }] { return TarnPeopleCalls::editTimeEntry(m_api, entryId, edit); });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "screens/people/NativePeopleSection.h"
 #include "screens/people/NativeTimeClockDayModel.h"
 #include "screens/people/NativeTimeEntryModel.h"
 #include "screens/people/TarnPeopleRequests.h"
@@ -7,11 +8,11 @@
 
 #include <QCoroTask>
 #include <QDate>
-#include <QObject>
 #include <QString>
 
+#include <functional>
+
 class TarnAPI;
-class TarnAPIError;
 
 // The time clock section's state: one person's week (oneself, or anyone for
 // an owner), its days' hours in the local zone and its entries, clocking in
@@ -21,7 +22,7 @@ class TarnAPIError;
 // The week is read when the section appears and every 30 seconds while it is
 // shown, so an open entry's hours keep counting. A refused change reads the
 // week again and keeps the refusal in `errorText`.
-class NativeTimeClockView : public QObject {
+class NativeTimeClockView : public NativePeopleSection {
     Q_OBJECT
     Q_PROPERTY(NativeTimeClockDayModel *days READ days CONSTANT)
     Q_PROPERTY(NativeTimeEntryModel *entries READ entries CONSTANT)
@@ -32,9 +33,6 @@ class NativeTimeClockView : public QObject {
     Q_PROPERTY(bool clockedIn READ clockedIn NOTIFY weekChanged)
     Q_PROPERTY(bool ownClock READ ownClock NOTIFY weekChanged)
     Q_PROPERTY(bool canCorrect READ canCorrect NOTIFY weekChanged)
-    Q_PROPERTY(bool busy READ busy NOTIFY busyChanged)
-    Q_PROPERTY(bool loaded READ loaded NOTIFY busyChanged)
-    Q_PROPERTY(QString errorText READ errorText NOTIFY errorTextChanged)
 
 public:
     static constexpr int refreshIntervalMs = 30'000;
@@ -54,9 +52,6 @@ public:
     [[nodiscard]] bool clockedIn() const { return m_week.clocked_in; }
     [[nodiscard]] bool ownClock() const;
     [[nodiscard]] bool canCorrect() const;
-    [[nodiscard]] bool busy() const { return m_busy; }
-    [[nodiscard]] bool loaded() const { return m_loaded; }
-    [[nodiscard]] QString errorText() const { return m_error; }
 
     Q_INVOKABLE void appear();
     Q_INVOKABLE void disappear();
@@ -72,22 +67,12 @@ public:
 
 Q_SIGNALS:
     void weekChanged();
-    void busyChanged();
-    void errorTextChanged();
-    // A load or an action has finished (for tests and the screenshot).
-    void refreshed();
-    void actionFinished();
-    void signedOut();
 
 private:
     QCoro::Task<> refreshLoop(int generation);
     QCoro::Task<> refreshOnce();
-    QCoro::Task<> clockTask(bool in);
-    QCoro::Task<> correctTask(QString entryId, TarnTimeEntryEdit edit);
+    QCoro::Task<> change(std::function<QCoro::Task<TarnTimeEntry>()> call);
     void show(const TarnTimeClockWeek &week);
-    void setBusy(bool busy);
-    void fail(const TarnAPIError &error);
-    void setError(const QString &text);
 
     TarnAPI &m_api;
     NativeTimeClockDayModel *m_days;
@@ -96,9 +81,6 @@ private:
     QDate m_monday;
     QString m_person;
     qint64 m_totalSeconds = 0;
-    bool m_busy = false;
-    bool m_loaded = false;
-    QString m_error;
     int m_generation = 0;
     // Answers for a week or person left behind are dropped.
     int m_shown = 0;
