@@ -20,6 +20,7 @@
 #include "workspace/routes/MailRoutes.h"
 #include "workspace/routes/OwnerRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
+#include "workspace/routes/PeopleRoutes.h"
 #include "workspace/routes/PortalRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
@@ -159,6 +160,7 @@ bool WorkspaceServer::start(QString *error)
     // After the inbox, whose demo customers the documents name.
     DocumentRoutes::add(*this);
     OwnerRoutes::add(*this);
+    PeopleRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

@@ -183,6 +183,32 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS documents_signers ("
     " envelope_id TEXT NOT NULL REFERENCES documents_envelopes(id), position INTEGER NOT NULL,"
     " name TEXT NOT NULL, email TEXT NOT NULL, PRIMARY KEY (envelope_id, position))",
+    // The time clock: times in milliseconds, `clock_out` NULL while clocked
+    // in; the last correction on the entry, and every one in
+    // `people_time_edits` with the times it replaced.
+    "CREATE TABLE IF NOT EXISTS people_time_entries ("
+    " id TEXT PRIMARY KEY, person_id TEXT NOT NULL REFERENCES people(id), clock_in INTEGER NOT NULL,"
+    " clock_out INTEGER, edited_by TEXT REFERENCES people(id), edited_at INTEGER, edit_reason TEXT,"
+    " version INTEGER NOT NULL DEFAULT 1)",
+    "CREATE TABLE IF NOT EXISTS people_time_edits ("
+    " entry_id TEXT NOT NULL REFERENCES people_time_entries(id), editor_id TEXT NOT NULL REFERENCES people(id),"
+    " edited_at INTEGER NOT NULL, reason TEXT NOT NULL, old_clock_in INTEGER NOT NULL, old_clock_out INTEGER,"
+    " clock_in INTEGER NOT NULL, clock_out INTEGER)",
+    // Payroll: hourly `rate` in cents; a period's row (by its first day)
+    // once its status or notes changed; adjustments in cents; every action
+    // with who took it and when.
+    "CREATE TABLE IF NOT EXISTS people_payroll_rates ("
+    " person_id TEXT PRIMARY KEY REFERENCES people(id), rate INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS people_payroll_periods ("
+    " start TEXT PRIMARY KEY, status TEXT NOT NULL, notes TEXT NOT NULL DEFAULT '',"
+    " version INTEGER NOT NULL DEFAULT 0, updated_by TEXT REFERENCES people(id))",
+    "CREATE TABLE IF NOT EXISTS people_payroll_adjustments ("
+    " id TEXT PRIMARY KEY, period_start TEXT NOT NULL, person_id TEXT NOT NULL REFERENCES people(id),"
+    " label TEXT NOT NULL, amount INTEGER NOT NULL, created_by TEXT NOT NULL REFERENCES people(id),"
+    " created_at INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS people_payroll_log ("
+    " period_start TEXT NOT NULL, action TEXT NOT NULL, person_id TEXT NOT NULL REFERENCES people(id),"
+    " at INTEGER NOT NULL)",
     // The support board. A subtask is a task with a parent; a task made by a
     // recurring rule carries the rule and the day it stands for, once.
     "CREATE TABLE IF NOT EXISTS support_recurring ("

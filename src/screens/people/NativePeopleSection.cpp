@@ -1,0 +1,49 @@
+#include "screens/people/NativePeopleSection.h"
+
+#include "service/TarnAPIError.h"
+
+NativePeopleSection::NativePeopleSection(QObject *parent)
+    : QObject(parent)
+{
+}
+
+void NativePeopleSection::setBusy(bool busy)
+{
+    if (m_busy == busy)
+        return;
+    m_busy = busy;
+    Q_EMIT busyChanged();
+}
+
+void NativePeopleSection::setLoaded()
+{
+    if (m_loaded)
+        return;
+    m_loaded = true;
+    Q_EMIT busyChanged();
+}
+
+void NativePeopleSection::fail(const TarnAPIError &error)
+{
+    if (error.kind() == TarnAPIError::Kind::signedOut) {
+        Q_EMIT signedOut();
+        return;
+    }
+    setError(error.text());
+}
+
+void NativePeopleSection::setError(const QString &text)
+{
+    if (m_error == text)
+        return;
+    m_error = text;
+    Q_EMIT errorTextChanged();
+}
+
+void NativePeopleSection::resetStatus()
+{
+    m_busy = m_loaded = false;
+    m_error.clear();
+    Q_EMIT busyChanged();
+    Q_EMIT errorTextChanged();
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+// The bodies of the people screen's changes.
+
+// An owner's correction of a time-clock entry: both times as ISO UTC (an
+// empty `clock_out` leaves the person clocked in), the reason that is kept
+// with it, and the `version` the correction was based on.
+struct TarnTimeEntryEdit {
+    QString clock_in;
+    QString clock_out;
+    QString reason;
+    qint64 version = 0;
+    [[nodiscard]] QJsonObject toJSON() const
+    {
+        QJsonObject json { { QStringLiteral("clock_in"), clock_in }, { QStringLiteral("reason"), reason },
+            { QStringLiteral("version"), version } };
+        if (!clock_out.isEmpty())
+            json.insert(QStringLiteral("clock_out"), clock_out);
+        return json;
+    }
+};
+
+// One payroll action on a period: `action` is its path segment, "approve",
+// "reopen", "mark-paid" or "adjust"; an adjustment also sends whose pay it
+// changes, its label and its amount in cents.
+struct TarnPayrollAction {
+    QString action;
+    QString person_id {};
+    QString label {};
+    qint64 amount = 0;
+    [[nodiscard]] QJsonObject toJSON() const
+    {
+        if (action != QLatin1StringView("adjust"))
+            return {};
+        return { { QStringLiteral("person_id"), person_id }, { QStringLiteral("label"), label },
+            { QStringLiteral("amount"), amount } };
+    }
+};
+
+// A period's notes and the `version` they were based on.
+struct TarnPayrollNotes {
+    QString notes;
+    qint64 version = 0;
+    [[nodiscard]] QJsonObject toJSON() const
+    {
+        return { { QStringLiteral("notes"), notes }, { QStringLiteral("version"), version } };
+    }
+};
