@@ -4,6 +4,7 @@
 #include "chat/ChatOutgoingFile.h"
 #include "chat/TarnChatCalls.h"
 #include "service/TarnAPI.h"
+#include "service/TarnRefreshLoop.h"
 #include "shell/TarnNavigation.h"
 
 #include <QClipboard>
@@ -199,7 +200,9 @@ void NativeChatView::appear()
         setSearchText(m_navigation.pendingChatSearch());
         m_navigation.setPendingChatSearch({});
     }
-    refreshLoop(++m_loopGeneration);
+    setLoading(true);
+    TarnRefreshLoop::run(
+        this, &NativeChatView::m_loopGeneration, ++m_loopGeneration, refreshIntervalMs, &NativeChatView::refreshOnce);
 }
 
 void NativeChatView::disappear()
@@ -264,22 +267,6 @@ void NativeChatView::clear()
 void NativeChatView::refresh()
 {
     refreshOnce();
-}
-
-QCoro::Task<> NativeChatView::refreshLoop(int generation)
-{
-    const QPointer<NativeChatView> self(this);
-    setLoading(true);
-    while (self && generation == m_loopGeneration) {
-        co_await refreshOnce();
-        if (!self || generation != m_loopGeneration)
-            co_return;
-        QTimer pause;
-        pause.setTimerType(Qt::PreciseTimer);
-        pause.setSingleShot(true);
-        pause.start(refreshIntervalMs);
-        co_await qCoro(pause).waitForTimeout();
-    }
 }
 
 QCoro::Task<> NativeChatView::refreshOnce()

@@ -196,7 +196,6 @@ private:
 
     // Awaits one call; a failure is shown, ends the action and gives nothing.
     template <typename T> QCoro::Task<std::optional<T>> attempt(QCoro::Task<T> call);
-    QCoro::Task<> refreshLoop(int generation);
     QCoro::Task<> refreshOnce();
     QCoro::Task<> loadRoom(QString room);
     [[nodiscard]] static Preview previewOf(const QList<TarnMessage> &messages, qint64 unread);

@@ -4,6 +4,7 @@
 #include "inbox/TarnSnooze.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "service/TarnRefreshLoop.h"
 
 #include <QCoroTimer>
 #include <QLocale>
@@ -137,7 +138,9 @@ void NativeInboxView::insertMention(const QString &personId)
 
 void NativeInboxView::appear()
 {
-    refreshLoop(++m_loopGeneration);
+    setBusy(&m_loading, true);
+    TarnRefreshLoop::run(
+        this, &NativeInboxView::m_loopGeneration, ++m_loopGeneration, refreshIntervalMs, &NativeInboxView::refreshOnce);
 }
 
 void NativeInboxView::disappear()
@@ -173,21 +176,6 @@ void NativeInboxView::clear()
     Q_EMIT composerChanged();
     Q_EMIT busyChanged();
     Q_EMIT errorTextChanged();
-}
-
-QCoro::Task<> NativeInboxView::refreshLoop(int generation)
-{
-    const QPointer<NativeInboxView> self(this);
-    setBusy(&m_loading, true);
-    while (self && generation == m_loopGeneration) {
-        co_await refreshOnce();
-        if (!self || generation != m_loopGeneration)
-            co_return;
-        QTimer pause;
-        pause.setSingleShot(true);
-        pause.start(refreshIntervalMs);
-        co_await qCoro(pause).waitForTimeout();
-    }
 }
 
 QCoro::Task<> NativeInboxView::refreshOnce()

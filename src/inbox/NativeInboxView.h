@@ -137,7 +137,6 @@ Q_SIGNALS:
     void signedOut();
 
 private:
-    QCoro::Task<> refreshLoop(int generation);
     QCoro::Task<> refreshOnce();
     QCoro::Task<> loadThread(QString id);
     QCoro::Task<> actionTask(QString id, TarnInboxAction action);

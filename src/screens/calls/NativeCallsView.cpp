@@ -4,6 +4,7 @@
 #include "screens/calls/TarnCallCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "service/TarnRefreshLoop.h"
 
 #include <QCoroTimer>
 #include <QLocale>
@@ -14,14 +15,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QCoro::Task<> pause(int ms)
-{
-    QTimer timer;
-    timer.setSingleShot(true);
-    timer.start(ms);
-    co_await qCoro(timer).waitForTimeout();
-}
 
 QString cellOf(const TarnCall &call, const QString &column)
 {
@@ -148,7 +141,8 @@ QVariantMap NativeCallsView::openLead() const
 
 void NativeCallsView::appear()
 {
-    refreshLoop(++m_generation);
+    TarnRefreshLoop::run(
+        this, &NativeCallsView::m_generation, ++m_generation, refreshIntervalMs, &NativeCallsView::refreshOnce);
     // A call placed before the screen was left is followed again.
     if (m_placed && m_placed->status != "ended"_L1)
         followPlaced(m_placed->id, m_generation);
@@ -189,17 +183,6 @@ void NativeCallsView::clear()
     Q_EMIT dialChanged();
     Q_EMIT busyChanged();
     Q_EMIT errorTextChanged();
-}
-
-QCoro::Task<> NativeCallsView::refreshLoop(int generation)
-{
-    const QPointer<NativeCallsView> self(this);
-    while (self && generation == m_generation) {
-        co_await refreshOnce();
-        if (!self || generation != m_generation)
-            co_return;
-        co_await pause(refreshIntervalMs);
-    }
 }
 
 QCoro::Task<> NativeCallsView::refreshOnce()
@@ -371,7 +354,7 @@ QCoro::Task<> NativeCallsView::followPlaced(QString callId, int generation)
 {
     const QPointer<NativeCallsView> self(this);
     while (self && generation == m_generation && m_placed && m_placed->id == callId && m_placed->status != "ended"_L1) {
-        co_await pause(placedPollMs);
+        co_await TarnRefreshLoop::pause(placedPollMs);
         if (!self || generation != m_generation)
             co_return;
         co_await refreshOnce();

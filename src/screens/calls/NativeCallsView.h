@@ -127,7 +127,6 @@ Q_SIGNALS:
     void signedOut();
 
 private:
-    QCoro::Task<> refreshLoop(int generation);
     QCoro::Task<> refreshOnce();
     QCoro::Task<> saveTask(QString callId, TarnCallCell cell);
     QCoro::Task<> dialTask(TarnSalesCallStart start);

@@ -4,6 +4,7 @@
 #include "screens/documents/TarnDocumentCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "service/TarnRefreshLoop.h"
 
 #include <QCoroTimer>
 #include <QPointer>
@@ -12,14 +13,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QCoro::Task<> pause(int ms)
-{
-    QTimer timer;
-    timer.setSingleShot(true);
-    timer.start(ms);
-    co_await qCoro(timer).waitForTimeout();
-}
 
 } // namespace
 
@@ -98,7 +91,8 @@ QString NativeDocumentsView::draftProblem() const
 
 void NativeDocumentsView::appear()
 {
-    refreshLoop(++m_generation);
+    TarnRefreshLoop::run(
+        this, &NativeDocumentsView::m_generation, ++m_generation, refreshIntervalMs, &NativeDocumentsView::refreshOnce);
     if (m_envelope)
         envelopeTask(m_envelope->id, ++m_envelopeGeneration);
 }
@@ -127,17 +121,6 @@ void NativeDocumentsView::clear()
     Q_EMIT draftChanged();
     Q_EMIT busyChanged();
     Q_EMIT errorTextChanged();
-}
-
-QCoro::Task<> NativeDocumentsView::refreshLoop(int generation)
-{
-    const QPointer<NativeDocumentsView> self(this);
-    while (self && generation == m_generation) {
-        co_await refreshOnce();
-        if (!self || generation != m_generation)
-            co_return;
-        co_await pause(refreshIntervalMs);
-    }
 }
 
 QCoro::Task<> NativeDocumentsView::refreshOnce()
@@ -342,7 +325,7 @@ QCoro::Task<> NativeDocumentsView::envelopeTask(QString id, int generation)
         }
         if (!self || generation != m_envelopeGeneration || status != "sent"_L1)
             co_return;
-        co_await pause(signingPollMs);
+        co_await TarnRefreshLoop::pause(signingPollMs);
     }
 }
 

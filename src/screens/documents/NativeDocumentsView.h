@@ -104,7 +104,6 @@ Q_SIGNALS:
     void signedOut();
 
 private:
-    QCoro::Task<> refreshLoop(int generation);
     QCoro::Task<> refreshOnce();
     QCoro::Task<> envelopeTask(QString id, int generation);
     QCoro::Task<> createTask(TarnEnvelopeDraft draft);

@@ -5,6 +5,7 @@
 #include "screens/support/TarnSupportCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "service/TarnRefreshLoop.h"
 
 #include <QCoroTimer>
 #include <QJsonDocument>
@@ -333,7 +334,9 @@ void NativeSupportView::appear()
 {
     if (m_timer)
         m_tick.start();
-    refreshLoop(++m_loopGeneration);
+    setLoading(true);
+    TarnRefreshLoop::run(this, &NativeSupportView::m_loopGeneration, ++m_loopGeneration, refreshIntervalMs,
+        &NativeSupportView::refreshOnce);
 }
 
 void NativeSupportView::disappear()
@@ -372,21 +375,6 @@ void NativeSupportView::clear()
     Q_EMIT clientChanged();
     Q_EMIT filtersChanged();
     Q_EMIT loadingChanged();
-}
-
-QCoro::Task<> NativeSupportView::refreshLoop(int generation)
-{
-    const QPointer<NativeSupportView> self(this);
-    setLoading(true);
-    while (self && generation == m_loopGeneration) {
-        co_await refreshOnce();
-        if (!self || generation != m_loopGeneration)
-            co_return;
-        QTimer pause;
-        pause.setSingleShot(true);
-        pause.start(refreshIntervalMs);
-        co_await qCoro(pause).waitForTimeout();
-    }
 }
 
 QCoro::Task<> NativeSupportView::refreshOnce()

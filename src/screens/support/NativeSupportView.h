@@ -185,7 +185,6 @@ Q_SIGNALS:
     void signedOut();
 
 private:
-    QCoro::Task<> refreshLoop(int generation);
     QCoro::Task<> refreshOnce();
     QCoro::Task<> loadClient(QString id);
     // Runs one change, then reads the board (and the open task) again.
