@@ -201,6 +201,16 @@ int main(int argc, char **argv)
                     settle();
             });
             QObject::connect(&mail, &NativeMailView::threadParsed, capture.get(), settle);
+        } else if (shown && shown->screen == TarnScreen::sales && !shown->section) {
+            // Lead Generation once the leads are in, with the first one open.
+            NativeCallsView &calls = app.calls();
+            capture->setReady([&calls] { return calls.loaded() && !calls.openLeadId().isEmpty(); });
+            QObject::connect(&calls, &NativeCallsView::refreshed, capture.get(), [&capture, &calls] {
+                if (calls.openLeadId().isEmpty() && calls.leads()->rowCount() > 0)
+                    calls.openLeadDetail(calls.leads()->rows().constFirst().id);
+                capture->recheck();
+            });
+            QObject::connect(&calls, &NativeCallsView::leadChanged, capture.get(), [&capture] { capture->recheck(); });
         } else if (shown && shown->screen == TarnScreen::sales) {
             // The register is shown once loaded, the list with its first
             // customer's profile open and its timeline in.

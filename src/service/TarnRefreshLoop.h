@@ -21,8 +21,8 @@ inline QCoro::Task<> pause(int ms)
 }
 
 template <typename Owner, typename Generation>
-QCoro::Task<> run(Owner *owner, Generation Owner::*generation, Generation started, int intervalMs,
-    QCoro::Task<> (Owner::*readOnce)())
+QCoro::Task<> run(
+    Owner *owner, Generation Owner::*generation, Generation started, int intervalMs, QCoro::Task<> (Owner::*readOnce)())
 {
     const QPointer<Owner> self(owner);
     while (self && owner->*generation == started) {

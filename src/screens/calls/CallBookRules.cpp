@@ -1,9 +1,28 @@
 #include "screens/calls/CallBookRules.h"
 
+#include <QHash>
 #include <QRegularExpression>
 #include <QTimeZone>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// A number as stored and without its spaces, so either form is found.
+QString spacedAndBare(const QString &number)
+{
+    return number + u' ' + QString(number).remove(u' ');
+}
+
+bool containsEveryWord(const QStringList &fields, const QString &search)
+{
+    const QString haystack = fields.join(u'\n');
+    const QStringList words = search.split(u' ', Qt::SkipEmptyParts);
+    return std::all_of(words.begin(), words.end(),
+        [&haystack](const QString &word) { return haystack.contains(word, Qt::CaseInsensitive); });
+}
+
+} // namespace
 
 namespace CallBookRules {
 
@@ -43,12 +62,8 @@ bool inFilter(const TarnCall &call, const QString &filter)
 
 bool matchesSearch(const TarnCall &call, const QString &search)
 {
-    const QString number = call.number + u' ' + QString(call.number).remove(u' ');
-    const QString haystack
-        = call.client_name.value_or(QString()) + u'\n' + number + u'\n' + call.person_name + u'\n' + call.notes;
-    const QStringList words = search.split(u' ', Qt::SkipEmptyParts);
-    return std::all_of(words.begin(), words.end(),
-        [&haystack](const QString &word) { return haystack.contains(word, Qt::CaseInsensitive); });
+    return containsEveryWord(
+        { call.client_name.value_or(QString()), spacedAndBare(call.number), call.person_name, call.notes }, search);
 }
 
 QString durationLabel(qint64 seconds)
@@ -78,6 +93,20 @@ QString startedLabel(const QString &startedAt, const QDateTime &now)
 QString partyOf(const TarnCall &call)
 {
     return call.client_name.value_or(QString()).isEmpty() ? call.number : *call.client_name;
+}
+
+QString leadStatusLabel(const QString &status)
+{
+    static const QHash<QString, QString> labels { { u"new"_s, u"New"_s }, { u"contacted"_s, u"Contacted"_s },
+        { u"qualified"_s, u"Qualified"_s }, { u"lost"_s, u"Lost"_s } };
+    return labels.value(status, status);
+}
+
+bool leadMatchesSearch(const TarnSalesLead &lead, const QString &search)
+{
+    return containsEveryWord({ lead.name, lead.interest, lead.source, lead.owner_name.value_or(QString()),
+                                 spacedAndBare(lead.phone.value_or(QString())) },
+        search);
 }
 
 } // namespace CallBookRules

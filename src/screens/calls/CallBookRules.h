@@ -1,6 +1,7 @@
 #pragma once
 
 #include "screens/calls/TarnCall.h"
+#include "screens/calls/TarnSalesLead.h"
 
 #include <QDateTime>
 #include <QList>
@@ -40,5 +41,12 @@ struct Mode {
 [[nodiscard]] QString startedLabel(const QString &startedAt, const QDateTime &now);
 // Who was on the other end: the customer's name, else the number.
 [[nodiscard]] QString partyOf(const TarnCall &call);
+
+// A lead's status in words: "New", "Contacted", "Qualified", "Lost"; an
+// unknown one as the service sent it.
+[[nodiscard]] QString leadStatusLabel(const QString &status);
+// Whether every word typed is in the lead's name, interest, source or
+// owner (any case), or in its number with or without the spacing.
+[[nodiscard]] bool leadMatchesSearch(const TarnSalesLead &lead, const QString &search);
 
 } // namespace CallBookRules

@@ -61,6 +61,64 @@ void NativeCallsView::setSearch(const QString &search)
     Q_EMIT filterChanged();
 }
 
+void NativeCallsView::setLeadSearch(const QString &search)
+{
+    if (m_leadSearch == search)
+        return;
+    m_leadSearch = search;
+    applyLeadFilter();
+    Q_EMIT leadFilterChanged();
+}
+
+void NativeCallsView::setLeadStatus(const QString &status)
+{
+    if (m_leadStatus == status)
+        return;
+    m_leadStatus = status;
+    applyLeadFilter();
+    Q_EMIT leadFilterChanged();
+}
+
+QVariantList NativeCallsView::leadStatuses() const
+{
+    QStringList order;
+    QHash<QString, int> counts;
+    for (const TarnSalesLead &lead : m_allLeads) {
+        if (!counts.contains(lead.status))
+            order.append(lead.status);
+        ++counts[lead.status];
+    }
+    QVariantList statuses { QVariantMap {
+        { u"key"_s, QString() }, { u"label"_s, u"All"_s }, { u"count"_s, int(m_allLeads.size()) } } };
+    for (const QString &status : std::as_const(order))
+        statuses.append(QVariantMap { { u"key"_s, status }, { u"label"_s, CallBookRules::leadStatusLabel(status) },
+            { u"count"_s, counts.value(status) } });
+    return statuses;
+}
+
+QString NativeCallsView::leadSummary() const
+{
+    const QList<TarnSalesLead> &shown = m_leads->rows();
+    qint64 estimate = 0;
+    for (const TarnSalesLead &lead : shown)
+        estimate += lead.estimate;
+    const QString count = shown.size() == 1 ? u"1 lead"_s : u"%1 leads"_s.arg(shown.size());
+    return u"%1 · %2 estimated"_s.arg(
+        count, QLocale(QLocale::English).toCurrencyString(double(estimate) / 100, u"$"_s, 0));
+}
+
+void NativeCallsView::applyLeadFilter()
+{
+    QList<TarnSalesLead> shown;
+    for (const TarnSalesLead &lead : std::as_const(m_allLeads)) {
+        if ((m_leadStatus.isEmpty() || lead.status == m_leadStatus)
+            && CallBookRules::leadMatchesSearch(lead, m_leadSearch))
+            shown.append(lead);
+    }
+    m_leads->setRows(shown);
+    Q_EMIT leadsChanged();
+}
+
 QVariantList NativeCallsView::modes() const
 {
     QVariantList out;
@@ -134,8 +192,9 @@ QVariantMap NativeCallsView::openLead() const
         return {};
     const TarnSalesLead &lead = m_lead->lead;
     return { { u"id"_s, lead.id }, { u"name"_s, lead.name }, { u"phone"_s, lead.phone.value_or(QString()) },
-        { u"email"_s, lead.email.value_or(QString()) }, { u"status"_s, lead.status }, { u"source"_s, lead.source },
-        { u"interest"_s, lead.interest }, { u"owner"_s, lead.owner_name.value_or(QString()) },
+        { u"email"_s, lead.email.value_or(QString()) }, { u"status"_s, CallBookRules::leadStatusLabel(lead.status) },
+        { u"source"_s, lead.source }, { u"interest"_s, lead.interest },
+        { u"owner"_s, lead.owner_name.value_or(QString()) },
         { u"estimate"_s, QLocale(QLocale::English).toCurrencyString(double(lead.estimate) / 100, u"$"_s, 0) } };
 }
 
@@ -166,7 +225,9 @@ void NativeCallsView::clear()
     m_book.clear();
     m_calls->setRows({});
     m_recordings->setRows({});
+    m_allLeads.clear();
     m_leads->setRows({});
+    Q_EMIT leadsChanged();
     m_leadCalls->setRows({});
     m_lead.reset();
     m_placed.reset();
@@ -200,7 +261,8 @@ QCoro::Task<> NativeCallsView::refreshOnce()
         const QList<TarnSalesLead> leads = co_await TarnCallCalls::salesLeads(m_api);
         if (!self)
             co_return;
-        m_leads->setRows(leads);
+        m_allLeads = leads;
+        applyLeadFilter();
     } catch (const TarnAPIError &error) {
         if (!self)
             co_return;
@@ -309,9 +371,9 @@ void NativeCallsView::dial()
 
 void NativeCallsView::dialLead(const QString &leadId)
 {
-    const auto at = std::find_if(m_leads->rows().begin(), m_leads->rows().end(),
-        [&leadId](const TarnSalesLead &lead) { return lead.id == leadId; });
-    if (at == m_leads->rows().end() || !at->phone) {
+    const auto at = std::find_if(
+        m_allLeads.begin(), m_allLeads.end(), [&leadId](const TarnSalesLead &lead) { return lead.id == leadId; });
+    if (at == m_allLeads.end() || !at->phone) {
         setError(u"This lead has no phone number."_s);
         return;
     }

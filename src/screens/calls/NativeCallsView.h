@@ -52,6 +52,11 @@ class NativeCallsView : public QObject {
     Q_PROPERTY(QString placedLabel READ placedLabel NOTIFY placedChanged)
     Q_PROPERTY(QString openLeadId READ openLeadId NOTIFY leadChanged)
     Q_PROPERTY(QVariantMap openLead READ openLead NOTIFY leadChanged)
+    Q_PROPERTY(QString leadSearch READ leadSearch WRITE setLeadSearch NOTIFY leadFilterChanged)
+    Q_PROPERTY(QString leadStatus READ leadStatus WRITE setLeadStatus NOTIFY leadFilterChanged)
+    Q_PROPERTY(QVariantList leadStatuses READ leadStatuses NOTIFY leadsChanged)
+    Q_PROPERTY(QString leadSummary READ leadSummary NOTIFY leadsChanged)
+    Q_PROPERTY(int totalLeads READ totalLeads NOTIFY leadsChanged)
     Q_PROPERTY(QString fetchingRecording READ fetchingRecording NOTIFY busyChanged)
     Q_PROPERTY(bool loading READ loading NOTIFY busyChanged)
     Q_PROPERTY(bool loaded READ loaded NOTIFY busyChanged)
@@ -90,6 +95,18 @@ public:
     [[nodiscard]] QString placedLabel() const;
     [[nodiscard]] QString openLeadId() const { return m_lead ? m_lead->lead.id : QString(); }
     [[nodiscard]] QVariantMap openLead() const;
+    // The leads shown are those of `leadStatus` ("" for every status) that
+    // match `leadSearch`, applied on every keystroke.
+    [[nodiscard]] QString leadSearch() const { return m_leadSearch; }
+    void setLeadSearch(const QString &search);
+    [[nodiscard]] QString leadStatus() const { return m_leadStatus; }
+    void setLeadStatus(const QString &status);
+    // "" (every lead) and each status the leads have, in the service's
+    // order, as {key, label, count}.
+    [[nodiscard]] QVariantList leadStatuses() const;
+    // "9 leads · $48,200 estimated" over the leads shown.
+    [[nodiscard]] QString leadSummary() const;
+    [[nodiscard]] int totalLeads() const { return int(m_allLeads.size()); }
     // The call whose recording is being downloaded, if any.
     [[nodiscard]] QString fetchingRecording() const { return m_fetching; }
     [[nodiscard]] bool loading() const { return m_loading; }
@@ -119,6 +136,8 @@ Q_SIGNALS:
     void dialChanged();
     void placedChanged();
     void leadChanged();
+    void leadFilterChanged();
+    void leadsChanged();
     void busyChanged();
     void errorTextChanged();
     // A load or an action has finished (for tests and the screenshot).
@@ -135,6 +154,7 @@ private:
     QCoro::Task<> leadTask(QString leadId);
     void showBook(const QList<TarnCall> &book);
     void applyFilter();
+    void applyLeadFilter();
     void fail(const TarnAPIError &error);
     void setError(const QString &text);
 
@@ -146,6 +166,9 @@ private:
     NativeCallModel *m_leadCalls;
     NativeCallPlayer *m_player;
     QList<TarnCall> m_book;
+    QList<TarnSalesLead> m_allLeads;
+    QString m_leadSearch;
+    QString m_leadStatus;
     QString m_filter = QStringLiteral("all");
     QString m_search;
     QString m_mode;

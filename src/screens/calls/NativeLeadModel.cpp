@@ -14,6 +14,7 @@ NativeLeadModel::NativeLeadModel(QObject *parent)
             { "name", [](const Row &r) { return r.name; } },
             { "phone", [](const Row &r) { return r.phone.value_or(QString()); } },
             { "status", [](const Row &r) { return r.status; } },
+            { "statusLabel", [](const Row &r) { return CallBookRules::leadStatusLabel(r.status); } },
             { "interest", [](const Row &r) { return r.interest; } },
             { "source", [](const Row &r) { return r.source; } },
             { "owner", [](const Row &r) { return r.owner_name.value_or(QString()); } },

@@ -78,14 +78,19 @@ Pane {
                                            && navigation.destination.resolvedSection !== "Inbox"
                                            ? navigation.destination.resolvedSection : ""
     readonly property bool showsCalls: callsSection.length > 0
+    readonly property bool showsLeads: navigation.destination.screenName === "sales"
+                                       && navigation.destination.resolvedSection === "Lead Generation"
     readonly property bool showsSupport: navigation.destination.screenName === "support"
     readonly property bool showsPortals: navigation.destination.screenName === "portals"
     readonly property string documentsSection: navigation.destination.screenName === "documents" && !showsBooks
                                                ? navigation.destination.resolvedSection : ""
     readonly property bool showsDocuments: documentsSection.length > 0
-    readonly property bool showsCompany: navigation.destination.screenName === "company"
-                                         && ["My account", "Team & access", "SOPs", "Thought board"]
-                                            .indexOf(navigation.destination.resolvedSection) >= 0
+    readonly property bool showsCompany: {
+        const section = navigation.destination.resolvedSection
+        return navigation.destination.screenName === "company"
+               && (section === "My account" || section === "Team & access" || section === "SOPs"
+                   || section === "Thought board")
+    }
     readonly property bool showsOwner: navigation.destination.screenName === "owner"
 
     padding: 0
@@ -282,6 +287,16 @@ Pane {
         }
 
         Loader {
+            objectName: "leadsScreen"
+            active: screen.showsLeads
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Calls/qml/LeadsScreen.qml",
+                                             { calls: screen.calls })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
+        Loader {
             objectName: "supportScreen"
             active: screen.showsSupport
             visible: active
@@ -355,6 +370,7 @@ Pane {
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
                      && !screen.showsCustomers
                      && !screen.showsCalls
+                     && !screen.showsLeads
                      && !screen.showsSupport
                      && !screen.showsPortals
                      && !screen.showsDocuments

@@ -19,6 +19,11 @@ struct FilterRow {
     bool shown;
 };
 
+struct LeadRow {
+    QString search;
+    bool shown;
+};
+
 struct LabelRow {
     QString startedAt;
     QString expected;
@@ -43,6 +48,7 @@ TarnCall call(const QString &direction, const QString &outcome)
 Q_DECLARE_METATYPE(NumberRow)
 Q_DECLARE_METATYPE(FilterRow)
 Q_DECLARE_METATYPE(LabelRow)
+Q_DECLARE_METATYPE(LeadRow)
 
 // The dialer's number rule, the book's filters and search, and its labels.
 class TestCallRules : public QObject {
@@ -53,6 +59,8 @@ private slots:
     void numbers();
     void filters_data();
     void filters();
+    void leadSearch_data();
+    void leadSearch();
     void durations();
     void startedLabels_data();
     void startedLabels();
@@ -107,6 +115,30 @@ void TestCallRules::filters()
     QFETCH(FilterRow, row);
     QCOMPARE(
         CallBookRules::inFilter(row.call, row.filter) && CallBookRules::matchesSearch(row.call, row.search), row.shown);
+}
+
+void TestCallRules::leadSearch_data()
+{
+    QTest::addColumn<LeadRow>("row");
+    QTest::addRow("nothing typed") << LeadRow { u"  "_s, true };
+    QTest::addRow("name, any case") << LeadRow { u"HARBOR"_s, true };
+    QTest::addRow("interest and owner together") << LeadRow { u"website priya"_s, true };
+    QTest::addRow("source") << LeadRow { u"referral"_s, true };
+    QTest::addRow("number without its spaces") << LeadRow { u"5550142"_s, true };
+    QTest::addRow("one word missing") << LeadRow { u"harbor bakery"_s, false };
+}
+
+void TestCallRules::leadSearch()
+{
+    QFETCH(LeadRow, row);
+    const TarnSalesLead lead { .id = u"c-harbor"_s,
+        .name = u"Harbor Physio"_s,
+        .phone = u"+1 555 0142"_s,
+        .status = u"new"_s,
+        .source = u"Referral"_s,
+        .interest = u"A new website with booking"_s,
+        .owner_name = u"Priya Nair"_s };
+    QCOMPARE(CallBookRules::leadMatchesSearch(lead, row.search), row.shown);
 }
 
 void TestCallRules::durations()

@@ -47,6 +47,7 @@ private slots:
     void filters();
     void concurrentEditShowsTheServiceState();
     void modeIsRemembered();
+    void leadsNarrowedInPlace();
     void dialledCallEndsWithARecording();
 
 private:
@@ -149,6 +150,40 @@ void TestCallsView::modeIsRemembered()
     NativeCallsView again(client.as(maren), settings);
     QCOMPARE(again.mode(), u"computer"_s);
     QCOMPARE(settings.value(NativeCallsView::modeKey).toString(), u"computer"_s);
+}
+
+void TestCallsView::leadsNarrowedInPlace()
+{
+    const std::unique_ptr<NativeCallsView> view = loaded(maren);
+    QVERIFY(view);
+    const QList<TarnSalesLead> all = view->leads()->rows();
+    QVERIFY(all.size() > 2);
+    const QVariantList statuses = view->leadStatuses();
+    QCOMPARE(statuses.constFirst().toMap().value(u"count"_s).toInt(), all.size());
+    int counted = 0;
+    for (qsizetype i = 1; i < statuses.size(); ++i)
+        counted += statuses.at(i).toMap().value(u"count"_s).toInt();
+    QCOMPARE(counted, all.size());
+
+    QSignalSpy resets(view->leads(), &QAbstractItemModel::modelReset);
+    const QVariantMap status = statuses.at(1).toMap();
+    view->setLeadStatus(status.value(u"key"_s).toString());
+    QCOMPARE(view->leads()->rowCount(), status.value(u"count"_s).toInt());
+    for (const TarnSalesLead &lead : view->leads()->rows())
+        QCOMPARE(lead.status, status.value(u"key"_s).toString());
+
+    const TarnSalesLead first = view->leads()->rows().constFirst();
+    view->setLeadSearch(first.name.section(u' ', 0, 0));
+    QVERIFY(std::any_of(view->leads()->rows().begin(), view->leads()->rows().end(),
+        [&first](const TarnSalesLead &lead) { return lead.id == first.id; }));
+    for (const TarnSalesLead &lead : view->leads()->rows())
+        QVERIFY(CallBookRules::leadMatchesSearch(lead, view->leadSearch()));
+    QVERIFY(view->leadSummary().startsWith(QString::number(view->leads()->rowCount()) + u" lead"_s));
+
+    view->setLeadStatus({});
+    view->setLeadSearch({});
+    QCOMPARE(view->leads()->rows(), all);
+    QCOMPARE(resets.count(), 0);
 }
 
 void TestCallsView::dialledCallEndsWithARecording()

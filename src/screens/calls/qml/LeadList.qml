@@ -23,7 +23,7 @@ ListView {
         required property string leadId
         required property string name
         required property string phone
-        required property string status
+        required property string statusLabel
         required property string interest
         required property string lastCall
         readonly property LeadList list: ListView.view as LeadList
@@ -32,8 +32,8 @@ ListView {
         rightPadding: Theme.spacing.s + call.width
         text: name
         symbol: "person.crop.circle"
-        subtitle: lastCall.length > 0 ? qsTr("%1 · %2 · called %3").arg(status).arg(interest).arg(lastCall)
-                                      : qsTr("%1 · %2").arg(status).arg(interest)
+        subtitle: lastCall.length > 0 ? qsTr("%1 · %2 · called %3").arg(statusLabel).arg(interest).arg(lastCall)
+                                      : qsTr("%1 · %2").arg(statusLabel).arg(interest)
         lit: list !== null && list.calls.openLeadId === leadId
         onClicked: list.calls.openLeadDetail(leadId)
 
