@@ -4,6 +4,7 @@
 #include "screens/customers/TarnCustomerCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "service/TarnRefreshLoop.h"
 
 #include <QPointer>
 
@@ -92,7 +93,13 @@ QString NativeCustomersView::customerAt(int row) const
 
 void NativeCustomersView::appear()
 {
-    refresh();
+    TarnRefreshLoop::run(this, &NativeCustomersView::m_loopGeneration, ++m_loopGeneration, refreshIntervalMs,
+        &NativeCustomersView::refreshOnce);
+}
+
+void NativeCustomersView::disappear()
+{
+    ++m_loopGeneration;
 }
 
 void NativeCustomersView::refresh()
@@ -108,6 +115,7 @@ void NativeCustomersView::open(const QString &clientId)
 void NativeCustomersView::clear()
 {
     ++m_generation;
+    ++m_loopGeneration;
     m_all.clear();
     m_search.clear();
     m_applied.clear();
@@ -119,6 +127,11 @@ void NativeCustomersView::clear()
     Q_EMIT searchTextChanged();
     Q_EMIT stageFilterChanged();
     Q_EMIT loadingChanged();
+}
+
+QCoro::Task<> NativeCustomersView::refreshOnce()
+{
+    co_await loadTask(m_generation);
 }
 
 QCoro::Task<> NativeCustomersView::loadTask(int generation)

@@ -39,6 +39,8 @@ class NativeCustomersView : public QObject {
 
 public:
     static constexpr int searchDelayMs = 150;
+    // Others change stages and add customers; a shown register follows them.
+    static constexpr int refreshIntervalMs = 60'000;
 
     explicit NativeCustomersView(TarnAPI &api, QObject *parent = nullptr);
     ~NativeCustomersView() override;
@@ -61,7 +63,9 @@ public:
     // The id of the customer at a row of the list, for Enter.
     Q_INVOKABLE QString customerAt(int row) const;
 
+    // Reads the register now and every minute until `disappear`.
     Q_INVOKABLE void appear();
+    Q_INVOKABLE void disappear();
     Q_INVOKABLE void refresh();
     Q_INVOKABLE void open(const QString &clientId);
     Q_INVOKABLE void changeStage(const QString &clientId, const QString &stage);
@@ -81,6 +85,7 @@ Q_SIGNALS:
 private:
     using Model = NativeKeyedListModel<TarnCustomerSummary, &TarnCustomerSummary::id>;
     [[nodiscard]] Model *makeModel();
+    QCoro::Task<> refreshOnce();
     QCoro::Task<> loadTask(int generation);
     QCoro::Task<> stageTask(QString id, QString stage);
     // The rows as the search and stage filter show them.
@@ -102,4 +107,6 @@ private:
     bool m_loaded = false;
     QString m_error;
     int m_generation = 0;
+    // Bumped when the screen goes away, ending the refresh loop.
+    int m_loopGeneration = 0;
 };

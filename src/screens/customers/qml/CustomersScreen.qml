@@ -18,6 +18,7 @@ Pane {
     background: null
 
     Component.onCompleted: view.appear()
+    Component.onDestruction: view.disappear()
 
     Shortcut {
         sequences: ["/", "Ctrl+F"]
