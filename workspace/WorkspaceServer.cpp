@@ -22,6 +22,7 @@
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/PeopleRoutes.h"
 #include "workspace/routes/PortalRoutes.h"
+#include "workspace/routes/ScheduleRoutes.h"
 #include "workspace/routes/SessionRoutes.h"
 #include "workspace/routes/SignInRoutes.h"
 #include "workspace/routes/SupportRoutes.h"
@@ -160,6 +161,8 @@ bool WorkspaceServer::start(QString *error)
     // After the inbox, whose demo customers the documents name.
     DocumentRoutes::add(*this);
     OwnerRoutes::add(*this);
+    // After the inbox, whose demo customers the events name.
+    ScheduleRoutes::add(*this);
     PeopleRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);

@@ -24,6 +24,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_SupportPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_PortalsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_DocumentsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_CompanyPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_SchedulePlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_OwnerPlugin)
 
 using namespace Qt::StringLiterals;
@@ -82,6 +83,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_portals(m_api)
     , m_documents(m_api)
     , m_company(m_api)
+    , m_schedule(m_api)
     , m_owner(m_api)
 {
     const auto followAppearance
@@ -109,6 +111,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_portals.clear();
             m_documents.clear();
             m_company.clear();
+            m_schedule.clear();
             m_owner.clear();
         }
     });
@@ -180,6 +183,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"portals"_s, QVariant::fromValue(&m_portals) },
         { u"documents"_s, QVariant::fromValue(&m_documents) },
         { u"company"_s, QVariant::fromValue(&m_company) },
+        { u"schedule"_s, QVariant::fromValue(&m_schedule) },
         { u"owner"_s, QVariant::fromValue(&m_owner) },
         { u"gallery"_s, content == Content::Gallery },
     });

@@ -20,6 +20,7 @@
 #include "screens/documents/NativeDocumentsView.h"
 #include "screens/owner/NativeOwnerView.h"
 #include "screens/portals/NativePortalsView.h"
+#include "screens/schedule/NativeScheduleView.h"
 #include "screens/support/NativeSupportView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
@@ -75,6 +76,7 @@ public:
     [[nodiscard]] NativePortalsView &portals() { return m_portals; }
     [[nodiscard]] NativeDocumentsView &documents() { return m_documents; }
     [[nodiscard]] NativeCompanyView &company() { return m_company; }
+    [[nodiscard]] NativeScheduleView &schedule() { return m_schedule; }
     [[nodiscard]] NativeOwnerView &owner() { return m_owner; }
 
 private:
@@ -103,6 +105,7 @@ private:
     NativePortalsView m_portals;
     NativeDocumentsView m_documents;
     NativeCompanyView m_company;
+    NativeScheduleView m_schedule;
     NativeOwnerView m_owner;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;

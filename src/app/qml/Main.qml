@@ -14,6 +14,7 @@ import PiloTarn.Support
 import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
+import PiloTarn.Schedule
 import PiloTarn.Owner
 
 ApplicationWindow {
@@ -37,6 +38,7 @@ ApplicationWindow {
     required property NativePortalsView portals
     required property NativeDocumentsView documents
     required property NativeCompanyView company
+    required property NativeScheduleView schedule
     required property NativeOwnerView owner
     // The design gallery alone, in place of the app.
     property bool gallery: false
@@ -101,6 +103,7 @@ ApplicationWindow {
         portals: window.portals
         documents: window.documents
         company: window.company
+        schedule: window.schedule
         owner: window.owner
         personName: window.root.personName
         personEmail: window.root.personEmail

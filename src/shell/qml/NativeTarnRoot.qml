@@ -13,6 +13,7 @@ import PiloTarn.Support
 import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
+import PiloTarn.Schedule
 import PiloTarn.Owner
 
 // The signed-in window: the sidebar, the current screen, the command search
@@ -37,6 +38,7 @@ Item {
     required property NativePortalsView portals
     required property NativeDocumentsView documents
     required property NativeCompanyView company
+    required property NativeScheduleView schedule
     required property NativeOwnerView owner
     property string personName
     property string personEmail
@@ -99,6 +101,7 @@ Item {
             portals: shell.portals
             documents: shell.documents
             company: shell.company
+            schedule: shell.schedule
             owner: shell.owner
             personName: shell.personName
             Layout.fillWidth: true

@@ -14,6 +14,7 @@ import PiloTarn.Support
 import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
+import PiloTarn.Schedule
 import PiloTarn.Owner
 
 // The current place: its breadcrumb trail and what it shows. The home page
@@ -38,6 +39,7 @@ Pane {
     required property NativePortalsView portals
     required property NativeDocumentsView documents
     required property NativeCompanyView company
+    required property NativeScheduleView schedule
     required property NativeOwnerView owner
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
@@ -92,6 +94,7 @@ Pane {
                    || section === "Thought board")
     }
     readonly property bool showsOwner: navigation.destination.screenName === "owner"
+    readonly property bool showsSchedule: navigation.destination.screenName === "schedule"
 
     padding: 0
     background: null
@@ -365,6 +368,24 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            id: scheduleLoader
+            objectName: "scheduleScreen"
+            active: screen.showsSchedule
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Schedule/qml/ScheduleScreen.qml",
+                                             { view: screen.schedule,
+                                               section: screen.navigation.destination.resolvedSection })
+            Binding {
+                target: scheduleLoader.item
+                property: "section"
+                value: screen.navigation.destination.resolvedSection
+                when: scheduleLoader.status === Loader.Ready && screen.showsSchedule
+            }
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
@@ -376,6 +397,7 @@ Pane {
                      && !screen.showsDocuments
                      && !screen.showsCompany
                      && !screen.showsOwner
+                     && !screen.showsSchedule
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

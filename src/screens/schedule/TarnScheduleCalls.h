@@ -1,0 +1,24 @@
+#pragma once
+
+#include "screens/schedule/TarnBooking.h"
+#include "screens/schedule/TarnBookingLink.h"
+#include "screens/schedule/TarnBookingLinkDraft.h"
+#include "screens/schedule/TarnCalendarEvent.h"
+
+#include <QCoroTask>
+#include <QDateTime>
+#include <QList>
+
+class TarnAPI;
+
+// The schedule's endpoints: the person's calendar and their booking links.
+namespace TarnScheduleCalls {
+
+// The events that overlap [from, to), by start.
+QCoro::Task<QList<TarnCalendarEvent>> calendarEvents(TarnAPI &api, const QDateTime &from, const QDateTime &to);
+QCoro::Task<QList<TarnBookingLink>> bookingLinks(TarnAPI &api);
+QCoro::Task<TarnBookingLink> createBookingLink(TarnAPI &api, const TarnBookingLinkDraft &draft);
+// A link's bookings still to come, soonest first.
+QCoro::Task<QList<TarnBooking>> bookingLinkBookings(TarnAPI &api, const QString &linkId);
+
+} // namespace TarnScheduleCalls
