@@ -266,8 +266,22 @@ int main(int argc, char **argv)
             waitForFirstLoad(*capture, app.company(), &NativeCompanyView::busyChanged);
         else if (shown && shown->screen == TarnScreen::owner)
             waitForFirstLoad(*capture, app.owner(), &NativeOwnerView::busyChanged);
-        else if (shown && shown->screen == TarnScreen::schedule)
+        else if (shown && shown->screen == TarnScreen::schedule && !shown->section)
             waitForFirstLoad(*capture, app.schedule(), &NativeScheduleView::busyChanged);
+        else if (shown && shown->screen == TarnScreen::schedule) {
+            // The booking links with the first booked one open.
+            NativeScheduleView &schedule = app.schedule();
+            capture->setReady([&schedule] { return schedule.bookings()->rowCount() > 0; });
+            QObject::connect(&schedule, &NativeScheduleView::refreshed, capture.get(), [&schedule] {
+                const QList<TarnBookingLink> &links = schedule.links()->rows();
+                const auto booked = std::find_if(
+                    links.begin(), links.end(), [](const TarnBookingLink &link) { return link.bookings > 0; });
+                if (schedule.openLinkId().isEmpty() && booked != links.end())
+                    schedule.openLink(booked->id);
+            });
+            QObject::connect(schedule.bookings(), &QAbstractItemModel::rowsInserted, capture.get(),
+                [&capture] { capture->recheck(); });
+        }
         // A books page (the only documents places a profile names) is shown
         // once the Dashboard's months are in, which follow the overview
         // every page loads, and the period its page asked for is.

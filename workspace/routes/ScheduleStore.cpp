@@ -162,8 +162,8 @@ WorkspaceReply ScheduleStore::createLink(const QString &me, const QJsonObject &b
 
 WorkspaceReply ScheduleStore::bookings(const QString &me, const QString &linkId) const
 {
-    if (single(m_store.database(), u"SELECT COUNT(*) FROM schedule_links WHERE id = ? AND person_id = ?"_s,
-            { linkId, me })
+    if (single(
+            m_store.database(), u"SELECT COUNT(*) FROM schedule_links WHERE id = ? AND person_id = ?"_s, { linkId, me })
         == 0)
         return WorkspaceReply::error(404, u"No such booking link."_s);
     QSqlQuery q = run(m_store.database(),

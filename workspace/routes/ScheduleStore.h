@@ -40,8 +40,8 @@ public:
     };
     void addEvent(const Event &event);
     [[nodiscard]] QString addLink(const QString &personId, const QString &title, qint64 duration);
-    void addBooking(const QString &linkId, const QString &name, const QString &email, qint64 startMs,
-        const QString &note);
+    void addBooking(
+        const QString &linkId, const QString &name, const QString &email, qint64 startMs, const QString &note);
 
 private:
     [[nodiscard]] QJsonObject linkObject(const QString &id) const;

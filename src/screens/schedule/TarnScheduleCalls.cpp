@@ -9,8 +9,8 @@ namespace TarnScheduleCalls {
 QCoro::Task<QList<TarnCalendarEvent>> calendarEvents(TarnAPI &api, const QDateTime &from, const QDateTime &to)
 {
     return api.request<QList<TarnCalendarEvent>>(TarnPath(u"/api/calendar/events"_s)
-            .query("from"_L1, from.toUTC().toString(Qt::ISODate))
-            .query("to"_L1, to.toUTC().toString(Qt::ISODate)));
+                                                     .query("from"_L1, from.toUTC().toString(Qt::ISODate))
+                                                     .query("to"_L1, to.toUTC().toString(Qt::ISODate)));
 }
 
 QCoro::Task<QList<TarnBookingLink>> bookingLinks(TarnAPI &api)

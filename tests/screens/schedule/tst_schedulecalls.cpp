@@ -71,7 +71,8 @@ void TestScheduleCalls::gatedByTheScheduleApp()
 
 void TestScheduleCalls::weekOfEvents()
 {
-    const auto [from, to] = ScheduleRules::weekRange(ScheduleRules::weekStart(QDate::currentDate()), QTimeZone::systemTimeZone());
+    const auto [from, to]
+        = ScheduleRules::weekRange(ScheduleRules::weekStart(QDate::currentDate()), QTimeZone::systemTimeZone());
     const QList<TarnCalendarEvent> events = tarnWaitFor(TarnScheduleCalls::calendarEvents(client.as(maren), from, to));
     QVERIFY(events.size() > 5);
     QString previous;
@@ -128,15 +129,15 @@ void TestScheduleCalls::bookingsAreTheOwnersOnly()
 {
     const QList<TarnBookingLink> links = tarnWaitFor(TarnScheduleCalls::bookingLinks(client.as(maren)));
     QVERIFY(!links.isEmpty());
-    const auto booked = std::find_if(
-        links.begin(), links.end(), [](const TarnBookingLink &link) { return link.bookings > 0; });
+    const auto booked
+        = std::find_if(links.begin(), links.end(), [](const TarnBookingLink &link) { return link.bookings > 0; });
     QVERIFY(booked != links.end());
     const QList<TarnBooking> bookings
         = tarnWaitFor(TarnScheduleCalls::bookingLinkBookings(client.as(maren), booked->id));
     QCOMPARE(bookings.size(), booked->bookings);
     QCOMPARE(bookings.constFirst().start_at, *booked->next_at);
-    QCOMPARE(failureOf(TarnScheduleCalls::bookingLinkBookings(client.as(tomas), booked->id)),
-        u"No such booking link."_s);
+    QCOMPARE(
+        failureOf(TarnScheduleCalls::bookingLinkBookings(client.as(tomas), booked->id)), u"No such booking link."_s);
 }
 
 QTEST_GUILESS_MAIN(TestScheduleCalls)

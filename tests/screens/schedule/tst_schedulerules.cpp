@@ -75,14 +75,14 @@ void TestScheduleRules::placements_data()
         << PlaceRow { u"2026-03-08T13:00:00Z"_s, u"2026-03-08T14:00:00Z"_s, false, QDate(2026, 3, 8), P { 540, 600 } };
     QTest::addRow("across the skipped hour")
         << PlaceRow { u"2026-03-08T06:30:00Z"_s, u"2026-03-08T07:30:00Z"_s, false, QDate(2026, 3, 8), P { 90, 210 } };
-    QTest::addRow("late evening, first day")
-        << PlaceRow { u"2026-03-11T03:00:00Z"_s, u"2026-03-11T05:00:00Z"_s, false, QDate(2026, 3, 10), P { 1380, 1440 } };
+    QTest::addRow("late evening, first day") << PlaceRow { u"2026-03-11T03:00:00Z"_s, u"2026-03-11T05:00:00Z"_s, false,
+        QDate(2026, 3, 10), P { 1380, 1440 } };
     QTest::addRow("late evening, second day")
         << PlaceRow { u"2026-03-11T03:00:00Z"_s, u"2026-03-11T05:00:00Z"_s, false, QDate(2026, 3, 11), P { 0, 60 } };
     QTest::addRow("ends as the day starts")
         << PlaceRow { u"2026-03-10T03:00:00Z"_s, u"2026-03-10T04:00:00Z"_s, false, QDate(2026, 3, 10), std::nullopt };
-    QTest::addRow("all day, its day")
-        << PlaceRow { u"2026-03-12T04:00:00Z"_s, u"2026-03-13T04:00:00Z"_s, true, QDate(2026, 3, 12), P { 0, 1440 } };
+    QTest::addRow("all day, its day") << PlaceRow { u"2026-03-12T04:00:00Z"_s, u"2026-03-13T04:00:00Z"_s, true,
+        QDate(2026, 3, 12), P { 0, 1440 } };
     QTest::addRow("all day, the day after")
         << PlaceRow { u"2026-03-12T04:00:00Z"_s, u"2026-03-13T04:00:00Z"_s, true, QDate(2026, 3, 13), std::nullopt };
     QTest::addRow("unreadable") << PlaceRow { u"soon"_s, u"later"_s, false, QDate(2026, 3, 12), std::nullopt };

@@ -39,6 +39,7 @@ RowLayout {
                 model: [15, 30, 45, 60, 90]
                 currentIndex: 1
                 displayText: qsTr("%1 min").arg(currentValue)
+                Layout.preferredWidth: 110
             }
             ActionButton {
                 id: create
