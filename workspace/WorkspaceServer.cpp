@@ -18,6 +18,7 @@
 #include "workspace/routes/HuddleRoutes.h"
 #include "workspace/routes/InboxRoutes.h"
 #include "workspace/routes/MailRoutes.h"
+#include "workspace/routes/MarketScanRoutes.h"
 #include "workspace/routes/OwnerRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/PeopleRoutes.h"
@@ -163,6 +164,7 @@ bool WorkspaceServer::start(QString *error)
     OwnerRoutes::add(*this);
     // After the inbox, whose demo customers the events name.
     ScheduleRoutes::add(*this);
+    MarketScanRoutes::add(*this);
     PeopleRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);

@@ -25,6 +25,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_PortalsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_DocumentsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_CompanyPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_SchedulePlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_MarketScanPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_OwnerPlugin)
 
 using namespace Qt::StringLiterals;
@@ -84,6 +85,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_documents(m_api)
     , m_company(m_api)
     , m_schedule(m_api)
+    , m_marketScan(m_api)
     , m_owner(m_api)
 {
     const auto followAppearance
@@ -112,6 +114,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_documents.clear();
             m_company.clear();
             m_schedule.clear();
+            m_marketScan.clear();
             m_owner.clear();
         }
     });
@@ -184,6 +187,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"documents"_s, QVariant::fromValue(&m_documents) },
         { u"company"_s, QVariant::fromValue(&m_company) },
         { u"schedule"_s, QVariant::fromValue(&m_schedule) },
+        { u"marketScan"_s, QVariant::fromValue(&m_marketScan) },
         { u"owner"_s, QVariant::fromValue(&m_owner) },
         { u"gallery"_s, content == Content::Gallery },
     });

@@ -18,6 +18,7 @@
 #include "screens/customers/NativeCustomerSearchFeed.h"
 #include "screens/customers/NativeCustomersView.h"
 #include "screens/documents/NativeDocumentsView.h"
+#include "screens/marketscan/NativeMarketScanView.h"
 #include "screens/owner/NativeOwnerView.h"
 #include "screens/portals/NativePortalsView.h"
 #include "screens/schedule/NativeScheduleView.h"
@@ -77,6 +78,7 @@ public:
     [[nodiscard]] NativeDocumentsView &documents() { return m_documents; }
     [[nodiscard]] NativeCompanyView &company() { return m_company; }
     [[nodiscard]] NativeScheduleView &schedule() { return m_schedule; }
+    [[nodiscard]] NativeMarketScanView &marketScan() { return m_marketScan; }
     [[nodiscard]] NativeOwnerView &owner() { return m_owner; }
 
 private:
@@ -106,6 +108,7 @@ private:
     NativeDocumentsView m_documents;
     NativeCompanyView m_company;
     NativeScheduleView m_schedule;
+    NativeMarketScanView m_marketScan;
     NativeOwnerView m_owner;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;

@@ -266,6 +266,8 @@ int main(int argc, char **argv)
             waitForFirstLoad(*capture, app.company(), &NativeCompanyView::busyChanged);
         else if (shown && shown->screen == TarnScreen::owner)
             waitForFirstLoad(*capture, app.owner(), &NativeOwnerView::busyChanged);
+        else if (shown && shown->screen == TarnScreen::marketScan)
+            waitForFirstLoad(*capture, app.marketScan(), &NativeMarketScanView::busyChanged);
         else if (shown && shown->screen == TarnScreen::schedule && !shown->section)
             waitForFirstLoad(*capture, app.schedule(), &NativeScheduleView::busyChanged);
         else if (shown && shown->screen == TarnScreen::schedule) {

@@ -15,6 +15,7 @@ import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
 import PiloTarn.Schedule
+import PiloTarn.MarketScan
 import PiloTarn.Owner
 
 ApplicationWindow {
@@ -39,6 +40,7 @@ ApplicationWindow {
     required property NativeDocumentsView documents
     required property NativeCompanyView company
     required property NativeScheduleView schedule
+    required property NativeMarketScanView marketScan
     required property NativeOwnerView owner
     // The design gallery alone, in place of the app.
     property bool gallery: false
@@ -104,6 +106,7 @@ ApplicationWindow {
         documents: window.documents
         company: window.company
         schedule: window.schedule
+        marketScan: window.marketScan
         owner: window.owner
         personName: window.root.personName
         personEmail: window.root.personEmail

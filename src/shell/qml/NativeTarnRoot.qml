@@ -14,6 +14,7 @@ import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
 import PiloTarn.Schedule
+import PiloTarn.MarketScan
 import PiloTarn.Owner
 
 // The signed-in window: the sidebar, the current screen, the command search
@@ -39,6 +40,7 @@ Item {
     required property NativeDocumentsView documents
     required property NativeCompanyView company
     required property NativeScheduleView schedule
+    required property NativeMarketScanView marketScan
     required property NativeOwnerView owner
     property string personName
     property string personEmail
@@ -102,6 +104,7 @@ Item {
             documents: shell.documents
             company: shell.company
             schedule: shell.schedule
+            marketScan: shell.marketScan
             owner: shell.owner
             personName: shell.personName
             Layout.fillWidth: true

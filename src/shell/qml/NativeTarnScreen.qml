@@ -15,6 +15,7 @@ import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
 import PiloTarn.Schedule
+import PiloTarn.MarketScan
 import PiloTarn.Owner
 
 // The current place: its breadcrumb trail and what it shows. The home page
@@ -40,6 +41,7 @@ Pane {
     required property NativeDocumentsView documents
     required property NativeCompanyView company
     required property NativeScheduleView schedule
+    required property NativeMarketScanView marketScan
     required property NativeOwnerView owner
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
@@ -95,6 +97,7 @@ Pane {
     }
     readonly property bool showsOwner: navigation.destination.screenName === "owner"
     readonly property bool showsSchedule: navigation.destination.screenName === "schedule"
+    readonly property bool showsMarketScan: navigation.destination.screenName === "marketscan"
 
     padding: 0
     background: null
@@ -386,6 +389,16 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            objectName: "marketScanScreen"
+            active: screen.showsMarketScan
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/MarketScan/qml/MarketScanScreen.qml",
+                                             { view: screen.marketScan })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
@@ -398,6 +411,7 @@ Pane {
                      && !screen.showsCompany
                      && !screen.showsOwner
                      && !screen.showsSchedule
+                     && !screen.showsMarketScan
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true
