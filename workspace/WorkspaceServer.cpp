@@ -29,6 +29,7 @@
 #include "workspace/routes/SupportRoutes.h"
 #include "workspace/routes/TeamRoutes.h"
 #include "workspace/routes/TestRoutes.h"
+#include "workspace/routes/WebsiteRoutes.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -165,6 +166,8 @@ bool WorkspaceServer::start(QString *error)
     // After the inbox, whose demo customers the events name.
     ScheduleRoutes::add(*this);
     MarketScanRoutes::add(*this);
+    // After the inbox, whose demo customers own the sites.
+    WebsiteRoutes::add(*this);
     PeopleRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);

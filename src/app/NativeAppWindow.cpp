@@ -26,6 +26,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_DocumentsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_CompanyPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_SchedulePlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MarketScanPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_WebsitesPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_OwnerPlugin)
 
 using namespace Qt::StringLiterals;
@@ -86,6 +87,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_company(m_api)
     , m_schedule(m_api)
     , m_marketScan(m_api)
+    , m_websites(m_api)
     , m_owner(m_api)
 {
     const auto followAppearance
@@ -115,6 +117,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_company.clear();
             m_schedule.clear();
             m_marketScan.clear();
+            m_websites.clear();
             m_owner.clear();
         }
     });
@@ -188,6 +191,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"company"_s, QVariant::fromValue(&m_company) },
         { u"schedule"_s, QVariant::fromValue(&m_schedule) },
         { u"marketScan"_s, QVariant::fromValue(&m_marketScan) },
+        { u"websites"_s, QVariant::fromValue(&m_websites) },
         { u"owner"_s, QVariant::fromValue(&m_owner) },
         { u"gallery"_s, content == Content::Gallery },
     });

@@ -23,6 +23,7 @@
 #include "screens/portals/NativePortalsView.h"
 #include "screens/schedule/NativeScheduleView.h"
 #include "screens/support/NativeSupportView.h"
+#include "screens/websites/NativeWebsitesView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
@@ -79,6 +80,7 @@ public:
     [[nodiscard]] NativeCompanyView &company() { return m_company; }
     [[nodiscard]] NativeScheduleView &schedule() { return m_schedule; }
     [[nodiscard]] NativeMarketScanView &marketScan() { return m_marketScan; }
+    [[nodiscard]] NativeWebsitesView &websites() { return m_websites; }
     [[nodiscard]] NativeOwnerView &owner() { return m_owner; }
 
 private:
@@ -109,6 +111,7 @@ private:
     NativeCompanyView m_company;
     NativeScheduleView m_schedule;
     NativeMarketScanView m_marketScan;
+    NativeWebsitesView m_websites;
     NativeOwnerView m_owner;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;

@@ -266,7 +266,16 @@ int main(int argc, char **argv)
             waitForFirstLoad(*capture, app.company(), &NativeCompanyView::busyChanged);
         else if (shown && shown->screen == TarnScreen::owner)
             waitForFirstLoad(*capture, app.owner(), &NativeOwnerView::busyChanged);
-        else if (shown && shown->screen == TarnScreen::marketScan)
+        else if (shown && shown->screen == TarnScreen::websites) {
+            // The sites once loaded, with the first live one checked.
+            NativeWebsitesView &websites = app.websites();
+            capture->setReady([&websites] { return websites.loaded() && !websites.checkedUrl().isEmpty(); });
+            QObject::connect(&websites, &NativeWebsitesView::refreshed, capture.get(), [&capture, &websites] {
+                if (websites.checkedUrl().isEmpty() && !websites.checking() && websites.sites()->rowCount() > 0)
+                    websites.checkSite(websites.sites()->rows().constFirst().id);
+                capture->recheck();
+            });
+        } else if (shown && shown->screen == TarnScreen::marketScan)
             waitForFirstLoad(*capture, app.marketScan(), &NativeMarketScanView::busyChanged);
         else if (shown && shown->screen == TarnScreen::schedule && !shown->section)
             waitForFirstLoad(*capture, app.schedule(), &NativeScheduleView::busyChanged);

@@ -39,8 +39,9 @@ const QStringList streets { u"Alder"_s, u"Belmont"_s, u"Division"_s, u"Hawthorne
 QString tradeNoun(const QString &trade)
 {
     static const QList<std::pair<QString, QString>> known { { u"dent"_s, u"Dental"_s }, { u"baker"_s, u"Bakery"_s },
-        { u"salon"_s, u"Salon"_s }, { u"plumb"_s, u"Plumbing"_s }, { u"yoga"_s, u"Yoga"_s }, { u"vet"_s, u"Vet Clinic"_s },
-        { u"cafe"_s, u"Coffee"_s }, { u"coffee"_s, u"Coffee"_s }, { u"roof"_s, u"Roofing"_s } };
+        { u"salon"_s, u"Salon"_s }, { u"plumb"_s, u"Plumbing"_s }, { u"yoga"_s, u"Yoga"_s },
+        { u"vet"_s, u"Vet Clinic"_s }, { u"cafe"_s, u"Coffee"_s }, { u"coffee"_s, u"Coffee"_s },
+        { u"roof"_s, u"Roofing"_s } };
     const QString lower = trade.toLower();
     for (const auto &[stem, noun] : known) {
         if (lower.startsWith(stem))
@@ -117,14 +118,16 @@ QJsonArray MarketScanStore::businesses(const QString &trade, const QString &area
         const bool high = !website || (score < 50 && !booking) || reasons.size() >= 4;
         const QString slug = name.toLower().remove(u' ').remove(u'&');
         found.append(QJsonObject { { u"id"_s, u"mb-%1"_s.arg(i + 1) }, { u"name"_s, name },
-            { u"address"_s,
-                u"%1 %2 St"_s.arg(100 + random.bounded(8900)).arg(streets.at(int(random.bounded(10)))) },
+            { u"address"_s, u"%1 %2 St"_s.arg(100 + random.bounded(8900)).arg(streets.at(int(random.bounded(10)))) },
             { u"distance_km"_s, (3 + random.bounded(118)) / 10.0 },
             { u"rating"_s, reviewed ? QJsonValue(rating) : QJsonValue() }, { u"reviews"_s, reviews },
             { u"website"_s, website ? QJsonValue(u"https://"_s + slug + u".example"_s) : QJsonValue() },
             { u"site_score"_s, website ? QJsonValue(score) : QJsonValue() }, { u"online_booking"_s, booking },
             { u"texting"_s, texting },
-            { u"opportunity"_s, high ? u"high"_s : reasons.size() >= 2 ? u"medium"_s : u"low"_s },
+            { u"opportunity"_s,
+                high                      ? u"high"_s
+                    : reasons.size() >= 2 ? u"medium"_s
+                                          : u"low"_s },
             { u"reasons"_s, QJsonArray::fromStringList(reasons) } });
     }
     return found;
@@ -178,8 +181,8 @@ WorkspaceReply MarketScanStore::scan(const QString &me, const QJsonObject &body)
 
 WorkspaceReply MarketScanStore::result(const QString &me, const QString &id) const
 {
-    if (single(m_store.database(), u"SELECT COUNT(*) FROM marketscan_scans WHERE id = ? AND person_id = ?"_s,
-            { id, me })
+    if (single(
+            m_store.database(), u"SELECT COUNT(*) FROM marketscan_scans WHERE id = ? AND person_id = ?"_s, { id, me })
         == 0)
         return WorkspaceReply::error(404, u"No such scan."_s);
     return WorkspaceReply::json(scanObject(id, true));

@@ -16,6 +16,7 @@ import PiloTarn.Documents
 import PiloTarn.Company
 import PiloTarn.Schedule
 import PiloTarn.MarketScan
+import PiloTarn.Websites
 import PiloTarn.Owner
 
 ApplicationWindow {
@@ -41,6 +42,7 @@ ApplicationWindow {
     required property NativeCompanyView company
     required property NativeScheduleView schedule
     required property NativeMarketScanView marketScan
+    required property NativeWebsitesView websites
     required property NativeOwnerView owner
     // The design gallery alone, in place of the app.
     property bool gallery: false
@@ -107,6 +109,7 @@ ApplicationWindow {
         company: window.company
         schedule: window.schedule
         marketScan: window.marketScan
+        websites: window.websites
         owner: window.owner
         personName: window.root.personName
         personEmail: window.root.personEmail

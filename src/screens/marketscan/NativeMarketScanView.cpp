@@ -132,8 +132,7 @@ QCoro::Task<> NativeMarketScanView::loadTask(int generation)
             co_return;
         m_scans->setRows(scans);
         if (!m_open && !scans.isEmpty()) {
-            const TarnMarketScan newest
-                = co_await TarnMarketScanCalls::marketScanResult(m_api, scans.constFirst().id);
+            const TarnMarketScan newest = co_await TarnMarketScanCalls::marketScanResult(m_api, scans.constFirst().id);
             if (!self || generation != m_generation)
                 co_return;
             if (!m_open)
@@ -200,8 +199,8 @@ void NativeMarketScanView::show(const TarnMarketScan &scan)
 
 void NativeMarketScanView::applyOrder()
 {
-    m_businesses->setRows(m_open ? MarketScanRules::shown(m_open->businesses, m_opportunity, m_sortKey)
-                                 : QList<TarnMarketBusiness>());
+    m_businesses->setRows(
+        m_open ? MarketScanRules::shown(m_open->businesses, m_opportunity, m_sortKey) : QList<TarnMarketBusiness>());
 }
 
 void NativeMarketScanView::fail(const TarnAPIError &error)

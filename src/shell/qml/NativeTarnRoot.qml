@@ -15,6 +15,7 @@ import PiloTarn.Documents
 import PiloTarn.Company
 import PiloTarn.Schedule
 import PiloTarn.MarketScan
+import PiloTarn.Websites
 import PiloTarn.Owner
 
 // The signed-in window: the sidebar, the current screen, the command search
@@ -41,6 +42,7 @@ Item {
     required property NativeCompanyView company
     required property NativeScheduleView schedule
     required property NativeMarketScanView marketScan
+    required property NativeWebsitesView websites
     required property NativeOwnerView owner
     property string personName
     property string personEmail
@@ -105,6 +107,7 @@ Item {
             company: shell.company
             schedule: shell.schedule
             marketScan: shell.marketScan
+            websites: shell.websites
             owner: shell.owner
             personName: shell.personName
             Layout.fillWidth: true

@@ -16,6 +16,7 @@ import PiloTarn.Documents
 import PiloTarn.Company
 import PiloTarn.Schedule
 import PiloTarn.MarketScan
+import PiloTarn.Websites
 import PiloTarn.Owner
 
 // The current place: its breadcrumb trail and what it shows. The home page
@@ -42,6 +43,7 @@ Pane {
     required property NativeCompanyView company
     required property NativeScheduleView schedule
     required property NativeMarketScanView marketScan
+    required property NativeWebsitesView websites
     required property NativeOwnerView owner
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
@@ -98,6 +100,7 @@ Pane {
     readonly property bool showsOwner: navigation.destination.screenName === "owner"
     readonly property bool showsSchedule: navigation.destination.screenName === "schedule"
     readonly property bool showsMarketScan: navigation.destination.screenName === "marketscan"
+    readonly property bool showsWebsites: navigation.destination.screenName === "websites"
 
     padding: 0
     background: null
@@ -399,6 +402,16 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            objectName: "websitesScreen"
+            active: screen.showsWebsites
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Websites/qml/WebsitesScreen.qml",
+                                             { view: screen.websites })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
@@ -412,6 +425,7 @@ Pane {
                      && !screen.showsOwner
                      && !screen.showsSchedule
                      && !screen.showsMarketScan
+                     && !screen.showsWebsites
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

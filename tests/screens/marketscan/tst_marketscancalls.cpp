@@ -46,16 +46,17 @@ void TestMarketScanCalls::gated()
 
 void TestMarketScanCalls::sameTradeAndAreaFindTheSame()
 {
-    const TarnMarketScan first
-        = tarnWaitFor(TarnMarketScanCalls::marketScan(client.as(maren), { .trade = u"Plumbers"_s, .area = u"Salem"_s }));
+    const TarnMarketScan first = tarnWaitFor(
+        TarnMarketScanCalls::marketScan(client.as(maren), { .trade = u"Plumbers"_s, .area = u"Salem"_s }));
     const TarnMarketScan again = tarnWaitFor(
         TarnMarketScanCalls::marketScan(client.as(maren), { .trade = u" plumbers "_s, .area = u"SALEM"_s }));
     QVERIFY(first.id != again.id);
     QVERIFY(first.businesses.size() >= 14);
     QCOMPARE(again.businesses, first.businesses);
     QCOMPARE(first.found, first.businesses.size());
-    QCOMPARE(first.high, std::count_if(first.businesses.begin(), first.businesses.end(),
-                             [](const TarnMarketBusiness &b) { return b.opportunity == "high"_L1; }));
+    QCOMPARE(first.high,
+        std::count_if(first.businesses.begin(), first.businesses.end(),
+            [](const TarnMarketBusiness &b) { return b.opportunity == "high"_L1; }));
     for (const TarnMarketBusiness &b : first.businesses) {
         QVERIFY2(b.name.endsWith(u" Plumbing"_s), qPrintable(b.name));
         // A business without a site always lacks one, and says so.

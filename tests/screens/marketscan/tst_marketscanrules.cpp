@@ -12,8 +12,8 @@ struct OrderRow {
     QStringList names;
 };
 
-TarnMarketBusiness business(const QString &name, const QString &opportunity, std::optional<double> rating,
-    qint64 reviews, double km)
+TarnMarketBusiness business(
+    const QString &name, const QString &opportunity, std::optional<double> rating, qint64 reviews, double km)
 {
     return { .id = name,
         .name = name,
@@ -54,8 +54,8 @@ void TestMarketScanRules::order_data()
         << OrderRow { {}, u"opportunity"_s, { u"Beacon"_s, u"Dover"_s, u"Alder"_s, u"Elm"_s, u"Cedar"_s } };
     QTest::addRow("rating, unrated last, ties as found")
         << OrderRow { {}, u"rating"_s, { u"Cedar"_s, u"Elm"_s, u"Dover"_s, u"Beacon"_s, u"Alder"_s } };
-    QTest::addRow("distance") << OrderRow { {}, u"distance"_s, { u"Alder"_s, u"Elm"_s, u"Cedar"_s, u"Dover"_s,
-                                                                    u"Beacon"_s } };
+    QTest::addRow("distance") << OrderRow { {}, u"distance"_s,
+        { u"Alder"_s, u"Elm"_s, u"Cedar"_s, u"Dover"_s, u"Beacon"_s } };
     QTest::addRow("high only, by name") << OrderRow { u"high"_s, u"name"_s, { u"Alder"_s, u"Beacon"_s, u"Dover"_s } };
     QTest::addRow("an opportunity nobody has") << OrderRow { u"none"_s, u"name"_s, {} };
 }
