@@ -19,6 +19,7 @@
 #include "workspace/routes/InboxRoutes.h"
 #include "workspace/routes/MailRoutes.h"
 #include "workspace/routes/MarketScanRoutes.h"
+#include "workspace/routes/OverviewRoutes.h"
 #include "workspace/routes/OwnerRoutes.h"
 #include "workspace/routes/PaymentsRoutes.h"
 #include "workspace/routes/PeopleRoutes.h"
@@ -168,6 +169,8 @@ bool WorkspaceServer::start(QString *error)
     MarketScanRoutes::add(*this);
     // After the inbox, whose demo customers own the sites.
     WebsiteRoutes::add(*this);
+    // Last: it reads the time clock, the support board and the calendar.
+    OverviewRoutes::add(*this);
     PeopleRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);

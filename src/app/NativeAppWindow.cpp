@@ -27,6 +27,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_CompanyPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_SchedulePlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MarketScanPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_WebsitesPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_OverviewPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_OwnerPlugin)
 
 using namespace Qt::StringLiterals;
@@ -88,6 +89,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_schedule(m_api)
     , m_marketScan(m_api)
     , m_websites(m_api)
+    , m_overview(m_api)
     , m_owner(m_api)
 {
     const auto followAppearance
@@ -118,6 +120,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_schedule.clear();
             m_marketScan.clear();
             m_websites.clear();
+            m_overview.clear();
             m_owner.clear();
         }
     });
@@ -192,6 +195,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"schedule"_s, QVariant::fromValue(&m_schedule) },
         { u"marketScan"_s, QVariant::fromValue(&m_marketScan) },
         { u"websites"_s, QVariant::fromValue(&m_websites) },
+        { u"overview"_s, QVariant::fromValue(&m_overview) },
         { u"owner"_s, QVariant::fromValue(&m_owner) },
         { u"gallery"_s, content == Content::Gallery },
     });

@@ -19,6 +19,7 @@
 #include "screens/customers/NativeCustomersView.h"
 #include "screens/documents/NativeDocumentsView.h"
 #include "screens/marketscan/NativeMarketScanView.h"
+#include "screens/overview/NativeOverviewView.h"
 #include "screens/owner/NativeOwnerView.h"
 #include "screens/portals/NativePortalsView.h"
 #include "screens/schedule/NativeScheduleView.h"
@@ -81,6 +82,7 @@ public:
     [[nodiscard]] NativeScheduleView &schedule() { return m_schedule; }
     [[nodiscard]] NativeMarketScanView &marketScan() { return m_marketScan; }
     [[nodiscard]] NativeWebsitesView &websites() { return m_websites; }
+    [[nodiscard]] NativeOverviewView &overview() { return m_overview; }
     [[nodiscard]] NativeOwnerView &owner() { return m_owner; }
 
 private:
@@ -112,6 +114,7 @@ private:
     NativeScheduleView m_schedule;
     NativeMarketScanView m_marketScan;
     NativeWebsitesView m_websites;
+    NativeOverviewView m_overview;
     NativeOwnerView m_owner;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;

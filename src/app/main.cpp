@@ -275,7 +275,9 @@ int main(int argc, char **argv)
                     websites.checkSite(websites.sites()->rows().constFirst().id);
                 capture->recheck();
             });
-        } else if (shown && shown->screen == TarnScreen::marketScan)
+        } else if (shown && shown->screen == TarnScreen::overview)
+            waitForFirstLoad(*capture, app.overview(), &NativeOverviewView::busyChanged);
+        else if (shown && shown->screen == TarnScreen::marketScan)
             waitForFirstLoad(*capture, app.marketScan(), &NativeMarketScanView::busyChanged);
         else if (shown && shown->screen == TarnScreen::schedule && !shown->section)
             waitForFirstLoad(*capture, app.schedule(), &NativeScheduleView::busyChanged);

@@ -18,7 +18,8 @@ void add(WorkspaceServer &server)
     if (!websites->hasSites()) {
         constexpr qint64 dayMs = 24 * 3600 * 1000;
         const qint64 now = BooksSql::nowMs();
-        websites->addSite(u"c-brightwater"_s, u"brightwaterdental.example"_s, u"live"_s, now - 3 * dayMs, 9996, 4120, 38);
+        websites->addSite(
+            u"c-brightwater"_s, u"brightwaterdental.example"_s, u"live"_s, now - 3 * dayMs, 9996, 4120, 38);
         websites->addSite(u"c-oakline"_s, u"oaklinestudio.example"_s, u"live"_s, now - 12 * dayMs, 9987, 2210, 17);
         websites->addSite(u"c-fernhill"_s, u"fernhillbakery.example"_s, u"live"_s, now - dayMs, 9999, 6380, 64);
         websites->addSite(u"c-marlow"_s, u"marlowandsons.example"_s, u"live"_s, now - 40 * dayMs, 9871, 980, 5);

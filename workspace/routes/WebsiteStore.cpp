@@ -101,7 +101,8 @@ WorkspaceReply WebsiteStore::check(const QJsonObject &body)
     if (security < 50)
         find(u"high"_s, u"Not served over HTTPS: browsers mark it as not secure."_s);
     if (speed < 50)
-        find(u"high"_s, u"The first page takes %1 s to show on a phone."_s.arg(double(30 + random.bounded(60)) / 10, 0, 'f', 1));
+        find(u"high"_s,
+            u"The first page takes %1 s to show on a phone."_s.arg(double(30 + random.bounded(60)) / 10, 0, 'f', 1));
     if (mobile < 60)
         find(u"medium"_s, u"Text and buttons are too small on a phone."_s);
     if (seo < 60)
@@ -118,8 +119,8 @@ WorkspaceReply WebsiteStore::check(const QJsonObject &body)
         { u"security"_s, security }, { u"accessibility"_s, accessibility }, { u"findings"_s, findings } });
 }
 
-void WebsiteStore::addSite(const QString &clientId, const QString &domain, const QString &status,
-    qint64 publishedAtMs, qint64 uptime, qint64 visits, qint64 formEntries)
+void WebsiteStore::addSite(const QString &clientId, const QString &domain, const QString &status, qint64 publishedAtMs,
+    qint64 uptime, qint64 visits, qint64 formEntries)
 {
     run(m_store.database(),
         u"INSERT INTO websites_sites (id, client_id, domain, status, published_at, uptime, visits, form_entries)"

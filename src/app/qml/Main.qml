@@ -17,6 +17,7 @@ import PiloTarn.Company
 import PiloTarn.Schedule
 import PiloTarn.MarketScan
 import PiloTarn.Websites
+import PiloTarn.Overview
 import PiloTarn.Owner
 
 ApplicationWindow {
@@ -43,6 +44,7 @@ ApplicationWindow {
     required property NativeScheduleView schedule
     required property NativeMarketScanView marketScan
     required property NativeWebsitesView websites
+    required property NativeOverviewView overview
     required property NativeOwnerView owner
     // The design gallery alone, in place of the app.
     property bool gallery: false
@@ -110,6 +112,7 @@ ApplicationWindow {
         schedule: window.schedule
         marketScan: window.marketScan
         websites: window.websites
+        overview: window.overview
         owner: window.owner
         personName: window.root.personName
         personEmail: window.root.personEmail

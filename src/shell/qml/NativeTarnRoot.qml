@@ -16,6 +16,7 @@ import PiloTarn.Company
 import PiloTarn.Schedule
 import PiloTarn.MarketScan
 import PiloTarn.Websites
+import PiloTarn.Overview
 import PiloTarn.Owner
 
 // The signed-in window: the sidebar, the current screen, the command search
@@ -43,6 +44,7 @@ Item {
     required property NativeScheduleView schedule
     required property NativeMarketScanView marketScan
     required property NativeWebsitesView websites
+    required property NativeOverviewView overview
     required property NativeOwnerView owner
     property string personName
     property string personEmail
@@ -108,6 +110,7 @@ Item {
             schedule: shell.schedule
             marketScan: shell.marketScan
             websites: shell.websites
+            overview: shell.overview
             owner: shell.owner
             personName: shell.personName
             Layout.fillWidth: true

@@ -17,6 +17,7 @@ import PiloTarn.Company
 import PiloTarn.Schedule
 import PiloTarn.MarketScan
 import PiloTarn.Websites
+import PiloTarn.Overview
 import PiloTarn.Owner
 
 // The current place: its breadcrumb trail and what it shows. The home page
@@ -44,6 +45,7 @@ Pane {
     required property NativeScheduleView schedule
     required property NativeMarketScanView marketScan
     required property NativeWebsitesView websites
+    required property NativeOverviewView overview
     required property NativeOwnerView owner
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
@@ -101,6 +103,7 @@ Pane {
     readonly property bool showsSchedule: navigation.destination.screenName === "schedule"
     readonly property bool showsMarketScan: navigation.destination.screenName === "marketscan"
     readonly property bool showsWebsites: navigation.destination.screenName === "websites"
+    readonly property bool showsOverview: navigation.destination.screenName === "overview"
 
     padding: 0
     background: null
@@ -412,6 +415,24 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            id: overviewLoader
+            objectName: "overviewScreen"
+            active: screen.showsOverview
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Overview/qml/OverviewScreen.qml",
+                                             { view: screen.overview,
+                                               section: screen.navigation.destination.resolvedSection })
+            Binding {
+                target: overviewLoader.item
+                property: "section"
+                value: screen.navigation.destination.resolvedSection
+                when: overviewLoader.status === Loader.Ready && screen.showsOverview
+            }
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
@@ -426,6 +447,7 @@ Pane {
                      && !screen.showsSchedule
                      && !screen.showsMarketScan
                      && !screen.showsWebsites
+                     && !screen.showsOverview
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true
