@@ -27,6 +27,7 @@
 #include "workspace/routes/SupportRoutes.h"
 #include "workspace/routes/TeamRoutes.h"
 #include "workspace/routes/TestRoutes.h"
+#include "workspace/routes/WorkPlanRoutes.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -161,6 +162,7 @@ bool WorkspaceServer::start(QString *error)
     DocumentRoutes::add(*this);
     OwnerRoutes::add(*this);
     PeopleRoutes::add(*this);
+    WorkPlanRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;
