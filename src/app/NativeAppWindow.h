@@ -21,6 +21,7 @@
 #include "screens/owner/NativeOwnerView.h"
 #include "screens/portals/NativePortalsView.h"
 #include "screens/support/NativeSupportView.h"
+#include "screens/workplan/NativeWorkPlanView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
@@ -76,6 +77,7 @@ public:
     [[nodiscard]] NativeDocumentsView &documents() { return m_documents; }
     [[nodiscard]] NativeCompanyView &company() { return m_company; }
     [[nodiscard]] NativeOwnerView &owner() { return m_owner; }
+    [[nodiscard]] NativeWorkPlanView &workPlan() { return m_workPlan; }
 
 private:
     TarnAPI m_api;
@@ -104,6 +106,7 @@ private:
     NativeDocumentsView m_documents;
     NativeCompanyView m_company;
     NativeOwnerView m_owner;
+    NativeWorkPlanView m_workPlan;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -256,6 +256,8 @@ int main(int argc, char **argv)
             waitForFirstLoad(*capture, app.company(), &NativeCompanyView::busyChanged);
         else if (shown && shown->screen == TarnScreen::owner)
             waitForFirstLoad(*capture, app.owner(), &NativeOwnerView::busyChanged);
+        else if (shown && shown->screen == TarnScreen::workPlan)
+            waitForFirstLoad(*capture, app.workPlan(), &NativeWorkPlanView::busyChanged);
         // A books page (the only documents places a profile names) is shown
         // once the Dashboard's months are in, which follow the overview
         // every page loads, and the period its page asked for is.

@@ -8,6 +8,8 @@
 #include <QPointer>
 #include <QVariantMap>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -375,7 +377,8 @@ void NativeWorkPlanView::setError(const QString &text, bool fromRead)
 void NativeWorkPlanView::setPending(int pending)
 {
     const bool was = busy();
-    m_pending = pending;
+    // A change sent before clear() may still end after it.
+    m_pending = std::max(pending, 0);
     if (was != busy())
         Q_EMIT busyChanged();
 }

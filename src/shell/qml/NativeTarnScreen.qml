@@ -15,6 +15,7 @@ import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
 import PiloTarn.Owner
+import PiloTarn.WorkPlan
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board, the books' pages and the payments terminal their
@@ -39,6 +40,7 @@ Pane {
     required property NativeDocumentsView documents
     required property NativeCompanyView company
     required property NativeOwnerView owner
+    required property NativeWorkPlanView workPlan
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -87,6 +89,7 @@ Pane {
                                          && ["My account", "Team & access", "SOPs", "Thought board"]
                                             .indexOf(navigation.destination.resolvedSection) >= 0
     readonly property bool showsOwner: navigation.destination.screenName === "owner"
+    readonly property bool showsWorkPlan: navigation.destination.screenName === "workplan"
 
     padding: 0
     background: null
@@ -350,6 +353,16 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            objectName: "workPlanScreen"
+            active: screen.showsWorkPlan
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/WorkPlan/qml/WorkPlanScreen.qml",
+                                             { view: screen.workPlan })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
@@ -360,6 +373,7 @@ Pane {
                      && !screen.showsDocuments
                      && !screen.showsCompany
                      && !screen.showsOwner
+                     && !screen.showsWorkPlan
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true
