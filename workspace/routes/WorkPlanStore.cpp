@@ -130,15 +130,6 @@ QJsonObject WorkPlanStore::entry(const QString &id) const
     return q.next() ? entryFrom(q) : QJsonObject();
 }
 
-std::optional<WorkspaceReply> WorkPlanStore::planRefusal(const QString &me, const QString &person) const
-{
-    if (!m_store.person(person))
-        return WorkspaceReply::error(404, u"No such person."_s);
-    if (person != me && !coaches(me))
-        return WorkspaceReply::error(403, u"Only an owner or a manager plans work for someone else."_s);
-    return std::nullopt;
-}
-
 WorkspaceReply WorkPlanStore::complete(const QString &me, const QString &id, const QJsonObject &body)
 {
     const QJsonObject before = entry(id);
@@ -159,21 +150,31 @@ WorkspaceReply WorkPlanStore::complete(const QString &me, const QString &id, con
     return WorkspaceReply::json(entry(id));
 }
 
-WorkspaceReply WorkPlanStore::createAdminTask(const QString &me, const QJsonObject &body)
+std::optional<WorkspaceReply> WorkPlanStore::draftRefusal(
+    const QString &me, const QJsonObject &body, Planned &draft) const
 {
-    const QString person = body.value("person_id"_L1).toString(me);
-    if (const std::optional<WorkspaceReply> refusal = planRefusal(me, person))
-        return *refusal;
+    draft.person_id = body.value("person_id"_L1).toString(me);
+    if (!m_store.person(draft.person_id))
+        return WorkspaceReply::error(404, u"No such person."_s);
+    if (draft.person_id != me && !coaches(me))
+        return WorkspaceReply::error(403, u"Only an owner or a manager plans work for someone else."_s);
     QString refusal;
-    const QString title = textOf(body, "title"_L1, titleLimit, u"A title"_s, refusal);
+    draft.title = textOf(body, "title"_L1, titleLimit, u"A title"_s, refusal);
     if (!refusal.isEmpty())
         return WorkspaceReply::error(400, refusal);
     const std::optional<QDate> day = dayOf(body);
     if (!day)
         return WorkspaceReply::error(400, badDay);
-    const QString id
-        = add({ .person_id = person, .kind = u"admin"_s, .title = title, .day = *day, .notes = notesOf(body) }, me);
-    return WorkspaceReply::json(QJsonObject { { u"id"_s, id } });
+    draft.day = *day;
+    return std::nullopt;
+}
+
+WorkspaceReply WorkPlanStore::createAdminTask(const QString &me, const QJsonObject &body)
+{
+    Planned draft { .kind = u"admin"_s, .notes = notesOf(body) };
+    if (const std::optional<WorkspaceReply> refusal = draftRefusal(me, body, draft))
+        return *refusal;
+    return WorkspaceReply::json(QJsonObject { { u"id"_s, add(draft, me) } });
 }
 
 WorkspaceReply WorkPlanStore::updateAdminTask(const QString &me, const QString &id, const QJsonObject &body)
@@ -216,26 +217,16 @@ WorkspaceReply WorkPlanStore::updateAdminTask(const QString &me, const QString &
 
 WorkspaceReply WorkPlanStore::createReminder(const QString &me, const QJsonObject &body)
 {
-    const QString person = body.value("person_id"_L1).toString(me);
-    if (const std::optional<WorkspaceReply> refusal = planRefusal(me, person))
+    Planned draft { .kind = u"reminder"_s, .time = body.value("time"_L1).toString() };
+    if (const std::optional<WorkspaceReply> refusal = draftRefusal(me, body, draft))
         return *refusal;
-    QString refusal;
-    const QString title = textOf(body, "title"_L1, titleLimit, u"A title"_s, refusal);
-    if (!refusal.isEmpty())
-        return WorkspaceReply::error(400, refusal);
-    const std::optional<QDate> day = dayOf(body);
-    if (!day)
-        return WorkspaceReply::error(400, badDay);
-    const QString time = body.value("time"_L1).toString();
-    if (!time.isEmpty() && !QTime::fromString(time, u"HH:mm"_s).isValid())
+    if (!draft.time.isEmpty() && !QTime::fromString(draft.time, u"HH:mm"_s).isValid())
         return WorkspaceReply::error(400, u"A time is written HH:mm."_s);
-    const QString client = body.value("client_id"_L1).toString();
-    if (!client.isEmpty() && !single(m_store.database(), u"SELECT COUNT(*) FROM clients WHERE id = ?"_s, { client }))
+    draft.client_id = body.value("client_id"_L1).toString();
+    if (!draft.client_id.isEmpty()
+        && !single(m_store.database(), u"SELECT COUNT(*) FROM clients WHERE id = ?"_s, { draft.client_id }))
         return WorkspaceReply::error(404, u"No such customer."_s);
-    const QString id = add(
-        { .person_id = person, .kind = u"reminder"_s, .title = title, .day = *day, .time = time, .client_id = client },
-        me);
-    return WorkspaceReply::json(QJsonObject { { u"id"_s, id } });
+    return WorkspaceReply::json(QJsonObject { { u"id"_s, add(draft, me) } });
 }
 
 WorkspaceReply WorkPlanStore::addCoachNote(const QString &me, const QString &person, const QJsonObject &body)

@@ -21,10 +21,10 @@ class WorkPlanStore {
 public:
     // One planned entry, as the demo plants it.
     struct Planned {
-        QString person_id;
-        QString kind;
-        QString title;
-        QDate day;
+        QString person_id {};
+        QString kind {};
+        QString title {};
+        QDate day {};
         QString time {}; // empty: none
         QString client_id {}; // empty: none
         QString notes {};
@@ -51,8 +51,10 @@ public:
 
 private:
     [[nodiscard]] QJsonObject entry(const QString &id) const;
-    // Why `me` may not plan for `person` (404 or 403), or nothing.
-    [[nodiscard]] std::optional<WorkspaceReply> planRefusal(const QString &me, const QString &person) const;
+    // Fills the draft's person, title and day from a body; answers why
+    // `me` may not plan it (404, 403 or 400), or nothing.
+    [[nodiscard]] std::optional<WorkspaceReply> draftRefusal(
+        const QString &me, const QJsonObject &body, Planned &draft) const;
 
     WorkspaceStore &m_store;
 };

@@ -9,6 +9,7 @@
 #include <QVariantMap>
 
 #include <algorithm>
+#include <type_traits>
 
 using namespace Qt::StringLiterals;
 
@@ -215,24 +216,8 @@ void NativeWorkPlanView::complete(const QString &entryId, bool done)
         return;
     changeEntry(entryId, [done](TarnWorkEntry &e) { e.done = done; });
     setPending(m_pending + 1);
-    completeTask(entryId, TarnWorkEntryCompletion { done });
-}
-
-QCoro::Task<> NativeWorkPlanView::completeTask(QString entryId, TarnWorkEntryCompletion completion)
-{
-    const QPointer<NativeWorkPlanView> self(this);
-    QString refusal;
-    try {
-        const TarnWorkEntry answered = co_await TarnWorkPlanCalls::completeWorkEntry(m_api, entryId, completion);
-        if (!self)
-            co_return;
-        changeEntry(entryId, [&answered](TarnWorkEntry &e) { e = answered; });
-    } catch (const TarnAPIError &error) {
-        if (!self)
-            co_return;
-        refusal = refusalOf(error);
-    }
-    co_await settle(refusal);
+    const TarnWorkEntryCompletion completion { done };
+    sent(TarnWorkPlanCalls::completeWorkEntry(m_api, entryId, completion));
 }
 
 void NativeWorkPlanView::addAdminTask(const QString &title, const QString &day, const QString &notes)
@@ -240,22 +225,8 @@ void NativeWorkPlanView::addAdminTask(const QString &title, const QString &day, 
     if (busy())
         return;
     setPending(m_pending + 1);
-    adminTask(TarnAdminTaskDraft { m_person.isEmpty() ? myId() : m_person, title, day, notes });
-}
-
-QCoro::Task<> NativeWorkPlanView::adminTask(TarnAdminTaskDraft draft)
-{
-    const QPointer<NativeWorkPlanView> self(this);
-    QString refusal;
-    try {
-        co_await TarnWorkPlanCalls::createAdminTask(m_api, draft);
-    } catch (const TarnAPIError &error) {
-        if (!self)
-            co_return;
-        refusal = refusalOf(error);
-    }
-    if (self)
-        co_await settle(refusal);
+    const TarnAdminTaskDraft draft { m_person.isEmpty() ? myId() : m_person, title, day, notes };
+    sent(TarnWorkPlanCalls::createAdminTask(m_api, draft));
 }
 
 void NativeWorkPlanView::editAdminTask(
@@ -271,24 +242,8 @@ void NativeWorkPlanView::editAdminTask(
         e.notes = notes.trimmed();
     });
     setPending(m_pending + 1);
-    editTask(entryId, TarnAdminTaskUpdate { title, day, notes, version });
-}
-
-QCoro::Task<> NativeWorkPlanView::editTask(QString entryId, TarnAdminTaskUpdate update)
-{
-    const QPointer<NativeWorkPlanView> self(this);
-    QString refusal;
-    try {
-        const TarnWorkEntry answered = co_await TarnWorkPlanCalls::updateAdminTask(m_api, entryId, update);
-        if (!self)
-            co_return;
-        changeEntry(entryId, [&answered](TarnWorkEntry &e) { e = answered; });
-    } catch (const TarnAPIError &error) {
-        if (!self)
-            co_return;
-        refusal = refusalOf(error);
-    }
-    co_await settle(refusal);
+    const TarnAdminTaskUpdate update { title, day, notes, version };
+    sent(TarnWorkPlanCalls::updateAdminTask(m_api, entryId, update));
 }
 
 void NativeWorkPlanView::addReminder(const QString &title, const QString &day, const QString &time)
@@ -301,23 +256,9 @@ void NativeWorkPlanView::addReminder(const QString &title, const QString &day, c
         return;
     }
     setPending(m_pending + 1);
-    reminderTask(
-        TarnReminderDraft { m_person.isEmpty() ? myId() : m_person, title, day, at->isEmpty() ? std::nullopt : at });
-}
-
-QCoro::Task<> NativeWorkPlanView::reminderTask(TarnReminderDraft draft)
-{
-    const QPointer<NativeWorkPlanView> self(this);
-    QString refusal;
-    try {
-        co_await TarnWorkPlanCalls::createReminder(m_api, draft);
-    } catch (const TarnAPIError &error) {
-        if (!self)
-            co_return;
-        refusal = refusalOf(error);
-    }
-    if (self)
-        co_await settle(refusal);
+    const TarnReminderDraft draft { m_person.isEmpty() ? myId() : m_person, title, day,
+        at->isEmpty() ? std::nullopt : at };
+    sent(TarnWorkPlanCalls::createReminder(m_api, draft));
 }
 
 void NativeWorkPlanView::addCoachNote(const QString &body)
@@ -325,22 +266,26 @@ void NativeWorkPlanView::addCoachNote(const QString &body)
     if (busy() || m_person.isEmpty() || !mayCoach())
         return;
     setPending(m_pending + 1);
-    noteTask(m_person, TarnCoachNoteDraft { week(), body });
+    const TarnCoachNoteDraft note { week(), body };
+    sent(TarnWorkPlanCalls::addCoachNote(m_api, m_person, note));
 }
 
-QCoro::Task<> NativeWorkPlanView::noteTask(QString personId, TarnCoachNoteDraft note)
+template <typename Answer> QCoro::Task<> NativeWorkPlanView::sent(QCoro::Task<Answer> change)
 {
     const QPointer<NativeWorkPlanView> self(this);
     QString refusal;
     try {
-        co_await TarnWorkPlanCalls::addCoachNote(m_api, personId, note);
+        const Answer answered = co_await change;
+        if (!self)
+            co_return;
+        if constexpr (std::is_same_v<Answer, TarnWorkEntry>)
+            changeEntry(answered.id, [&answered](TarnWorkEntry &e) { e = answered; });
     } catch (const TarnAPIError &error) {
         if (!self)
             co_return;
         refusal = refusalOf(error);
     }
-    if (self)
-        co_await settle(refusal);
+    co_await settle(refusal);
 }
 
 QCoro::Task<> NativeWorkPlanView::settle(QString refusal)

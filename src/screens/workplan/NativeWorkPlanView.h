@@ -112,11 +112,9 @@ private:
     QCoro::Task<> settle(QString refusal);
     // The text a failed change leaves; a signed-out answer leaves none.
     [[nodiscard]] QString refusalOf(const TarnAPIError &error);
-    QCoro::Task<> completeTask(QString entryId, TarnWorkEntryCompletion completion);
-    QCoro::Task<> editTask(QString entryId, TarnAdminTaskUpdate update);
-    QCoro::Task<> adminTask(TarnAdminTaskDraft draft);
-    QCoro::Task<> reminderTask(TarnReminderDraft draft);
-    QCoro::Task<> noteTask(QString personId, TarnCoachNoteDraft note);
+    // Awaits one change already sent, shows the entry it answers (when it
+    // answers one), then settles it.
+    template <typename Answer> QCoro::Task<> sent(QCoro::Task<Answer> change);
     void setError(const QString &text, bool fromRead = false);
     void setPending(int pending);
 

@@ -39,6 +39,7 @@ ListView {
         id: entry
 
         required property string entryId
+        required property string personId
         required property string personName
         required property string kind
         required property string title
@@ -48,6 +49,8 @@ ListView {
         required property string doneBy
         required property string summary
         readonly property WorkEntryList list: ListView.view as WorkEntryList
+        // Owners and managers change anyone's work, everyone else their own.
+        readonly property bool mine: list.view.mayCoach || personId === list.view.myId
 
         width: ListView.view.width
         spacing: Theme.spacing.xs
@@ -55,6 +58,7 @@ ListView {
         CheckBox {
             objectName: "done_" + entry.entryId
             checked: entry.done
+            enabled: entry.mine
             anchors.verticalCenter: parent.verticalCenter
             Accessible.name: entry.done ? qsTr("Done: %1").arg(entry.title) : qsTr("Not done: %1").arg(entry.title)
             onToggled: entry.list.view.complete(entry.entryId, checked)
@@ -67,7 +71,7 @@ ListView {
             detail: entry.done && entry.doneBy.length > 0 ? qsTr("done by %1").arg(entry.doneBy) : ""
             opacity: entry.done ? 0.6 : 1
             onClicked: {
-                if (entry.kind === "admin")
+                if (entry.kind === "admin" && entry.mine)
                     entry.list.editRequested(entry.entryId, entry.title, entry.isoDay, entry.notes)
             }
         }

@@ -11,6 +11,8 @@ Pane {
     id: screen
 
     required property NativeWorkPlanView view
+    // Owners and managers plan for anyone, everyone else for themselves.
+    readonly property bool plansForChosen: view.mayCoach || view.person.length === 0 || view.person === view.myId
 
     padding: 0
     background: null
@@ -20,6 +22,7 @@ Pane {
 
     Shortcut {
         sequence: "Ctrl+N"
+        enabled: screen.plansForChosen
         onActivated: form.openNew()
     }
     Shortcut {
@@ -63,6 +66,7 @@ Pane {
                 kind: ActionButton.Primary
                 symbol: "plus"
                 text: qsTr("New (Ctrl+N)")
+                enabled: screen.plansForChosen
                 onClicked: form.openNew()
             }
         }
