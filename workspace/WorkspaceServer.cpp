@@ -31,6 +31,7 @@
 #include "workspace/routes/TeamRoutes.h"
 #include "workspace/routes/TestRoutes.h"
 #include "workspace/routes/WebsiteRoutes.h"
+#include "workspace/routes/WorkPlanRoutes.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -172,6 +173,7 @@ bool WorkspaceServer::start(QString *error)
     // Last: it reads the time clock, the support board and the calendar.
     OverviewRoutes::add(*this);
     PeopleRoutes::add(*this);
+    WorkPlanRoutes::add(*this);
     if (m_options.testFaults)
         TestRoutes::add(*this);
     return true;

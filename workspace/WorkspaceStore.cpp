@@ -164,6 +164,19 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS company_post_reads ("
     " post_id TEXT NOT NULL REFERENCES company_posts(id), person_id TEXT NOT NULL REFERENCES people(id),"
     " PRIMARY KEY (post_id, person_id))",
+    // The work plan: each person's planned work by day ("YYYY-MM-DD"), a
+    // reminder's `time` "HH:mm"; done while `done_at` is set. Admin tasks
+    // are edited against their `version`. Coaching notes belong to a
+    // person's week, named by its Monday.
+    "CREATE TABLE IF NOT EXISTS workplan_entries ("
+    " id TEXT PRIMARY KEY, person_id TEXT NOT NULL REFERENCES people(id), kind TEXT NOT NULL, title TEXT NOT NULL,"
+    " day TEXT NOT NULL, time TEXT, client_id TEXT REFERENCES clients(id), notes TEXT NOT NULL DEFAULT '',"
+    " done_at INTEGER, done_by TEXT REFERENCES people(id), created_by TEXT NOT NULL REFERENCES people(id),"
+    " created_at INTEGER NOT NULL, edited_by TEXT REFERENCES people(id), version INTEGER NOT NULL DEFAULT 1)",
+    "CREATE INDEX IF NOT EXISTS workplan_entries_day ON workplan_entries (person_id, day)",
+    "CREATE TABLE IF NOT EXISTS workplan_coach_notes ("
+    " id TEXT PRIMARY KEY, person_id TEXT NOT NULL REFERENCES people(id), week TEXT NOT NULL,"
+    " author_id TEXT NOT NULL REFERENCES people(id), body TEXT NOT NULL, created_at INTEGER NOT NULL)",
     // A sales lead's details beside its `clients` row on the "leads" board;
     // `estimate` in cents.
     "CREATE TABLE IF NOT EXISTS calls_leads ("

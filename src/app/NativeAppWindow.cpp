@@ -29,6 +29,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_MarketScanPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_WebsitesPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_OverviewPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_OwnerPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_WorkPlanPlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -91,6 +92,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_websites(m_api)
     , m_overview(m_api)
     , m_owner(m_api)
+    , m_workPlan(m_api)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -122,6 +124,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_websites.clear();
             m_overview.clear();
             m_owner.clear();
+            m_workPlan.clear();
         }
     });
     m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
@@ -197,6 +200,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"websites"_s, QVariant::fromValue(&m_websites) },
         { u"overview"_s, QVariant::fromValue(&m_overview) },
         { u"owner"_s, QVariant::fromValue(&m_owner) },
+        { u"workPlan"_s, QVariant::fromValue(&m_workPlan) },
         { u"gallery"_s, content == Content::Gallery },
     });
     // Mail images come only from the open thread: the proxy or its attachments.

@@ -25,6 +25,7 @@
 #include "screens/schedule/NativeScheduleView.h"
 #include "screens/support/NativeSupportView.h"
 #include "screens/websites/NativeWebsitesView.h"
+#include "screens/workplan/NativeWorkPlanView.h"
 #include "service/TarnAPI.h"
 #include "shell/NativeCommandSearch.h"
 #include "shell/NativeSettingsState.h"
@@ -84,6 +85,7 @@ public:
     [[nodiscard]] NativeWebsitesView &websites() { return m_websites; }
     [[nodiscard]] NativeOverviewView &overview() { return m_overview; }
     [[nodiscard]] NativeOwnerView &owner() { return m_owner; }
+    [[nodiscard]] NativeWorkPlanView &workPlan() { return m_workPlan; }
 
 private:
     TarnAPI m_api;
@@ -116,6 +118,7 @@ private:
     NativeWebsitesView m_websites;
     NativeOverviewView m_overview;
     NativeOwnerView m_owner;
+    NativeWorkPlanView m_workPlan;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -294,7 +294,8 @@ int main(int argc, char **argv)
             });
             QObject::connect(schedule.bookings(), &QAbstractItemModel::rowsInserted, capture.get(),
                 [&capture] { capture->recheck(); });
-        }
+        } else if (shown && shown->screen == TarnScreen::workPlan)
+            waitForFirstLoad(*capture, app.workPlan(), &NativeWorkPlanView::busyChanged);
         // A books page (the only documents places a profile names) is shown
         // once the Dashboard's months are in, which follow the overview
         // every page loads, and the period its page asked for is.

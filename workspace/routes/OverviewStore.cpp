@@ -120,8 +120,8 @@ WorkspaceReply OverviewStore::boards() const
     QJsonArray answer;
     while (q.next()) {
         QJsonArray items;
-        QSqlQuery rows = run(db, u"SELECT id FROM overview_items WHERE board_id = ? ORDER BY position, id"_s,
-            { q.value(0).toString() });
+        QSqlQuery rows = run(
+            db, u"SELECT id FROM overview_items WHERE board_id = ? ORDER BY position, id"_s, { q.value(0).toString() });
         while (rows.next())
             items.append(itemObject(rows.value(0).toString()));
         answer.append(QJsonObject { { u"id"_s, q.value(0).toString() }, { u"name"_s, q.value(1).toString() },
@@ -143,8 +143,8 @@ WorkspaceReply OverviewStore::moveItem(const QString &me, const QString &id, con
     const qint64 version = body.value(u"version"_s).toInteger(-1);
     const qint64 current = single(db, u"SELECT version FROM overview_items WHERE id = ?"_s, { id });
     if (version != current) {
-        const QString who = text(db,
-            u"SELECT p.name FROM overview_items i JOIN people p ON p.id = i.moved_by WHERE i.id = ?"_s, { id });
+        const QString who = text(
+            db, u"SELECT p.name FROM overview_items i JOIN people p ON p.id = i.moved_by WHERE i.id = ?"_s, { id });
         return WorkspaceReply::json(
             QJsonObject { { u"error"_s,
                               u"%1 moved this in the meantime; it now shows where they put it."_s.arg(
@@ -211,8 +211,8 @@ QString OverviewStore::addBoard(const QString &name, const QStringList &stages)
     return id;
 }
 
-void OverviewStore::addItem(const QString &boardId, const QString &stage, const QString &title,
-    const QString &clientId, const QString &ownerId, const QString &dueDate)
+void OverviewStore::addItem(const QString &boardId, const QString &stage, const QString &title, const QString &clientId,
+    const QString &ownerId, const QString &dueDate)
 {
     run(m_store.database(),
         u"INSERT INTO overview_items (id, board_id, stage, title, client_id, owner_id, due_date, position)"
@@ -227,6 +227,5 @@ void OverviewStore::addOrder(
         u"INSERT INTO overview_orders (id, client_id, summary, status, carrier, tracking, eta, updated_at)"
         " VALUES (?, ?, ?, ?, ?, ?, ?, ?)"_s,
         { newID("po-"_L1), clientId, summary, status, orNull(carrier),
-            carrier.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(trackingNumber()),
-            eta, nowMs() });
+            carrier.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(trackingNumber()), eta, nowMs() });
 }

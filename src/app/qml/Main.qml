@@ -19,6 +19,7 @@ import PiloTarn.MarketScan
 import PiloTarn.Websites
 import PiloTarn.Overview
 import PiloTarn.Owner
+import PiloTarn.WorkPlan
 
 ApplicationWindow {
     id: window
@@ -46,6 +47,7 @@ ApplicationWindow {
     required property NativeWebsitesView websites
     required property NativeOverviewView overview
     required property NativeOwnerView owner
+    required property NativeWorkPlanView workPlan
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -114,6 +116,7 @@ ApplicationWindow {
         websites: window.websites
         overview: window.overview
         owner: window.owner
+        workPlan: window.workPlan
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

@@ -28,8 +28,8 @@ QCoro::Task<QList<TarnOrder>> fulfilmentOrders(TarnAPI &api)
 
 QCoro::Task<TarnOrder> advanceOrder(TarnAPI &api, const QString &orderId)
 {
-    return api.request<TarnOrder>(TarnPath(u"/api/overview/orders"_s).id(orderId).segment("advance"_L1),
-        TarnMethod::Post);
+    return api.request<TarnOrder>(
+        TarnPath(u"/api/overview/orders"_s).id(orderId).segment("advance"_L1), TarnMethod::Post);
 }
 
 } // namespace TarnOverviewCalls

@@ -18,6 +18,7 @@ import PiloTarn.MarketScan
 import PiloTarn.Websites
 import PiloTarn.Overview
 import PiloTarn.Owner
+import PiloTarn.WorkPlan
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -46,6 +47,7 @@ Item {
     required property NativeWebsitesView websites
     required property NativeOverviewView overview
     required property NativeOwnerView owner
+    required property NativeWorkPlanView workPlan
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
@@ -112,6 +114,7 @@ Item {
             websites: shell.websites
             overview: shell.overview
             owner: shell.owner
+            workPlan: shell.workPlan
             personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true

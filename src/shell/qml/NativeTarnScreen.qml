@@ -19,6 +19,7 @@ import PiloTarn.MarketScan
 import PiloTarn.Websites
 import PiloTarn.Overview
 import PiloTarn.Owner
+import PiloTarn.WorkPlan
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board, the books' pages and the payments terminal their
@@ -47,6 +48,7 @@ Pane {
     required property NativeWebsitesView websites
     required property NativeOverviewView overview
     required property NativeOwnerView owner
+    required property NativeWorkPlanView workPlan
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -104,6 +106,7 @@ Pane {
     readonly property bool showsMarketScan: navigation.destination.screenName === "marketscan"
     readonly property bool showsWebsites: navigation.destination.screenName === "websites"
     readonly property bool showsOverview: navigation.destination.screenName === "overview"
+    readonly property bool showsWorkPlan: navigation.destination.screenName === "workplan"
 
     padding: 0
     background: null
@@ -433,6 +436,16 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            objectName: "workPlanScreen"
+            active: screen.showsWorkPlan
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/WorkPlan/qml/WorkPlanScreen.qml",
+                                             { view: screen.workPlan })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
@@ -448,6 +461,7 @@ Pane {
                      && !screen.showsMarketScan
                      && !screen.showsWebsites
                      && !screen.showsOverview
+                     && !screen.showsWorkPlan
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

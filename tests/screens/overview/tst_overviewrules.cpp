@@ -43,7 +43,9 @@ void TestOverviewRules::due_data()
 void TestOverviewRules::due()
 {
     QFETCH(EtaRow, row);
-    const TarnOrder order { .id = u"o1"_s, .client_name = {}, .summary = {}, .status = row.status, .eta = row.eta, .updated_at = {} };
+    const TarnOrder order {
+        .id = u"o1"_s, .client_name = {}, .summary = {}, .status = row.status, .eta = row.eta, .updated_at = {}
+    };
     const QDate today(2026, 11, 25);
     QCOMPARE(OverviewRules::etaLabel(order, today), row.label);
     QCOMPARE(OverviewRules::late(order, today), row.late);
