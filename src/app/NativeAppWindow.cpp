@@ -25,6 +25,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_PortalsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_DocumentsPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_CompanyPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_OwnerPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_PeoplePlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -83,6 +84,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_documents(m_api)
     , m_company(m_api)
     , m_owner(m_api)
+    , m_people(m_api)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -110,6 +112,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_documents.clear();
             m_company.clear();
             m_owner.clear();
+            m_people.clear();
         }
     });
     m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
@@ -181,6 +184,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"documents"_s, QVariant::fromValue(&m_documents) },
         { u"company"_s, QVariant::fromValue(&m_company) },
         { u"owner"_s, QVariant::fromValue(&m_owner) },
+        { u"people"_s, QVariant::fromValue(&m_people) },
         { u"gallery"_s, content == Content::Gallery },
     });
     // Mail images come only from the open thread: the proxy or its attachments.

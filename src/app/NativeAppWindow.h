@@ -19,6 +19,7 @@
 #include "screens/customers/NativeCustomersView.h"
 #include "screens/documents/NativeDocumentsView.h"
 #include "screens/owner/NativeOwnerView.h"
+#include "screens/people/NativePeopleView.h"
 #include "screens/portals/NativePortalsView.h"
 #include "screens/support/NativeSupportView.h"
 #include "service/TarnAPI.h"
@@ -76,6 +77,7 @@ public:
     [[nodiscard]] NativeDocumentsView &documents() { return m_documents; }
     [[nodiscard]] NativeCompanyView &company() { return m_company; }
     [[nodiscard]] NativeOwnerView &owner() { return m_owner; }
+    [[nodiscard]] NativePeopleView &people() { return m_people; }
 
 private:
     TarnAPI m_api;
@@ -104,6 +106,7 @@ private:
     NativeDocumentsView m_documents;
     NativeCompanyView m_company;
     NativeOwnerView m_owner;
+    NativePeopleView m_people;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

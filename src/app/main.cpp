@@ -256,6 +256,15 @@ int main(int argc, char **argv)
             waitForFirstLoad(*capture, app.company(), &NativeCompanyView::busyChanged);
         else if (shown && shown->screen == TarnScreen::owner)
             waitForFirstLoad(*capture, app.owner(), &NativeOwnerView::busyChanged);
+        // A people section once its page's first answer (or refusal) is in.
+        else if (shown && shown->screen == TarnScreen::people && shown->section) {
+            NativePeopleSection *section = shown->section == "Payroll"_L1
+                ? static_cast<NativePeopleSection *>(app.people().payroll())
+                : app.people().timeClock();
+            capture->setReady([section] { return section->loaded(); });
+            QObject::connect(
+                section, &NativePeopleSection::refreshed, capture.get(), [&capture] { capture->recheck(); });
+        }
         // A books page (the only documents places a profile names) is shown
         // once the Dashboard's months are in, which follow the overview
         // every page loads, and the period its page asked for is.

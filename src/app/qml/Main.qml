@@ -15,6 +15,7 @@ import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
 import PiloTarn.Owner
+import PiloTarn.People
 
 ApplicationWindow {
     id: window
@@ -38,6 +39,7 @@ ApplicationWindow {
     required property NativeDocumentsView documents
     required property NativeCompanyView company
     required property NativeOwnerView owner
+    required property NativePeopleView people
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -102,6 +104,7 @@ ApplicationWindow {
         documents: window.documents
         company: window.company
         owner: window.owner
+        people: window.people
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

@@ -14,6 +14,7 @@ import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
 import PiloTarn.Owner
+import PiloTarn.People
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -38,6 +39,7 @@ Item {
     required property NativeDocumentsView documents
     required property NativeCompanyView company
     required property NativeOwnerView owner
+    required property NativePeopleView people
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
@@ -100,6 +102,7 @@ Item {
             documents: shell.documents
             company: shell.company
             owner: shell.owner
+            people: shell.people
             personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -15,6 +15,7 @@ import PiloTarn.Portals
 import PiloTarn.Documents
 import PiloTarn.Company
 import PiloTarn.Owner
+import PiloTarn.People
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board, the books' pages and the payments terminal their
@@ -39,6 +40,7 @@ Pane {
     required property NativeDocumentsView documents
     required property NativeCompanyView company
     required property NativeOwnerView owner
+    required property NativePeopleView people
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -83,10 +85,15 @@ Pane {
     readonly property string documentsSection: navigation.destination.screenName === "documents" && !showsBooks
                                                ? navigation.destination.resolvedSection : ""
     readonly property bool showsDocuments: documentsSection.length > 0
-    readonly property bool showsCompany: navigation.destination.screenName === "company"
-                                         && ["My account", "Team & access", "SOPs", "Thought board"]
-                                            .indexOf(navigation.destination.resolvedSection) >= 0
+    readonly property bool showsCompany: {
+        const section = navigation.destination.resolvedSection
+        return navigation.destination.screenName === "company"
+               && (section === "My account" || section === "Team & access" || section === "SOPs"
+                   || section === "Thought board")
+    }
     readonly property bool showsOwner: navigation.destination.screenName === "owner"
+    readonly property bool showsPeople: navigation.destination.screenName === "people"
+                                        && navigation.destination.resolvedSection !== "HR"
 
     padding: 0
     background: null
@@ -350,6 +357,17 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            objectName: "peopleScreen"
+            active: screen.showsPeople
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/People/qml/PeopleScreen.qml",
+                                             { people: screen.people,
+                                               section: Qt.binding(() => screen.navigation.destination.resolvedSection) })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
@@ -360,6 +378,7 @@ Pane {
                      && !screen.showsDocuments
                      && !screen.showsCompany
                      && !screen.showsOwner
+                     && !screen.showsPeople
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

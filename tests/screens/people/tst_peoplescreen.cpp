@@ -1,0 +1,136 @@
+#include "TarnWaitFor.h"
+#include "inbox/InboxTestClient.h"
+#include "screens/people/NativePeopleView.h"
+#include "shell/design/NativeTheme.h"
+#include "support/QuickItems.h"
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QtQml/QQmlExtensionPlugin>
+
+#include <memory>
+
+Q_IMPORT_QML_PLUGIN(PiloTarn_DesignPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_PeoplePlugin)
+
+using namespace Qt::StringLiterals;
+
+// The people screen drawn offscreen over the demo workspace as its owner:
+// each section's page loads its state, its buttons reach the state, and an
+// empty pay period says so instead of offering an export.
+class TestPeopleScreen : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void timeClockClocksInAndCorrects();
+    void payrollShowsLinesAndEmptyPeriods();
+    void cleanupTestCase();
+
+private:
+    [[nodiscard]] QQuickItem *named(const QString &name) const;
+    void click(const QString &name);
+
+    InboxTestClient client;
+    QTemporaryDir folder;
+    std::unique_ptr<QSettings> settings;
+    std::unique_ptr<NativePeopleView> people;
+    std::unique_ptr<NativeTheme> theme;
+    QQmlEngine engine;
+    QQuickWindow window;
+    std::unique_ptr<QObject> screen;
+};
+
+void TestPeopleScreen::initTestCase()
+{
+    QCOMPARE(client.start(), QString());
+    TarnAPI &api = client.as(u"maren@halvard.example"_s);
+    (void)tarnWaitFor(api.refreshSession());
+    settings = std::make_unique<QSettings>(folder.filePath(u"prefs.ini"_s), QSettings::IniFormat);
+    people = std::make_unique<NativePeopleView>(api);
+    theme = std::make_unique<NativeTheme>(*settings);
+    theme->attach(engine);
+    window.resize(1100, 800);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+
+    QQmlComponent component(&engine);
+    component.setData("import PiloTarn.People\nPeopleScreen { width: 1100; height: 800 }", QUrl());
+    QSignalSpy refreshed(people->timeClock(), &NativeTimeClockView::refreshed);
+    screen.reset(component.createWithInitialProperties(
+        { { u"people"_s, QVariant::fromValue(people.get()) }, { u"section"_s, u"Time clock"_s } }));
+    auto *item = qobject_cast<QQuickItem *>(screen.get());
+    QVERIFY2(item, qPrintable(component.errorString()));
+    item->setParentItem(window.contentItem());
+    QVERIFY(refreshed.wait(10'000));
+}
+
+void TestPeopleScreen::cleanupTestCase()
+{
+    screen.reset();
+}
+
+QQuickItem *TestPeopleScreen::named(const QString &name) const
+{
+    const QList<QQuickItem *> items = tarnNamedItems(window.contentItem(), name);
+    return items.size() == 1 ? items.constFirst() : nullptr;
+}
+
+void TestPeopleScreen::click(const QString &name)
+{
+    QQuickItem *item = named(name);
+    QVERIFY2(item, qPrintable(name));
+    QTest::mouseClick(&window, Qt::LeftButton, {}, item->mapToScene({ item->width() / 2, item->height() / 2 }).toPoint());
+}
+
+void TestPeopleScreen::timeClockClocksInAndCorrects()
+{
+    NativeTimeClockView *clock = people->timeClock();
+    QTRY_COMPARE(named(u"timeClockDays"_s)->childItems().size(), 8); // seven days and the Repeater
+    const bool wasIn = clock->clockedIn();
+    QSignalSpy finished(clock, &NativeTimeClockView::actionFinished);
+    click(u"clockButton"_s);
+    QVERIFY(finished.wait());
+    QCOMPARE(clock->clockedIn(), !wasIn);
+    QCOMPARE(named(u"clockButton"_s)->property("text").toString(), wasIn ? u"Clock in"_s : u"Clock out"_s);
+
+    // The owner corrects the first entry through its sheet; the reason shows under it.
+    const QString first = clock->entries()->rows().constFirst().id;
+    click(u"correct_"_s + first);
+    QObject *sheet = screen->findChild<QObject *>(u"correctionSheet"_s);
+    QVERIFY(sheet);
+    QTRY_VERIFY(sheet->property("opened").toBool());
+    QQuickItem *reason = tarnNamedItems(window.contentItem(), u"correctionReason"_s).value(0);
+    QVERIFY(reason);
+    reason->setProperty("text", u"Forgot to clock out"_s);
+    click(u"sheetConfirm"_s);
+    QVERIFY(finished.wait());
+    QCOMPARE(clock->errorText(), QString());
+    QVERIFY(clock->entries()->rows().constFirst().edit_reason == u"Forgot to clock out"_s);
+}
+
+void TestPeopleScreen::payrollShowsLinesAndEmptyPeriods()
+{
+    NativePayrollView *payroll = people->payroll();
+    QSignalSpy refreshed(payroll, &NativePayrollView::refreshed);
+    screen->setProperty("section", u"Payroll"_s);
+    QVERIFY(refreshed.wait());
+    QTRY_VERIFY(named(u"payrollLines"_s));
+    QVERIFY(named(u"payrollExport"_s)->isEnabled());
+    QVERIFY(!named(u"payrollEmpty"_s));
+
+    payroll->choosePeriod(u"2025-06-09"_s);
+    QVERIFY(refreshed.wait());
+    QTRY_VERIFY(named(u"payrollEmpty"_s));
+    QVERIFY(!named(u"payrollLines"_s));
+    QVERIFY(!named(u"payrollExport"_s)->isEnabled());
+}
+
+QTEST_MAIN(TestPeopleScreen)
+#include "tst_peoplescreen.moc"
