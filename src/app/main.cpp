@@ -257,10 +257,12 @@ int main(int argc, char **argv)
         else if (shown && shown->screen == TarnScreen::owner)
             waitForFirstLoad(*capture, app.owner(), &NativeOwnerView::busyChanged);
         // A people section once its page's first answer (or refusal) is in.
-        else if (shown && shown->screen == TarnScreen::people && shown->section) {
-            NativePeopleSection *section = shown->section == "Payroll"_L1
+        else if (shown && shown->screen == TarnScreen::people) {
+            const QString name = shown->resolvedSection();
+            NativePeopleSection *section = name == "Payroll"_L1
                 ? static_cast<NativePeopleSection *>(app.people().payroll())
-                : app.people().timeClock();
+                : name == "Time clock"_L1 ? static_cast<NativePeopleSection *>(app.people().timeClock())
+                                          : app.people().hr();
             capture->setReady([section] { return section->loaded(); });
             QObject::connect(
                 section, &NativePeopleSection::refreshed, capture.get(), [&capture] { capture->recheck(); });

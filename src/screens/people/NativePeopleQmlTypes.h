@@ -12,6 +12,20 @@ struct NativePeopleViewForeign {
     QML_UNCREATABLE("Built by the application.")
 };
 
+struct NativeHRViewForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeHRView)
+    QML_NAMED_ELEMENT(NativeHRView)
+    QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativeHRRecordModelForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeHRRecordModel)
+    QML_NAMED_ELEMENT(NativeHRRecordModel)
+    QML_UNCREATABLE("Built by the application.")
+};
+
 struct NativeTimeClockViewForeign {
     Q_GADGET
     QML_FOREIGN(NativeTimeClockView)

@@ -2,6 +2,7 @@
 
 NativePeopleView::NativePeopleView(TarnAPI &api, QObject *parent)
     : QObject(parent)
+    , m_hr(new NativeHRView(api, this))
     , m_timeClock(new NativeTimeClockView(api, this))
     , m_payroll(new NativePayrollView(api, this))
 {
@@ -9,6 +10,7 @@ NativePeopleView::NativePeopleView(TarnAPI &api, QObject *parent)
 
 void NativePeopleView::clear()
 {
+    m_hr->clear();
     m_timeClock->clear();
     m_payroll->clear();
 }

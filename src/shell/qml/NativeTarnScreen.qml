@@ -93,7 +93,6 @@ Pane {
     }
     readonly property bool showsOwner: navigation.destination.screenName === "owner"
     readonly property bool showsPeople: navigation.destination.screenName === "people"
-                                        && navigation.destination.resolvedSection !== "HR"
 
     padding: 0
     background: null
@@ -358,12 +357,22 @@ Pane {
         }
 
         Loader {
+            id: peopleLoader
+
             objectName: "peopleScreen"
             active: screen.showsPeople
             visible: active
             Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/People/qml/PeopleScreen.qml",
                                              { people: screen.people,
                                                section: Qt.binding(() => screen.navigation.destination.resolvedSection) })
+            Connections {
+                target: peopleLoader.item
+                ignoreUnknownSignals: true
+
+                function onOpenSection(section: string) {
+                    screen.navigation.openScreen("people", section)
+                }
+            }
             Layout.fillWidth: true
             Layout.fillHeight: true
         }

@@ -1,6 +1,7 @@
 #include "TarnWaitFor.h"
 #include "inbox/InboxTestClient.h"
 #include "screens/people/NativePeopleView.h"
+#include "screens/people/TarnPeopleCalls.h"
 #include "shell/design/NativeTheme.h"
 #include "support/QuickItems.h"
 
@@ -31,6 +32,8 @@ private slots:
     void initTestCase();
     void timeClockClocksInAndCorrects();
     void payrollShowsLinesAndEmptyPeriods();
+    void hrRecordSavedFromItsForm();
+    void hrOpensAPersonsTimeClock();
     void cleanupTestCase();
 
 private:
@@ -84,9 +87,10 @@ QQuickItem *TestPeopleScreen::named(const QString &name) const
 
 void TestPeopleScreen::click(const QString &name)
 {
+    QTRY_VERIFY2(named(name), qPrintable(name));
     QQuickItem *item = named(name);
-    QVERIFY2(item, qPrintable(name));
-    QTest::mouseClick(&window, Qt::LeftButton, {}, item->mapToScene({ item->width() / 2, item->height() / 2 }).toPoint());
+    QTest::mouseClick(
+        &window, Qt::LeftButton, {}, item->mapToScene({ item->width() / 2, item->height() / 2 }).toPoint());
 }
 
 void TestPeopleScreen::timeClockClocksInAndCorrects()
@@ -130,6 +134,45 @@ void TestPeopleScreen::payrollShowsLinesAndEmptyPeriods()
     QTRY_VERIFY(named(u"payrollEmpty"_s));
     QVERIFY(!named(u"payrollLines"_s));
     QVERIFY(!named(u"payrollExport"_s)->isEnabled());
+}
+
+void TestPeopleScreen::hrRecordSavedFromItsForm()
+{
+    NativeHRView *hr = people->hr();
+    QSignalSpy refreshed(hr, &NativeHRView::refreshed);
+    screen->setProperty("section", u"HR"_s);
+    QVERIFY(refreshed.wait());
+    click(u"hr_p-sam"_s);
+    QCOMPARE(hr->selectedId(), u"p-sam"_s);
+    QQuickItem *title = named(u"hrJobTitle"_s);
+    QTRY_COMPARE(title->property("text").toString(), u"Designer"_s);
+
+    QSignalSpy finished(hr, &NativeHRView::actionFinished);
+    title->setProperty("text", u"Lead designer"_s);
+    click(u"hrSave"_s);
+    QVERIFY(finished.wait());
+    QCOMPARE(hr->errorText(), QString());
+    QCOMPARE(hr->selected().value(u"jobTitle"_s).toString(), u"Lead designer"_s);
+
+    // Saved elsewhere first: the form shows that change, and the refusal says whose.
+    const TarnHRRecord &sam = hr->records()->rows().at(4);
+    QCOMPARE(sam.id, u"p-sam"_s);
+    const TarnHRRecordEdit theirs { u"Art director"_s, u"part-time"_s, u"2023-04-17"_s, {}, {}, sam.version };
+    (void)tarnWaitFor(TarnPeopleCalls::updateHRRecord(client.as(u"maren@halvard.example"_s), u"p-sam"_s, theirs));
+    title->setProperty("text", u"Mine"_s);
+    click(u"hrSave"_s);
+    QVERIFY(finished.wait());
+    QCOMPARE(hr->errorText(), u"Maren Holt changed this record in the meantime; it now shows their change."_s);
+    QCOMPARE(title->property("text").toString(), u"Art director"_s);
+}
+
+void TestPeopleScreen::hrOpensAPersonsTimeClock()
+{
+    QSignalSpy opened(screen.get(), SIGNAL(openSection(QString)));
+    click(u"hrTimeClock"_s);
+    QCOMPARE(opened.size(), 1);
+    QCOMPARE(opened.at(0).at(0).toString(), u"Time clock"_s);
+    QCOMPARE(people->timeClock()->personId(), u"p-sam"_s);
 }
 
 QTEST_MAIN(TestPeopleScreen)

@@ -20,6 +20,13 @@ ColumnLayout {
         subtitle: qsTr("%1 · %2 this week").arg(page.view.weekLabel).arg(page.view.totalText)
         Layout.fillWidth: true
 
+        ActionButton {
+            objectName: "ownClock"
+            visible: !page.view.ownClock
+            text: qsTr("My clock")
+            kind: ActionButton.Plain
+            onClicked: page.view.personId = ""
+        }
         IconButton {
             objectName: "weekBack"
             symbol: "chevron.left"
