@@ -27,12 +27,13 @@ const QString recordColumns
 
 QJsonObject recordFrom(const QSqlQuery &q, bool contacts)
 {
-    const auto contact = [&](int column) { return contacts ? optionalText(q.value(column)) : QJsonValue(); };
+    const auto contact
+        = [&](int column) { return contacts ? optionalText(q.value(column)) : QJsonValue(QJsonValue::Null); };
     return { { u"id"_s, q.value(0).toString() }, { u"name"_s, q.value(1).toString() },
         { u"email"_s, q.value(2).toString() }, { u"job_title"_s, q.value(3).toString() },
         { u"employment"_s, q.value(4).toString() }, { u"started_on"_s, q.value(5).toString() },
-        { u"phone"_s, contact(6) }, { u"emergency_contact"_s, contact(7) },
-        { u"clocked_in"_s, q.value(8).toBool() }, { u"version"_s, q.value(9).toLongLong() } };
+        { u"phone"_s, contact(6) }, { u"emergency_contact"_s, contact(7) }, { u"clocked_in"_s, q.value(8).toBool() },
+        { u"version"_s, q.value(9).toLongLong() } };
 }
 
 } // namespace

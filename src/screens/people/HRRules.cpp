@@ -37,7 +37,7 @@ QString editProblem(const TarnHRRecordEdit &edit)
         return u"Type the start date as YYYY-MM-DD."_s;
     for (const QString *text : { &edit.job_title, &edit.phone, &edit.emergency_contact })
         if (text->size() > textLimit)
-            return u"Keep each detail under %1 characters."_s.arg(textLimit);
+            return u"Keep each detail to %1 characters or fewer."_s.arg(textLimit);
     return {};
 }
 

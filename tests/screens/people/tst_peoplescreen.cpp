@@ -34,6 +34,7 @@ private slots:
     void payrollShowsLinesAndEmptyPeriods();
     void hrRecordSavedFromItsForm();
     void hrOpensAPersonsTimeClock();
+    void memberSeesRecordsWithoutContacts();
     void cleanupTestCase();
 
 private:
@@ -129,6 +130,24 @@ void TestPeopleScreen::payrollShowsLinesAndEmptyPeriods()
     QVERIFY(named(u"payrollExport"_s)->isEnabled());
     QVERIFY(!named(u"payrollEmpty"_s));
 
+    // An adjustment typed into its sheet lands on the line; its bin takes it off again.
+    const auto samsAdjustments = [payroll] { return payroll->lines()->rows().at(4).adjustments; };
+    QCOMPARE(payroll->lines()->rows().at(4).person_id, u"p-sam"_s);
+    const qsizetype before = samsAdjustments().size();
+    QSignalSpy finished(payroll, &NativePayrollView::actionFinished);
+    click(u"adjust_p-sam"_s);
+    QObject *sheet = screen->findChild<QObject *>(u"adjustmentSheet"_s);
+    QTRY_VERIFY(sheet->property("opened").toBool());
+    named(u"adjustmentLabel"_s)->setProperty("text", u"Mileage"_s);
+    named(u"adjustmentAmount"_s)->setProperty("text", u"18.40"_s);
+    click(u"sheetConfirm"_s);
+    QVERIFY(finished.wait());
+    QCOMPARE(samsAdjustments().size(), before + 1);
+    QCOMPARE(samsAdjustments().constLast().amount, 1840);
+    click(u"removeAdjustment_"_s + samsAdjustments().constLast().id);
+    QVERIFY(finished.wait());
+    QCOMPARE(samsAdjustments().size(), before);
+
     payroll->choosePeriod(u"2025-06-09"_s);
     QVERIFY(refreshed.wait());
     QTRY_VERIFY(named(u"payrollEmpty"_s));
@@ -173,6 +192,42 @@ void TestPeopleScreen::hrOpensAPersonsTimeClock()
     QCOMPARE(opened.size(), 1);
     QCOMPARE(opened.at(0).at(0).toString(), u"Time clock"_s);
     QCOMPARE(people->timeClock()->personId(), u"p-sam"_s);
+
+    // Their week, which only they clock in and out of; "My clock" returns to one's own.
+    QSignalSpy refreshed(people->timeClock(), &NativeTimeClockView::refreshed);
+    screen->setProperty("section", u"Time clock"_s);
+    QVERIFY(refreshed.wait());
+    QTRY_COMPARE(people->timeClock()->personName(), u"Sam Okoro"_s);
+    QVERIFY(!named(u"clockButton"_s));
+    click(u"ownClock"_s);
+    QTRY_VERIFY(named(u"clockButton"_s));
+    QCOMPARE(people->timeClock()->personName(), u"Maren Holt"_s);
+}
+
+void TestPeopleScreen::memberSeesRecordsWithoutContacts()
+{
+    // A second screen, a member's, in place of the owner's.
+    auto *owners = qobject_cast<QQuickItem *>(screen.get());
+    owners->setVisible(false);
+    TarnAPI &api = client.as(u"priya@halvard.example"_s);
+    (void)tarnWaitFor(api.refreshSession());
+    NativePeopleView member(api);
+    QQmlComponent component(&engine);
+    component.setData("import PiloTarn.People\nPeopleScreen { width: 1100; height: 800 }", QUrl());
+    QSignalSpy refreshed(member.hr(), &NativeHRView::refreshed);
+    std::unique_ptr<QObject> theirs(
+        component.createWithInitialProperties({ { u"people"_s, QVariant::fromValue(&member) } }));
+    qobject_cast<QQuickItem *>(theirs.get())->setParentItem(window.contentItem());
+    QVERIFY(refreshed.wait());
+    QTRY_VERIFY(named(u"hr_p-sam"_s));
+    QCOMPARE(member.hr()->records()->rowCount(), 6);
+    for (const TarnHRRecord &record : member.hr()->records()->rows())
+        QVERIFY(!record.phone && !record.emergency_contact);
+    for (const QString &ownersOnly : { u"hrSave"_s, u"hrPhone"_s, u"hrEmergency"_s, u"hrTimeClock"_s })
+        QVERIFY2(!named(ownersOnly), qPrintable(ownersOnly));
+    QCOMPARE(named(u"hrJobTitle"_s)->property("readOnly").toBool(), true);
+    theirs.reset();
+    owners->setVisible(true);
 }
 
 QTEST_MAIN(TestPeopleScreen)

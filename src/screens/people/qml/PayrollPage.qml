@@ -70,14 +70,25 @@ ColumnLayout {
         Layout.fillWidth: true
     }
 
-    Text {
-        objectName: "payrollExported"
+    RowLayout {
         visible: page.view.exportedTo.length > 0
-        text: qsTr("Exported to %1").arg(page.view.exportedTo)
-        elide: Text.ElideMiddle
-        font.pixelSize: Theme.type.footnote
-        color: Theme.colours.success
+        spacing: Theme.spacing.s
         Layout.fillWidth: true
+
+        Text {
+            objectName: "payrollExported"
+            text: qsTr("Exported to %1").arg(page.view.exportedTo)
+            elide: Text.ElideMiddle
+            font.pixelSize: Theme.type.footnote
+            color: Theme.colours.success
+            Layout.fillWidth: true
+        }
+        // The desktop opens a CSV file in its spreadsheet.
+        ActionButton {
+            text: qsTr("Open")
+            kind: ActionButton.Plain
+            onClicked: Qt.openUrlExternally("file://" + page.view.exportedTo)
+        }
     }
 
     LoadingPlaceholder {
@@ -181,6 +192,7 @@ ColumnLayout {
                     IconButton {
                         id: remove
 
+                        objectName: "removeAdjustment_" + adjustmentRow.modelData.id
                         anchors.right: parent.right
                         anchors.verticalCenter: parent.verticalCenter
                         visible: adjustmentRow.view !== null && adjustmentRow.view.canAdjust
@@ -250,11 +262,13 @@ ColumnLayout {
 
         FormField {
             id: labelField
+            objectName: "adjustmentLabel"
             label: qsTr("What it is for")
             Layout.fillWidth: true
         }
         FormField {
             id: amountField
+            objectName: "adjustmentAmount"
             label: qsTr("Amount")
             Layout.fillWidth: true
         }
