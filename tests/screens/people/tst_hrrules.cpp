@@ -46,9 +46,9 @@ void TestHRRules::edits_data()
         u"Employment is employee, part-time, contractor or owner."_s };
     QTest::addRow("day out of range") << EditRow { with([](auto &e) { e.started_on = u"2023-02-30"_s; }),
         u"Type the start date as YYYY-MM-DD."_s };
-    QTest::addRow("long emergency contact") << EditRow {
-        with([](auto &e) { e.emergency_contact = QString(201, u'x'); }), u"Keep each detail to 200 characters or fewer."_s
-    };
+    QTest::addRow("long emergency contact")
+        << EditRow { with([](auto &e) { e.emergency_contact = QString(201, u'x'); }),
+               u"Keep each detail to 200 characters or fewer."_s };
     QTest::addRow("200 characters fit") << EditRow { with([](auto &e) { e.job_title = QString(200, u'x'); }), {} };
 }
 

@@ -98,6 +98,15 @@ void TestPeopleScreen::timeClockClocksInAndCorrects()
 {
     NativeTimeClockView *clock = people->timeClock();
     QTRY_COMPARE(named(u"timeClockDays"_s)->childItems().size(), 8); // seven days and the Repeater
+    const QDate monday = clock->monday();
+    QSignalSpy weekRead(clock, &NativeTimeClockView::refreshed);
+    click(u"weekBack"_s);
+    QVERIFY(weekRead.wait());
+    QCOMPARE(clock->monday(), monday.addDays(-7));
+    QVERIFY(clock->entryCount() >= 5); // the demo's weekday shifts
+    click(u"weekNow"_s);
+    QVERIFY(weekRead.wait());
+    QCOMPARE(clock->monday(), monday);
     const bool wasIn = clock->clockedIn();
     QSignalSpy finished(clock, &NativeTimeClockView::actionFinished);
     click(u"clockButton"_s);
@@ -183,6 +192,13 @@ void TestPeopleScreen::hrRecordSavedFromItsForm()
     QVERIFY(finished.wait());
     QCOMPARE(hr->errorText(), u"Maren Holt changed this record in the meantime; it now shows their change."_s);
     QCOMPARE(title->property("text").toString(), u"Art director"_s);
+
+    // Read again with nothing changed, the list keeps its rows.
+    QSignalSpy reset(hr->records(), &QAbstractItemModel::modelReset);
+    QSignalSpy removed(hr->records(), &QAbstractItemModel::rowsRemoved);
+    hr->refresh();
+    QVERIFY(refreshed.wait());
+    QCOMPARE(reset.count() + removed.count(), 0);
 }
 
 void TestPeopleScreen::hrOpensAPersonsTimeClock()
