@@ -196,6 +196,13 @@ const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS documents_signers ("
     " envelope_id TEXT NOT NULL REFERENCES documents_envelopes(id), position INTEGER NOT NULL,"
     " name TEXT NOT NULL, email TEXT NOT NULL, PRIMARY KEY (envelope_id, position))",
+    // HR details beside a person: `employment` is "employee", "part-time",
+    // "contractor" or "owner", `started_on` a day; `version` grows with each
+    // owner's change, kept with who made it and when.
+    "CREATE TABLE IF NOT EXISTS people_hr ("
+    " person_id TEXT PRIMARY KEY REFERENCES people(id), job_title TEXT NOT NULL, employment TEXT NOT NULL,"
+    " started_on TEXT NOT NULL, phone TEXT, emergency_contact TEXT, version INTEGER NOT NULL DEFAULT 1,"
+    " updated_by TEXT REFERENCES people(id), updated_at INTEGER)",
     // The time clock: times in milliseconds, `clock_out` NULL while clocked
     // in; the last correction on the entry, and every one in
     // `people_time_edits` with the times it replaced.

@@ -30,6 +30,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_WebsitesPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_OverviewPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_OwnerPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_WorkPlanPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_PeoplePlugin)
 
 using namespace Qt::StringLiterals;
 
@@ -93,6 +94,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_overview(m_api)
     , m_owner(m_api)
     , m_workPlan(m_api)
+    , m_people(m_api)
 {
     const auto followAppearance
         = [this] { m_theme.setAppearance(m_settings.accent(), m_settings.background(), m_settings.textScale()); };
@@ -125,6 +127,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_overview.clear();
             m_owner.clear();
             m_workPlan.clear();
+            m_people.clear();
         }
     });
     m_watch.setNotifications(&m_notifier, [this] { return m_settings.desktopNotifications(); });
@@ -201,6 +204,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"overview"_s, QVariant::fromValue(&m_overview) },
         { u"owner"_s, QVariant::fromValue(&m_owner) },
         { u"workPlan"_s, QVariant::fromValue(&m_workPlan) },
+        { u"people"_s, QVariant::fromValue(&m_people) },
         { u"gallery"_s, content == Content::Gallery },
     });
     // Mail images come only from the open thread: the proxy or its attachments.

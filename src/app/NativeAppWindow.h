@@ -21,6 +21,7 @@
 #include "screens/marketscan/NativeMarketScanView.h"
 #include "screens/overview/NativeOverviewView.h"
 #include "screens/owner/NativeOwnerView.h"
+#include "screens/people/NativePeopleView.h"
 #include "screens/portals/NativePortalsView.h"
 #include "screens/schedule/NativeScheduleView.h"
 #include "screens/support/NativeSupportView.h"
@@ -86,6 +87,7 @@ public:
     [[nodiscard]] NativeOverviewView &overview() { return m_overview; }
     [[nodiscard]] NativeOwnerView &owner() { return m_owner; }
     [[nodiscard]] NativeWorkPlanView &workPlan() { return m_workPlan; }
+    [[nodiscard]] NativePeopleView &people() { return m_people; }
 
 private:
     TarnAPI m_api;
@@ -119,6 +121,7 @@ private:
     NativeOverviewView m_overview;
     NativeOwnerView m_owner;
     NativeWorkPlanView m_workPlan;
+    NativePeopleView m_people;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -55,6 +55,8 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "booking-links"_L1, TarnScreen::schedule, "Booking links"_L1 },
         { "product-boards"_L1, TarnScreen::overview, "Product boards"_L1 },
         { "fulfilment"_L1, TarnScreen::overview, "Fulfilment"_L1 },
+        { "timeclock"_L1, TarnScreen::people, "Time clock"_L1 },
+        { "payroll"_L1, TarnScreen::people, "Payroll"_L1 },
         { "assistant"_L1, TarnScreen::agent, "New chat"_L1 },
         { "calendar"_L1, TarnScreen::schedule, "Calendar"_L1 },
         { "agent-history"_L1, TarnScreen::agent, "History"_L1 },

@@ -296,6 +296,17 @@ int main(int argc, char **argv)
                 [&capture] { capture->recheck(); });
         } else if (shown && shown->screen == TarnScreen::workPlan)
             waitForFirstLoad(*capture, app.workPlan(), &NativeWorkPlanView::busyChanged);
+        // A people section once its page's first answer (or refusal) is in.
+        else if (shown && shown->screen == TarnScreen::people) {
+            const QString name = shown->resolvedSection();
+            NativePeopleSection *section = name == "Payroll"_L1
+                ? static_cast<NativePeopleSection *>(app.people().payroll())
+                : name == "Time clock"_L1 ? static_cast<NativePeopleSection *>(app.people().timeClock())
+                                          : app.people().hr();
+            capture->setReady([section] { return section->loaded(); });
+            QObject::connect(
+                section, &NativePeopleSection::refreshed, capture.get(), [&capture] { capture->recheck(); });
+        }
         // A books page (the only documents places a profile names) is shown
         // once the Dashboard's months are in, which follow the overview
         // every page loads, and the period its page asked for is.

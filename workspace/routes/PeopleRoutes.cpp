@@ -2,6 +2,7 @@
 
 #include "workspace/WorkspaceRequest.h"
 #include "workspace/WorkspaceServer.h"
+#include "workspace/routes/PeopleHRStore.h"
 #include "workspace/routes/PeoplePayrollStore.h"
 #include "workspace/routes/PeopleSeed.h"
 #include "workspace/routes/PeopleStore.h"
@@ -18,12 +19,21 @@ void add(WorkspaceServer &server)
     // Also a data folder made before there was a time clock gets the demo's shifts.
     if (!people->hasEntries())
         PeopleSeed::plant(*people);
+    const auto hr = std::make_shared<PeopleHRStore>(server.store());
+    if (!hr->hasRecords())
+        PeopleSeed::plantHR(*hr);
     const auto payroll = std::make_shared<PeoplePayrollStore>(server.store());
     if (!payroll->hasRates())
         PeopleSeed::plantPayroll(*payroll);
 
     WorkspaceRouter &router = server.router();
     using Access = WorkspaceRouter::Access;
+    router.add("GET", u"/api/people/hr"_s, Access::Session,
+        [hr](const WorkspaceRequest &request) { return hr->records(request.session().personId); });
+    router.add("PATCH", u"/api/people/hr/:id"_s, Access::Session, [hr](const WorkspaceRequest &request) {
+        return hr->update(
+            request.session().personId, request.arguments().at(0), request.jsonBody().value_or(QJsonObject()));
+    });
     router.add("GET", u"/api/people/timeclock"_s, Access::Session, [people](const WorkspaceRequest &request) {
         return people->week(request.session().personId, request.query(u"week"_s), request.query(u"person"_s));
     });

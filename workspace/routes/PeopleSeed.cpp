@@ -1,6 +1,8 @@
 #include "workspace/routes/PeopleSeed.h"
 
 #include "screens/people/PayrollRules.h"
+#include "screens/people/TarnPeopleRequests.h"
+#include "workspace/routes/PeopleHRStore.h"
 #include "workspace/routes/PeoplePayrollStore.h"
 #include "workspace/routes/PeopleStore.h"
 
@@ -33,6 +35,32 @@ qint64 at(QDate day, int minute)
 }
 
 } // namespace
+
+void plantHR(PeopleHRStore &hr)
+{
+    const QList<std::pair<QString, TarnHRRecordEdit>> records {
+        { u"p-maren"_s,
+            { u"Founder and director"_s, u"owner"_s, u"2019-03-04"_s, u"+1 555 0100"_s,
+                u"Jon Holt (partner), +1 555 0190"_s } },
+        { u"p-tomas"_s,
+            { u"Operations manager"_s, u"employee"_s, u"2020-09-14"_s, u"+1 555 0101"_s,
+                u"Lucia Reyes (sister), +1 555 0191"_s } },
+        { u"p-priya"_s,
+            { u"Account manager"_s, u"employee"_s, u"2022-01-10"_s, u"+1 555 0102"_s,
+                u"Dev Nair (father), +1 555 0192"_s } },
+        { u"p-jonah"_s,
+            { u"Support lead"_s, u"employee"_s, u"2021-06-01"_s, u"+1 555 0103"_s,
+                u"Ruth Whitfield (mother), +1 555 0193"_s } },
+        { u"p-sam"_s,
+            { u"Designer"_s, u"part-time"_s, u"2023-04-17"_s, u"+1 555 0104"_s,
+                u"Chidi Okoro (partner), +1 555 0194"_s } },
+        { u"p-ada"_s,
+            { u"Developer"_s, u"contractor"_s, u"2024-02-05"_s, u"+46 70 555 0105"_s,
+                u"Erik Lindqvist (brother), +46 70 555 0195"_s } },
+    };
+    for (const auto &[person, record] : records)
+        hr.set(person, record);
+}
 
 void plant(PeopleStore &people)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+class PeopleHRStore;
 class PeopleStore;
 class PeoplePayrollStore;
 
@@ -9,6 +10,8 @@ class PeoplePayrollStore;
 namespace PeopleSeed {
 
 void plant(PeopleStore &people);
+// Everyone's job title, employment, start day, phone and emergency contact.
+void plantHR(PeopleHRStore &hr);
 // Rates for the team; the last period paid, the one before it too, and the
 // current one open with notes and two adjustments.
 void plantPayroll(PeoplePayrollStore &payroll);

@@ -20,6 +20,7 @@ import PiloTarn.Websites
 import PiloTarn.Overview
 import PiloTarn.Owner
 import PiloTarn.WorkPlan
+import PiloTarn.People
 
 ApplicationWindow {
     id: window
@@ -48,6 +49,7 @@ ApplicationWindow {
     required property NativeOverviewView overview
     required property NativeOwnerView owner
     required property NativeWorkPlanView workPlan
+    required property NativePeopleView people
     // The design gallery alone, in place of the app.
     property bool gallery: false
     readonly property bool signedIn: root.phase === NativeRootState.SignedIn
@@ -117,6 +119,7 @@ ApplicationWindow {
         overview: window.overview
         owner: window.owner
         workPlan: window.workPlan
+        people: window.people
         personName: window.root.personName
         personEmail: window.root.personEmail
         signingOut: window.root.busy

@@ -43,10 +43,15 @@ QString NativePayrollView::totalText() const
 QStringList NativePayrollView::allowedActions() const
 {
     QStringList out;
-    for (const QString &action : { u"approve"_s, u"reopen"_s, u"mark-paid"_s, u"adjust"_s })
+    for (const QString &action : { u"approve"_s, u"reopen"_s, u"mark-paid"_s })
         if (PayrollRules::allows(m_overview.period.status, action))
             out.append(action);
     return out;
+}
+
+bool NativePayrollView::canAdjust() const
+{
+    return PayrollRules::allows(m_overview.period.status, u"adjust"_s);
 }
 
 void NativePayrollView::refresh()
@@ -168,10 +173,10 @@ QCoro::Task<> NativePayrollView::change(std::function<QCoro::Task<TarnPayrollOve
     Q_EMIT actionFinished();
 }
 
-void NativePayrollView::exportTo(const QString &filePath)
+void NativePayrollView::exportTo(const QUrl &file)
 {
-    if (!busy() && !m_overview.period.start.isEmpty())
-        exportTask(m_overview.period.start, filePath);
+    if (!busy() && !m_overview.period.start.isEmpty() && file.isLocalFile())
+        exportTask(m_overview.period.start, file.toLocalFile());
 }
 
 QCoro::Task<> NativePayrollView::exportTask(QString period, QString filePath)

@@ -7,6 +7,7 @@
 
 #include <QCoroTask>
 #include <QString>
+#include <QUrl>
 #include <QVariantList>
 
 #include <functional>
@@ -25,12 +26,14 @@ class TarnAPI;
 class NativePayrollView : public NativePeopleSection {
     Q_OBJECT
     Q_PROPERTY(NativePayrollLineModel *lines READ lines CONSTANT)
+    Q_PROPERTY(int lineCount READ lineCount NOTIFY overviewChanged)
     Q_PROPERTY(QVariantList periods READ periods NOTIFY overviewChanged)
     Q_PROPERTY(QString periodStart READ periodStart NOTIFY overviewChanged)
     Q_PROPERTY(QString status READ status NOTIFY overviewChanged)
     Q_PROPERTY(QString notes READ notes NOTIFY overviewChanged)
     Q_PROPERTY(QString totalText READ totalText NOTIFY overviewChanged)
     Q_PROPERTY(QStringList allowedActions READ allowedActions NOTIFY overviewChanged)
+    Q_PROPERTY(bool canAdjust READ canAdjust NOTIFY overviewChanged)
     Q_PROPERTY(QString exportedTo READ exportedTo NOTIFY exportedToChanged)
 
 public:
@@ -38,12 +41,17 @@ public:
     ~NativePayrollView() override;
 
     [[nodiscard]] NativePayrollLineModel *lines() const { return m_lines; }
+    // For the page: a list view's own count can lag behind its rows being removed.
+    [[nodiscard]] int lineCount() const { return m_lines->rowCount(); }
     [[nodiscard]] QVariantList periods() const;
     [[nodiscard]] QString periodStart() const { return m_overview.period.start; }
     [[nodiscard]] QString status() const { return m_overview.period.status; }
     [[nodiscard]] QString notes() const { return m_overview.notes; }
     [[nodiscard]] QString totalText() const;
+    // The period's own actions its status allows: "approve", "reopen", "mark-paid".
     [[nodiscard]] QStringList allowedActions() const;
+    // Adjustments are added and removed while the period is open.
+    [[nodiscard]] bool canAdjust() const;
     [[nodiscard]] QString exportedTo() const { return m_exportedTo; }
 
     Q_INVOKABLE void refresh();
@@ -55,7 +63,7 @@ public:
     Q_INVOKABLE void removeAdjustment(const QString &id);
     Q_INVOKABLE void saveNotes(const QString &notes);
     // The file the person chose in the save dialog.
-    Q_INVOKABLE void exportTo(const QString &filePath);
+    Q_INVOKABLE void exportTo(const QUrl &file);
     void clear();
 
 Q_SIGNALS:

@@ -2,6 +2,8 @@
 
 #include "service/TarnAPIError.h"
 
+#include <QPointer>
+
 NativePeopleSection::NativePeopleSection(QObject *parent)
     : QObject(parent)
 {
@@ -46,4 +48,28 @@ void NativePeopleSection::resetStatus()
     m_error.clear();
     Q_EMIT busyChanged();
     Q_EMIT errorTextChanged();
+}
+
+QCoro::Task<> NativePeopleSection::changeAndReload(
+    std::function<QCoro::Task<>()> change, std::function<QCoro::Task<>()> reload)
+{
+    const QPointer<NativePeopleSection> self(this);
+    setBusy(true);
+    try {
+        co_await change();
+        if (!self)
+            co_return;
+        setError({});
+    } catch (const TarnAPIError &error) {
+        if (!self)
+            co_return;
+        fail(error);
+    }
+    const QString refusal = errorText();
+    co_await reload();
+    if (!self)
+        co_return;
+    setError(refusal);
+    setBusy(false);
+    Q_EMIT actionFinished();
 }

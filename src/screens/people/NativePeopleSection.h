@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QCoroTask>
 #include <QObject>
 #include <QString>
+
+#include <functional>
 
 class TarnAPIError;
 
@@ -37,6 +40,9 @@ protected:
     void setError(const QString &text);
     // Back to nothing loaded: the session ended.
     void resetStatus();
+    // Sends a change, then reads the section again, also after a refusal
+    // (someone else's change came first), keeping the refusal's text.
+    QCoro::Task<> changeAndReload(std::function<QCoro::Task<>()> change, std::function<QCoro::Task<>()> reload);
 
 private:
     bool m_busy = false;

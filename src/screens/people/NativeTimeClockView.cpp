@@ -172,27 +172,9 @@ void NativeTimeClockView::clockInOrOut()
 
 QCoro::Task<> NativeTimeClockView::change(std::function<QCoro::Task<TarnTimeEntry>()> call)
 {
-    const QPointer<NativeTimeClockView> self(this);
-    setBusy(true);
-    try {
-        (void)co_await call();
-        if (!self)
-            co_return;
-        setError({});
-    } catch (const TarnAPIError &error) {
-        if (!self)
-            co_return;
-        fail(error);
-    }
     // The week as the service now has it, also after a refusal (clocked in
     // on another device meanwhile, or corrected by another owner).
-    const QString refusal = errorText();
-    co_await refreshOnce();
-    if (!self)
-        co_return;
-    setError(refusal);
-    setBusy(false);
-    Q_EMIT actionFinished();
+    return changeAndReload([call]() -> QCoro::Task<> { (void)co_await call(); }, [this] { return refreshOnce(); });
 }
 
 void NativeTimeClockView::correctEntry(

@@ -26,6 +26,7 @@ class NativeTimeClockView : public NativePeopleSection {
     Q_OBJECT
     Q_PROPERTY(NativeTimeClockDayModel *days READ days CONSTANT)
     Q_PROPERTY(NativeTimeEntryModel *entries READ entries CONSTANT)
+    Q_PROPERTY(int entryCount READ entryCount NOTIFY weekChanged)
     Q_PROPERTY(QString weekLabel READ weekLabel NOTIFY weekChanged)
     Q_PROPERTY(QString totalText READ totalText NOTIFY weekChanged)
     Q_PROPERTY(QString personName READ personName NOTIFY weekChanged)
@@ -42,6 +43,8 @@ public:
 
     [[nodiscard]] NativeTimeClockDayModel *days() const { return m_days; }
     [[nodiscard]] NativeTimeEntryModel *entries() const { return m_entries; }
+    // For the page: a list view's own count can lag behind its rows being removed.
+    [[nodiscard]] int entryCount() const { return m_entries->rowCount(); }
     [[nodiscard]] QDate monday() const { return m_monday; }
     [[nodiscard]] QString weekLabel() const;
     [[nodiscard]] QString totalText() const;

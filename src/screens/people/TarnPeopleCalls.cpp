@@ -23,6 +23,16 @@ constexpr qint64 exportLimit = 1024 * 1024;
 
 } // namespace
 
+QCoro::Task<QList<TarnHRRecord>> hrRecords(TarnAPI &api)
+{
+    return api.request<QList<TarnHRRecord>>(TarnPath(u"/api/people/hr"_s));
+}
+
+QCoro::Task<TarnHRRecord> updateHRRecord(TarnAPI &api, const QString &id, const TarnHRRecordEdit &edit)
+{
+    return api.request<TarnHRRecord>(TarnPath(u"/api/people/hr"_s).id(id), TarnMethod::Patch, edit);
+}
+
 QCoro::Task<TarnTimeClockWeek> timeClock(TarnAPI &api, const QString &week, const std::optional<QString> &person)
 {
     return api.request<TarnTimeClockWeek>(timeClockPath().query("week"_L1, week).query("person"_L1, person));

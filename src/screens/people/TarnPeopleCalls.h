@@ -1,5 +1,6 @@
 #pragma once
 
+#include "screens/people/TarnHRRecord.h"
 #include "screens/people/TarnPayrollOverview.h"
 #include "screens/people/TarnPeopleRequests.h"
 #include "screens/people/TarnTimeClockWeek.h"
@@ -7,15 +8,22 @@
 
 #include <QByteArray>
 #include <QCoroTask>
+#include <QList>
 #include <QString>
 
 #include <optional>
 
 class TarnAPI;
 
-// The people screen's endpoints: the time clock under "/api/people/timeclock"
-// and payroll, an owner's, under "/api/payroll".
+// The people screen's endpoints: HR records under "/api/people/hr", the
+// time clock under "/api/people/timeclock" and payroll, an owner's, under
+// "/api/payroll".
 namespace TarnPeopleCalls {
+
+// The team's HR records by name; contact details only for an owner.
+QCoro::Task<QList<TarnHRRecord>> hrRecords(TarnAPI &api);
+// An owner's change; a stale `version` is refused with the record as it is.
+QCoro::Task<TarnHRRecord> updateHRRecord(TarnAPI &api, const QString &id, const TarnHRRecordEdit &edit);
 
 // The week beginning on Monday `week` ("YYYY-MM-DD"); another person's only
 // for an owner.

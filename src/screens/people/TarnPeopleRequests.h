@@ -49,3 +49,21 @@ struct TarnPayrollNotes {
         return { { QStringLiteral("notes"), notes }, { QStringLiteral("version"), version } };
     }
 };
+
+// An owner's change to a person's HR record, every field as it should now
+// read (an empty `phone` or `emergency_contact` clears it), with the
+// `version` it was based on.
+struct TarnHRRecordEdit {
+    QString job_title;
+    QString employment;
+    QString started_on;
+    QString phone;
+    QString emergency_contact;
+    qint64 version = 0;
+    [[nodiscard]] QJsonObject toJSON() const
+    {
+        return { { QStringLiteral("job_title"), job_title }, { QStringLiteral("employment"), employment },
+            { QStringLiteral("started_on"), started_on }, { QStringLiteral("phone"), phone },
+            { QStringLiteral("emergency_contact"), emergency_contact }, { QStringLiteral("version"), version } };
+    }
+};

@@ -19,6 +19,7 @@ import PiloTarn.Websites
 import PiloTarn.Overview
 import PiloTarn.Owner
 import PiloTarn.WorkPlan
+import PiloTarn.People
 
 // The signed-in window: the sidebar, the current screen, the command search
 // and the settings window, with their keyboard shortcuts.
@@ -48,6 +49,7 @@ Item {
     required property NativeOverviewView overview
     required property NativeOwnerView owner
     required property NativeWorkPlanView workPlan
+    required property NativePeopleView people
     property string personName
     property string personEmail
     // Set while signing out, so the way out is not offered twice.
@@ -115,6 +117,7 @@ Item {
             overview: shell.overview
             owner: shell.owner
             workPlan: shell.workPlan
+            people: shell.people
             personName: shell.personName
             Layout.fillWidth: true
             Layout.fillHeight: true

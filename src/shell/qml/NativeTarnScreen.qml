@@ -20,6 +20,7 @@ import PiloTarn.Websites
 import PiloTarn.Overview
 import PiloTarn.Owner
 import PiloTarn.WorkPlan
+import PiloTarn.People
 
 // The current place: its breadcrumb trail and what it shows. The home page
 // shows the work board, the books' pages and the payments terminal their
@@ -49,6 +50,7 @@ Pane {
     required property NativeOverviewView overview
     required property NativeOwnerView owner
     required property NativeWorkPlanView workPlan
+    required property NativePeopleView people
     property string personName
     readonly property bool onAgent: navigation.destination.screenName === "agent"
     readonly property bool onBoard: onAgent && navigation.destination.resolvedSection === "New chat"
@@ -107,6 +109,7 @@ Pane {
     readonly property bool showsWebsites: navigation.destination.screenName === "websites"
     readonly property bool showsOverview: navigation.destination.screenName === "overview"
     readonly property bool showsWorkPlan: navigation.destination.screenName === "workplan"
+    readonly property bool showsPeople: navigation.destination.screenName === "people"
 
     padding: 0
     background: null
@@ -399,6 +402,27 @@ Pane {
         }
 
         Loader {
+            id: peopleLoader
+
+            objectName: "peopleScreen"
+            active: screen.showsPeople
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/People/qml/PeopleScreen.qml",
+                                             { people: screen.people,
+                                               section: Qt.binding(() => screen.navigation.destination.resolvedSection) })
+            Connections {
+                target: peopleLoader.item
+                ignoreUnknownSignals: true
+
+                function onOpenSection(section: string) {
+                    screen.navigation.openScreen("people", section)
+                }
+            }
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
+        Loader {
             objectName: "marketScanScreen"
             active: screen.showsMarketScan
             visible: active
@@ -462,6 +486,7 @@ Pane {
                      && !screen.showsWebsites
                      && !screen.showsOverview
                      && !screen.showsWorkPlan
+                     && !screen.showsPeople
             place: screen.navigation.placeName
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -47,7 +47,7 @@ void TestPayrollView::exports()
     QVERIFY(view);
     QSignalSpy finished(view.get(), &NativePayrollView::actionFinished);
     const QString path = folder.filePath(u"payroll.csv"_s);
-    view->exportTo(path);
+    view->exportTo(QUrl::fromLocalFile(path));
     QVERIFY(finished.wait());
     QCOMPARE(view->exportedTo(), path);
     QFile file(path);
@@ -59,7 +59,7 @@ void TestPayrollView::exports()
     view->choosePeriod(u"2025-06-09"_s);
     QVERIFY(refreshed.wait());
     const QString empty = folder.filePath(u"empty.csv"_s);
-    view->exportTo(empty);
+    view->exportTo(QUrl::fromLocalFile(empty));
     QVERIFY(finished.wait());
     QCOMPARE(view->errorText(), u"No one has hours or adjustments in this period."_s);
     QVERIFY(!QFile::exists(empty));

@@ -15,6 +15,14 @@ const QString maren = u"maren@halvard.example"_s;
 const QString tomas = u"tomas@halvard.example"_s;
 const QString sam = u"sam@halvard.example"_s;
 
+struct HREditRow {
+    QString as;
+    QString jobTitle;
+    QString startedOn;
+    bool stale;
+    QString refusal; // empty: saved
+};
+
 struct WeekAccessRow {
     QString as;
     QString week; // empty: last week
@@ -55,6 +63,7 @@ QString hoursBack(int hours)
 
 } // namespace
 
+Q_DECLARE_METATYPE(HREditRow)
 Q_DECLARE_METATYPE(WeekAccessRow)
 Q_DECLARE_METATYPE(EditRow)
 Q_DECLARE_METATYPE(PayrollAccessRow)
@@ -65,6 +74,10 @@ class TestPeopleCalls : public QObject {
 
 private slots:
     void initTestCase();
+    void hrRecords_data();
+    void hrRecords();
+    void hrEdits_data();
+    void hrEdits();
     void demoWeeks();
     void weekAccess_data();
     void weekAccess();
@@ -85,6 +98,68 @@ void TestPeopleCalls::initTestCase()
 {
     const QString error = client.start();
     QVERIFY2(error.isEmpty(), qPrintable(error));
+}
+
+void TestPeopleCalls::hrRecords_data()
+{
+    QTest::addColumn<QString>("as");
+    QTest::addColumn<bool>("contacts");
+    QTest::addRow("owner") << maren << true;
+    QTest::addRow("member") << sam << false;
+}
+
+void TestPeopleCalls::hrRecords()
+{
+    QFETCH(QString, as);
+    QFETCH(bool, contacts);
+    const QList<TarnHRRecord> team = tarnWaitFor(TarnPeopleCalls::hrRecords(client.as(as)));
+    QCOMPARE(team.size(), 6);
+    for (const TarnHRRecord &record : team) {
+        QCOMPARE(record.phone.has_value(), contacts);
+        QCOMPARE(record.emergency_contact.has_value(), contacts);
+        QVERIFY(QDate::fromString(record.started_on, Qt::ISODate).isValid());
+    }
+    QVERIFY(std::is_sorted(
+        team.begin(), team.end(), [](const TarnHRRecord &a, const TarnHRRecord &b) { return a.name < b.name; }));
+}
+
+void TestPeopleCalls::hrEdits_data()
+{
+    QTest::addColumn<HREditRow>("row");
+    QTest::addRow("owner changes") << HREditRow { maren, u"Lead designer"_s, u"2023-04-17"_s, false, {} };
+    QTest::addRow("manager may not") << HREditRow { tomas, u"Lead designer"_s, u"2023-04-17"_s, false,
+        u"Only an owner changes HR records."_s };
+    QTest::addRow("no job title") << HREditRow { maren, u"  "_s, u"2023-04-17"_s, false, u"Give the job title."_s };
+    QTest::addRow("not a day") << HREditRow { maren, u"Designer"_s, u"17/04/2023"_s, false,
+        u"Type the start date as YYYY-MM-DD."_s };
+    QTest::addRow("stale") << HREditRow { maren, u"Designer"_s, u"2023-04-17"_s, true,
+        u"Maren Holt changed this record in the meantime; it now shows their change."_s };
+}
+
+void TestPeopleCalls::hrEdits()
+{
+    QFETCH(HREditRow, row);
+    const auto sam = [this] {
+        const QList<TarnHRRecord> team = tarnWaitFor(TarnPeopleCalls::hrRecords(client.as(maren)));
+        return *std::find_if(team.begin(), team.end(), [](const TarnHRRecord &r) { return r.id == "p-sam"_L1; });
+    };
+    const TarnHRRecord before = sam();
+    TarnHRRecordEdit edit { row.jobTitle, before.employment, row.startedOn, before.phone.value_or(QString()), {},
+        before.version };
+    if (row.stale) {
+        TarnHRRecordEdit first = edit;
+        first.job_title = u"Theirs"_s;
+        (void)tarnWaitFor(TarnPeopleCalls::updateHRRecord(client.as(maren), before.id, first));
+    }
+    if (!row.refusal.isEmpty()) {
+        QCOMPARE(failureOf(TarnPeopleCalls::updateHRRecord(client.as(row.as), before.id, edit)), row.refusal);
+        return;
+    }
+    const TarnHRRecord after = tarnWaitFor(TarnPeopleCalls::updateHRRecord(client.as(row.as), before.id, edit));
+    QCOMPARE(after.version, before.version + 1);
+    QCOMPARE(after.job_title, row.jobTitle);
+    QCOMPARE(after.emergency_contact, std::nullopt); // cleared
+    QCOMPARE(sam(), after);
 }
 
 void TestPeopleCalls::demoWeeks()
