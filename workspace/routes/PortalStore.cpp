@@ -467,8 +467,10 @@ WorkspaceReply PortalStore::publishedReports(const QString &key) const
 
 void PortalStore::plantAccount(const QString &client, const QString &status, const QString &welcome)
 {
+    // An empty welcome is bound as text: a null one would break NOT NULL, which
+    // OR IGNORE passes over without a word.
     run(m_store.database(), u"INSERT OR IGNORE INTO portals_accounts (client_id, status, welcome) VALUES (?, ?, ?)"_s,
-        { client, status, welcome });
+        { client, status, welcome.isNull() ? QStringLiteral("") : welcome });
 }
 
 void PortalStore::plantPerson(
