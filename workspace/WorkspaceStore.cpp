@@ -419,6 +419,12 @@ std::optional<WorkspacePerson> WorkspaceStore::person(const QString &id) const
     return std::nullopt;
 }
 
+bool WorkspaceStore::opens(const QString &personId, const QString &app) const
+{
+    const std::optional<WorkspacePerson> found = person(personId);
+    return found && (found->owner || found->apps.contains(app));
+}
+
 std::optional<WorkspacePerson> WorkspaceStore::personByEmail(const QString &email) const
 {
     QSqlQuery q = prepare(u"SELECT %1 FROM people WHERE lower(email) = lower(?)"_s.arg(personColumns));

@@ -49,6 +49,8 @@ public:
 
     [[nodiscard]] QList<WorkspacePerson> people() const;
     [[nodiscard]] std::optional<WorkspacePerson> person(const QString &id) const;
+    // Whether the person may open an app: owners open every one.
+    [[nodiscard]] bool opens(const QString &personId, const QString &app) const;
     [[nodiscard]] std::optional<WorkspacePerson> personByEmail(const QString &email) const;
     void addPerson(const WorkspacePerson &person, int position);
 

@@ -1,5 +1,7 @@
 #include "workspace/routes/BooksSql.h"
 
+#include <algorithm>
+
 #include <QDateTime>
 #include <QSqlError>
 #include <QUuid>
@@ -17,6 +19,12 @@ QSqlQuery run(const QSqlDatabase &db, const QString &sql, const QVariantList &va
     if (!q.exec())
         qWarning("workspace: %s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
     return q;
+}
+
+bool runAll(const QSqlDatabase &db, std::span<const char *const> statements)
+{
+    return std::all_of(statements.begin(), statements.end(),
+        [&db](const char *statement) { return run(db, QString::fromLatin1(statement)).isActive(); });
 }
 
 qint64 single(const QSqlDatabase &db, const QString &sql, const QVariantList &values)

@@ -7,12 +7,16 @@
 #include <QString>
 #include <QVariantList>
 
+#include <span>
+
 // The few SQL helpers the stores share (they began with the books and the
 // payments terminal, hence the name). A failing statement is logged without
 // its bound values.
 namespace BooksSql {
 
 QSqlQuery run(const QSqlDatabase &db, const QString &sql, const QVariantList &values = {});
+// Runs a store's schema statements in order; false at the first that fails.
+[[nodiscard]] bool runAll(const QSqlDatabase &db, std::span<const char *const> statements);
 // The first column of the first row, or 0 when there is none.
 [[nodiscard]] qint64 single(const QSqlDatabase &db, const QString &sql, const QVariantList &values = {});
 // The first column of the first row as text, or a null string.

@@ -77,8 +77,7 @@ bool CompanyStore::isOwner(const QString &me) const
 
 bool CompanyStore::mayOpen(const QString &me, const QString &app) const
 {
-    const std::optional<WorkspacePerson> person = m_store.person(me);
-    return person && (person->owner || person->apps.contains(app));
+    return m_store.opens(me, app);
 }
 
 bool CompanyStore::hasHandbook() const

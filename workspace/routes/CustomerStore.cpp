@@ -92,12 +92,7 @@ CustomerStore::CustomerStore(WorkspaceStore &store)
 
 bool CustomerStore::createSchema()
 {
-    const QSqlDatabase db = m_store.database();
-    for (const char *statement : schema) {
-        if (!run(db, QString::fromLatin1(statement)).isActive())
-            return false;
-    }
-    return true;
+    return BooksSql::runAll(m_store.database(), schema);
 }
 
 bool CustomerStore::hasProfiles() const

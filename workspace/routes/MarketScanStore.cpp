@@ -69,18 +69,12 @@ MarketScanStore::MarketScanStore(WorkspaceStore &store)
 
 bool MarketScanStore::createSchema()
 {
-    const QSqlDatabase db = m_store.database();
-    for (const char *statement : schema) {
-        if (!run(db, QString::fromLatin1(statement)).isActive())
-            return false;
-    }
-    return true;
+    return BooksSql::runAll(m_store.database(), schema);
 }
 
 bool MarketScanStore::mayUse(const QString &me) const
 {
-    const std::optional<WorkspacePerson> person = m_store.person(me);
-    return person && (person->owner || person->apps.contains(scanApp));
+    return m_store.opens(me, scanApp);
 }
 
 bool MarketScanStore::hasScans() const

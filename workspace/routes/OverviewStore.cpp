@@ -51,18 +51,12 @@ OverviewStore::OverviewStore(WorkspaceStore &store)
 
 bool OverviewStore::createSchema()
 {
-    const QSqlDatabase db = m_store.database();
-    for (const char *statement : schema) {
-        if (!run(db, QString::fromLatin1(statement)).isActive())
-            return false;
-    }
-    return true;
+    return BooksSql::runAll(m_store.database(), schema);
 }
 
 bool OverviewStore::mayUse(const QString &me) const
 {
-    const std::optional<WorkspacePerson> person = m_store.person(me);
-    return person && (person->owner || person->apps.contains(overviewApp));
+    return m_store.opens(me, overviewApp);
 }
 
 bool OverviewStore::hasBoards() const

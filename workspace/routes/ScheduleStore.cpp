@@ -75,18 +75,12 @@ ScheduleStore::ScheduleStore(WorkspaceStore &store)
 
 bool ScheduleStore::createSchema()
 {
-    const QSqlDatabase db = m_store.database();
-    for (const char *statement : schema) {
-        if (!run(db, QString::fromLatin1(statement)).isActive())
-            return false;
-    }
-    return true;
+    return BooksSql::runAll(m_store.database(), schema);
 }
 
 bool ScheduleStore::mayUse(const QString &me) const
 {
-    const std::optional<WorkspacePerson> person = m_store.person(me);
-    return person && (person->owner || person->apps.contains(scheduleApp));
+    return m_store.opens(me, scheduleApp);
 }
 
 bool ScheduleStore::hasEventsInWeekOf(const QDate &monday) const

@@ -45,18 +45,12 @@ WebsiteStore::WebsiteStore(WorkspaceStore &store)
 
 bool WebsiteStore::createSchema()
 {
-    const QSqlDatabase db = m_store.database();
-    for (const char *statement : schema) {
-        if (!run(db, QString::fromLatin1(statement)).isActive())
-            return false;
-    }
-    return true;
+    return BooksSql::runAll(m_store.database(), schema);
 }
 
 bool WebsiteStore::mayUse(const QString &me) const
 {
-    const std::optional<WorkspacePerson> person = m_store.person(me);
-    return person && (person->owner || person->apps.contains(websiteApp));
+    return m_store.opens(me, websiteApp);
 }
 
 bool WebsiteStore::hasSites() const

@@ -1,15 +1,8 @@
 #include "inbox/InboxTestClient.h"
 #include "screens/marketscan/NativeMarketScanView.h"
-#include "shell/design/NativeTheme.h"
-#include "support/QuickItems.h"
+#include "support/TestScreenHost.h"
 
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QSettings>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
@@ -33,41 +26,17 @@ private slots:
     void cleanupTestCase();
 
 private:
-    [[nodiscard]] QList<QQuickItem *> shown(const QString &name) const
-    {
-        QList<QQuickItem *> items = tarnNamedItems(window.contentItem(), name);
-        items.removeIf([](QQuickItem *item) { return !item->isVisible(); });
-        return items;
-    }
-
     InboxTestClient client;
-    QTemporaryDir folder;
-    std::unique_ptr<QSettings> settings;
     std::unique_ptr<NativeMarketScanView> view;
-    std::unique_ptr<NativeTheme> theme;
-    QQmlEngine engine;
-    QQuickWindow window;
-    std::unique_ptr<QObject> screen;
+    TestScreenHost host;
 };
 
 void TestMarketScanScreen::initTestCase()
 {
     QCOMPARE(client.start(), QString());
-    settings = std::make_unique<QSettings>(folder.filePath(u"prefs.ini"_s), QSettings::IniFormat);
     view = std::make_unique<NativeMarketScanView>(client.as(u"maren@halvard.example"_s));
-    theme = std::make_unique<NativeTheme>(*settings);
-    theme->attach(engine);
-    window.resize(1100, 800);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-
-    QQmlComponent component(&engine);
-    component.setData("import PiloTarn.MarketScan\nMarketScanScreen { width: 1100; height: 800 }", QUrl());
     QSignalSpy refreshed(view.get(), &NativeMarketScanView::refreshed);
-    screen.reset(component.createWithInitialProperties({ { u"view"_s, QVariant::fromValue(view.get()) } }));
-    auto *item = qobject_cast<QQuickItem *>(screen.get());
-    QVERIFY2(item, qPrintable(component.errorString()));
-    item->setParentItem(window.contentItem());
+    QCOMPARE(host.show("import PiloTarn.MarketScan\nMarketScanScreen {}", u"view"_s, view.get()), QString());
     QVERIFY(refreshed.wait(10'000));
     QCOMPARE(view->errorText(), QString());
     QCOMPARE(view->openScanId(), view->scans()->rows().constFirst().id);
@@ -75,38 +44,38 @@ void TestMarketScanScreen::initTestCase()
 
 void TestMarketScanScreen::cleanupTestCase()
 {
-    screen.reset();
+    host.close();
 }
 
 void TestMarketScanScreen::narrowedByOpportunity()
 {
-    QTRY_VERIFY(!shown(u"businessRow"_s).isEmpty());
-    const QList<QQuickItem *> high = shown(u"opportunity_high"_s);
+    QTRY_VERIFY(!host.shown(u"businessRow"_s).isEmpty());
+    const QList<QQuickItem *> high = host.shown(u"opportunity_high"_s);
     QCOMPARE(high.size(), 1);
-    QTest::mouseClick(&window, Qt::LeftButton, {}, high.constFirst()->mapToScene({ 10, 10 }).toPoint());
+    host.click(high.constFirst(), { 10, 10 });
     QCOMPARE(view->opportunity(), u"high"_s);
     QVERIFY(view->businesses()->rowCount() > 0);
     for (const TarnMarketBusiness &b : view->businesses()->rows())
         QCOMPARE(b.opportunity, u"high"_s);
-    QTRY_COMPARE(shown(u"businessRow"_s).size(), view->businesses()->rowCount());
+    QTRY_COMPARE(host.shown(u"businessRow"_s).size(), view->businesses()->rowCount());
     view->setOpportunity({});
 }
 
 void TestMarketScanScreen::scanTypedAndRun()
 {
-    QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
+    QTest::keyClick(&host.window, Qt::Key_N, Qt::ControlModifier);
     for (const char key : "florists"_L1)
-        QTest::keyClick(&window, key);
+        QTest::keyClick(&host.window, key);
     QCOMPARE(view->trade(), u"florists"_s);
     QVERIFY(!view->canScan());
     view->setArea(u"Bend, OR"_s);
     QSignalSpy done(view.get(), &NativeMarketScanView::refreshed);
-    QTest::keyClick(&window, Qt::Key_Return);
+    QTest::keyClick(&host.window, Qt::Key_Return);
     QVERIFY(view->scanning());
     QVERIFY(done.wait());
     QCOMPARE(view->openScanTitle(), u"Florists in Bend, OR"_s);
     QCOMPARE(view->scans()->rows().constFirst().id, view->openScanId());
-    QTRY_VERIFY(!shown(u"businessRow"_s).isEmpty());
+    QTRY_VERIFY(!host.shown(u"businessRow"_s).isEmpty());
 }
 
 QTEST_MAIN(TestMarketScanScreen)

@@ -2,17 +2,10 @@
 #include "inbox/InboxTestClient.h"
 #include "screens/overview/NativeOverviewView.h"
 #include "screens/overview/TarnOverviewCalls.h"
-#include "shell/design/NativeTheme.h"
 #include "support/FailureOf.h"
-#include "support/QuickItems.h"
+#include "support/TestScreenHost.h"
 
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QSettings>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
@@ -44,50 +37,26 @@ private slots:
     void cleanupTestCase();
 
 private:
-    [[nodiscard]] QList<QQuickItem *> shown(const QString &name) const
-    {
-        QList<QQuickItem *> items = tarnNamedItems(window.contentItem(), name);
-        items.removeIf([](QQuickItem *item) { return !item->isVisible(); });
-        return items;
-    }
-
     InboxTestClient client;
-    QTemporaryDir folder;
-    std::unique_ptr<QSettings> settings;
     std::unique_ptr<NativeOverviewView> view;
-    std::unique_ptr<NativeTheme> theme;
-    QQmlEngine engine;
-    QQuickWindow window;
-    std::unique_ptr<QObject> screen;
+    TestScreenHost host;
 };
 
 void TestOverviewScreen::initTestCase()
 {
     QCOMPARE(client.start(), QString());
-    settings = std::make_unique<QSettings>(folder.filePath(u"prefs.ini"_s), QSettings::IniFormat);
     view = std::make_unique<NativeOverviewView>(client.as(maren));
-    theme = std::make_unique<NativeTheme>(*settings);
-    theme->attach(engine);
-    window.resize(1100, 800);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-
-    QQmlComponent component(&engine);
-    component.setData("import PiloTarn.Overview\nOverviewScreen { width: 1100; height: 800 }", QUrl());
     QSignalSpy refreshed(view.get(), &NativeOverviewView::refreshed);
-    screen.reset(component.createWithInitialProperties({ { u"view"_s, QVariant::fromValue(view.get()) } }));
-    auto *item = qobject_cast<QQuickItem *>(screen.get());
-    QVERIFY2(item, qPrintable(component.errorString()));
-    item->setParentItem(window.contentItem());
+    QCOMPARE(host.show("import PiloTarn.Overview\nOverviewScreen {}", u"view"_s, view.get()), QString());
     QVERIFY(refreshed.wait(10'000));
     QCOMPARE(view->errorText(), QString());
-    QTRY_COMPARE(shown(u"teamNowRow"_s).size(), view->teamSize());
+    QTRY_COMPARE(host.shown(u"teamNowRow"_s).size(), view->teamSize());
     QVERIFY(view->teamSize() >= 5);
 }
 
 void TestOverviewScreen::cleanupTestCase()
 {
-    screen.reset();
+    host.close();
 }
 
 void TestOverviewScreen::gated()
@@ -99,8 +68,8 @@ void TestOverviewScreen::gated()
 
 void TestOverviewScreen::concurrentMoveShowsTheOtherPersons()
 {
-    screen->setProperty("section", u"Product boards"_s);
-    QTRY_VERIFY(!shown(u"boardCard"_s).isEmpty());
+    host.screen()->setProperty("section", u"Product boards"_s);
+    QTRY_VERIFY(!host.shown(u"boardCard"_s).isEmpty());
     const QStringList stages = view->stages();
     QVERIFY(stages.size() >= 3);
     const auto *first = qobject_cast<NativeBoardItemModel *>(view->stageModel(stages.at(1)));
@@ -124,8 +93,8 @@ void TestOverviewScreen::concurrentMoveShowsTheOtherPersons()
 
 void TestOverviewScreen::orderMovesOnToDelivery()
 {
-    screen->setProperty("section", u"Fulfilment"_s);
-    QTRY_VERIFY(!shown(u"orderRow"_s).isEmpty());
+    host.screen()->setProperty("section", u"Fulfilment"_s);
+    QTRY_VERIFY(!host.shown(u"orderRow"_s).isEmpty());
     const auto packing = std::find_if(view->orders()->rows().begin(), view->orders()->rows().end(),
         [](const TarnOrder &o) { return o.status == "packing"_L1; });
     QVERIFY(packing != view->orders()->rows().end());
