@@ -124,7 +124,8 @@ void TestBankFeed::connectingBringsThePredictedRows()
     QCOMPARE(savings.mask, u"7310"_s);
     QCOMPARE(savings.balance, std::nullopt);
     const qint64 connected = QDateTime::fromString(savings.connected_at, Qt::ISODateWithMs).toMSecsSinceEpoch();
-    const int due = BankFeedStream::dueCount(connected, BankFeedStream::historyRows, QDateTime::currentMSecsSinceEpoch());
+    const int due
+        = BankFeedStream::dueCount(connected, BankFeedStream::historyRows, QDateTime::currentMSecsSinceEpoch());
     QCOMPARE(savings.uncategorized, due);
 
     QList<BankFeedStream::Row> expected;
@@ -154,10 +155,10 @@ void TestBankFeed::refusals_data()
     const QString day = u"Give the day of the balance, today or earlier."_s;
     QTest::addRow("baseline without a day") << BodyRow { Call::Baseline, { {}, 100 }, day };
     QTest::addRow("baseline on no such day") << BodyRow { Call::Baseline, { u"2024-02-30"_s, 100 }, day };
-    QTest::addRow("baseline tomorrow")
-        << BodyRow { Call::Baseline, { QDate::currentDate().addDays(1).toString(Qt::ISODate), 100 }, day };
-    QTest::addRow("baseline over the bank limit") << BodyRow { Call::Baseline,
-        { today(), 100'000'000'001 }, u"Give the balance in cents, within the bank limit."_s };
+    QTest::addRow("baseline tomorrow") << BodyRow { Call::Baseline,
+        { QDate::currentDate().addDays(1).toString(Qt::ISODate), 100 }, day };
+    QTest::addRow("baseline over the bank limit") << BodyRow { Call::Baseline, { today(), 100'000'000'001 },
+        u"Give the balance in cents, within the bank limit."_s };
     QTest::addRow("reconcile before the baseline")
         << BodyRow { Call::Reconcile, { u"2000-01-01"_s, 0 }, u"Reconcile on the baseline's day or later."_s };
     QTest::addRow("reconcile tomorrow") << BodyRow { Call::Reconcile,
@@ -169,8 +170,8 @@ void TestBankFeed::refusals()
     QFETCH(BodyRow, row);
     const QString checking = account(u"Operating checking"_s).id;
     QCOMPARE(callError(row.call, checking, row.baseline), row.refusal);
-    QCOMPARE(callError(row.call, u"feed-missing"_s, { today(), 1 }),
-        u"That account is not connected to the bank feed."_s);
+    QCOMPARE(
+        callError(row.call, u"feed-missing"_s, { today(), 1 }), u"That account is not connected to the bank feed."_s);
 }
 
 void TestBankFeed::reconcileAgainstANewBaseline()

@@ -239,14 +239,12 @@ void BankFeedStore::plantDemo(qint64 nowMs)
 {
     const QSqlDatabase db = m_store.database();
     const QString owner = WorkspaceSeed::ownerId();
-    const QString oldest = text(db,
-        u"SELECT MIN(row_date) FROM books_bank_rows WHERE bank_account_id = 'acct-1000' AND source = 'mercury'"_s);
+    const QString oldest = text(
+        db, u"SELECT MIN(row_date) FROM books_bank_rows WHERE bank_account_id = 'acct-1000' AND source = 'mercury'"_s);
     if (!m_store.person(owner) || oldest.isNull())
         return;
-    const QString id
-        = insertAccount(0, owner, nowMs, 0, BankFeedStream::dueCount(nowMs, 0, nowMs));
+    const QString id = insertAccount(0, owner, nowMs, 0, BankFeedStream::dueCount(nowMs, 0, nowMs));
     const QString day = QDate::fromString(oldest, Qt::ISODate).addDays(-1).toString(Qt::ISODate);
-    run(db,
-        u"INSERT INTO bankfeed_baselines (account_id, day, balance, set_by, set_at) VALUES (?, ?, ?, ?, ?)"_s,
+    run(db, u"INSERT INTO bankfeed_baselines (account_id, day, balance, set_by, set_at) VALUES (?, ?, ?, ?, ?)"_s,
         { id, day, booksBalance(u"acct-1000"_s, day), owner, nowMs });
 }

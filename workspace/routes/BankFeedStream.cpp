@@ -61,8 +61,7 @@ Row row(qint64 connectedMs, int history, int n)
         amount = amount / 100 * 100;
     const qint64 due = connectedMs + qint64(n - history) * intervalMs;
     return { due, QDateTime::fromMSecsSinceEpoch(due).date().toString(Qt::ISODate),
-        QString::fromUtf16(kind.description), amount ? amount : -100,
-        u"feed-%1-%2"_s.arg(connectedMs).arg(n) };
+        QString::fromUtf16(kind.description), amount ? amount : -100, u"feed-%1-%2"_s.arg(connectedMs).arg(n) };
 }
 
 int dueCount(qint64 connectedMs, int history, qint64 nowMs)
