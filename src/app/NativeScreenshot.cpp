@@ -52,6 +52,7 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "envelopes"_L1, TarnScreen::documents, "Envelopes"_L1 },
         { "support-time"_L1, TarnScreen::support, "Time"_L1 },
         { "company"_L1, TarnScreen::company, "Team & access"_L1 },
+        { "connections"_L1, TarnScreen::company, "Connections"_L1 },
         { "assistant"_L1, TarnScreen::agent, "New chat"_L1 },
         { "calendar"_L1, TarnScreen::schedule, "Calendar"_L1 },
         { "agent-history"_L1, TarnScreen::agent, "History"_L1 },

@@ -173,16 +173,16 @@ void NativeConnectionsView::finishGoogle(const QString &error)
 void NativeConnectionsView::connectBank()
 {
     if (!m_busy && m_summary.available > 0)
-        connectTask();
+        summaryAction(TarnBankFeedCalls::connectMercury(m_api));
 }
 
-QCoro::Task<> NativeConnectionsView::connectTask()
+QCoro::Task<> NativeConnectionsView::summaryAction(QCoro::Task<TarnMercurySummary> call)
 {
     const QPointer<NativeConnectionsView> self(this);
     setBusy(true);
     QString refusal;
     try {
-        const TarnMercurySummary summary = co_await TarnBankFeedCalls::connectMercury(m_api);
+        const TarnMercurySummary summary = co_await std::move(call);
         if (!self)
             co_return;
         show(summary);
@@ -204,57 +204,28 @@ void NativeConnectionsView::setBaseline(const QString &accountId, const QString 
         setError(refusal);
         return;
     }
-    baselineTask(accountId, *typed);
-}
-
-QCoro::Task<> NativeConnectionsView::baselineTask(QString accountId, TarnExternalBaseline baseline)
-{
-    const QPointer<NativeConnectionsView> self(this);
-    setBusy(true);
-    QString refusal;
-    try {
-        const TarnMercurySummary summary = co_await TarnBankFeedCalls::setExternalBaseline(m_api, accountId, baseline);
-        if (!self)
-            co_return;
-        show(summary);
-    } catch (const TarnAPIError &error) {
-        if (!self)
-            co_return;
-        refusal = refusalOf(error);
-    }
-    finish(refusal);
+    summaryAction(TarnBankFeedCalls::setExternalBaseline(m_api, accountId, *typed));
 }
 
 void NativeConnectionsView::reconcile(const QString &accountId, const QString &date)
 {
     if (!m_busy)
-        reconcileTask(accountId, TarnExternalReconcile { date.trimmed() });
+        summaryAction(reconciled(accountId, TarnExternalReconcile { date.trimmed() }));
 }
 
-QCoro::Task<> NativeConnectionsView::reconcileTask(QString accountId, TarnExternalReconcile day)
+QCoro::Task<TarnMercurySummary> NativeConnectionsView::reconciled(QString accountId, TarnExternalReconcile day)
 {
     const QPointer<NativeConnectionsView> self(this);
-    setBusy(true);
-    QString refusal;
-    try {
-        const TarnExternalReconciliation result
-            = co_await TarnBankFeedCalls::reconcileExternalBalance(m_api, accountId, day);
-        if (!self)
-            co_return;
-        m_reconciliation = describe(result);
-        m_reconciledAccount = accountId;
-        Q_EMIT changed();
-        // The account shows its last reconciliation.
-        const TarnMercurySummary summary = co_await TarnBankFeedCalls::mercurySummary(m_api);
-        if (!self)
-            co_return;
-        show(summary);
-    } catch (const TarnAPIError &error) {
-        if (!self)
-            co_return;
-        refusal = refusalOf(error);
-    }
-    finish(refusal);
+    const TarnExternalReconciliation result
+        = co_await TarnBankFeedCalls::reconcileExternalBalance(m_api, accountId, day);
+    if (!self)
+        co_return TarnMercurySummary();
+    m_reconciliation = describe(result);
+    m_reconciledAccount = accountId;
+    Q_EMIT changed();
+    // The account shows its last reconciliation.
+    const TarnMercurySummary summary = co_await TarnBankFeedCalls::mercurySummary(m_api);
+    co_return TarnMercurySummary(summary);
 }
 
 void NativeConnectionsView::finish(const QString &refusal)

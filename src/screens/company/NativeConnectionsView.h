@@ -34,6 +34,8 @@ class NativeConnectionsView : public QObject {
     Q_PROPERTY(NativeFeedRowModel *rows READ rows CONSTANT)
     Q_PROPERTY(bool googleConnected READ googleConnected NOTIFY changed)
     Q_PROPERTY(QString googleEmail READ googleEmail NOTIFY changed)
+    Q_PROPERTY(int accountCount READ accountCount NOTIFY changed)
+    Q_PROPERTY(int feedRowCount READ feedRowCount NOTIFY changed)
     Q_PROPERTY(int uncategorized READ uncategorized NOTIFY changed)
     Q_PROPERTY(int available READ available NOTIFY changed)
     Q_PROPERTY(QString reconciliation READ reconciliation NOTIFY changed)
@@ -51,6 +53,8 @@ public:
     [[nodiscard]] NativeFeedRowModel *rows() const { return m_rows; }
     [[nodiscard]] bool googleConnected() const { return m_googleConnected; }
     [[nodiscard]] QString googleEmail() const { return m_googleEmail; }
+    [[nodiscard]] int accountCount() const { return int(m_summary.accounts.size()); }
+    [[nodiscard]] int feedRowCount() const { return int(m_summary.rows.size()); }
     [[nodiscard]] int uncategorized() const { return int(m_summary.uncategorized); }
     [[nodiscard]] int available() const { return int(m_summary.available); }
     [[nodiscard]] QString reconciliation() const { return m_reconciliation; }
@@ -95,9 +99,10 @@ private:
     QCoro::Task<> load(int generation);
     void show(const TarnMercurySummary &summary);
     QCoro::Task<> googleTask();
-    QCoro::Task<> connectTask();
-    QCoro::Task<> baselineTask(QString accountId, TarnExternalBaseline baseline);
-    QCoro::Task<> reconcileTask(QString accountId, TarnExternalReconcile day);
+    // An action the service answers with the feed as it then stands.
+    QCoro::Task<> summaryAction(QCoro::Task<TarnMercurySummary> call);
+    // Reconciles, then reads the feed again for the account's new state.
+    QCoro::Task<TarnMercurySummary> reconciled(QString accountId, TarnExternalReconcile day);
     // Ends an action: the refusal shown (or cleared), `busy` off.
     void finish(const QString &refusal);
     [[nodiscard]] QString refusalOf(const TarnAPIError &error);

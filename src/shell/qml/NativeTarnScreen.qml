@@ -84,7 +84,7 @@ Pane {
                                                ? navigation.destination.resolvedSection : ""
     readonly property bool showsDocuments: documentsSection.length > 0
     readonly property bool showsCompany: navigation.destination.screenName === "company"
-                                         && ["My account", "Team & access", "SOPs", "Thought board"]
+                                         && ["My account", "Team & access", "Connections", "SOPs", "Thought board"]
                                             .indexOf(navigation.destination.resolvedSection) >= 0
     readonly property bool showsOwner: navigation.destination.screenName === "owner"
 

@@ -119,8 +119,10 @@ void TestConnectionsView::describe_data()
     QTest::addRow("one row behind") << DescribeRow { { {}, {}, day, 150'000, 151'840, -1'840, 1, false },
         u"On 2026-03-10 the bank shows $1,500.00 and the books $1,518.40, $18.40 apart: 1 row to categorize in "
         u"the books."_s };
-    QTest::addRow("rows behind") << DescribeRow { { {}, {}, day, 2'500, 0, 2'500, 3, false },
-        u"On 2026-03-10 the bank shows $25.00 and the books $0.00, $25.00 apart: 3 rows to categorize in the books."_s };
+    QTest::addRow("rows behind") << DescribeRow {
+        { {}, {}, day, 2'500, 0, 2'500, 3, false },
+        u"On 2026-03-10 the bank shows $25.00 and the books $0.00, $25.00 apart: 3 rows to categorize in the books."_s
+    };
     QTest::addRow("apart with nothing to categorize") << DescribeRow { { {}, {}, day, 100, 0, 100, 0, false },
         u"On 2026-03-10 the bank shows $1.00 and the books $0.00, $1.00 apart."_s };
 }
