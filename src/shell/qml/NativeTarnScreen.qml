@@ -83,9 +83,12 @@ Pane {
     readonly property string documentsSection: navigation.destination.screenName === "documents" && !showsBooks
                                                ? navigation.destination.resolvedSection : ""
     readonly property bool showsDocuments: documentsSection.length > 0
-    readonly property bool showsCompany: navigation.destination.screenName === "company"
-                                         && ["My account", "Team & access", "Connections", "SOPs", "Thought board"]
-                                            .indexOf(navigation.destination.resolvedSection) >= 0
+    readonly property bool showsCompany: {
+        const section = navigation.destination.resolvedSection
+        return navigation.destination.screenName === "company"
+               && (section === "My account" || section === "Team & access" || section === "SOPs"
+                   || section === "Thought board" || section === "Connections")
+    }
     readonly property bool showsOwner: navigation.destination.screenName === "owner"
 
     padding: 0

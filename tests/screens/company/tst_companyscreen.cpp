@@ -137,8 +137,11 @@ void TestCompanyScreen::connectionsByPointer()
     QSignalSpy read(connections, &NativeConnectionsView::refreshed);
     show(u"Connections"_s);
     QVERIFY(!read.isEmpty() || read.wait());
+    // The accounts' rows are placed as the frame after their arrival is drawn.
+    QSignalSpy drawn(&window, &QQuickWindow::frameSwapped);
+    QVERIFY(drawn.wait());
     const QString checking = connections->accounts()->rows().constFirst().id;
-    QTRY_VERIFY(only(u"reconcile_"_s + checking));
+    QVERIFY(only(u"reconcile_"_s + checking));
     // Maren's mailbox is connected: Google offers nothing to connect.
     QCOMPARE(only(u"googleRow"_s)->property("text").toString(), u"Connected as maren@halvard.example"_s);
     QVERIFY(tarnNamedItems(window.contentItem(), u"googleConnect"_s).isEmpty());

@@ -69,11 +69,15 @@ ScrollView {
         }
         Repeater {
             model: page.connections.accounts
-
-            FeedAccountRow {
-                connections: page.connections
-                width: page.availableWidth
+            onItemAdded: (index, item) => {
+                item.width = Qt.binding(() => page.availableWidth)
+                item.busy = Qt.binding(() => page.connections.busy)
+                item.today = page.connections.today
+                item.baselineTyped.connect((day, amount) => page.connections.setBaseline(item.accountId, day, amount))
+                item.reconcileAsked.connect(() => page.connections.reconcile(item.accountId, page.connections.today))
             }
+
+            FeedAccountRow {}
         }
         Label {
             objectName: "reconciliation"
@@ -105,7 +109,7 @@ ScrollView {
                 text: description
                 subtitle: categorized ? qsTr("%1 · in the books").arg(date) : qsTr("%1 · to categorize").arg(date)
                 detail: amount
-                width: page.availableWidth
+                width: parent ? parent.width : 0
             }
         }
     }

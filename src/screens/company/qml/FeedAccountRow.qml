@@ -1,15 +1,16 @@
 import QtQuick
 import QtQuick.Controls
-import PiloTarn.Company
 import PiloTarn.Design
 
 // One bank account on the feed: the bank's balance and the books', the rows
 // still to categorize, and the bank's balance on a day (the baseline) set
-// and reconciled against the books.
+// and reconciled against the books. The page hands the typed baseline and
+// the reconciliation on to the state.
 Column {
     id: account
 
-    required property NativeConnectionsView connections
+    property bool busy
+    property string today
     required property string accountId
     required property string name
     required property string mask
@@ -20,6 +21,9 @@ Column {
     required property string baselineBalance
     required property string reconciledOn
     required property string reconciledDifference
+
+    signal baselineTyped(string day, string amount)
+    signal reconcileAsked()
 
     spacing: Theme.spacing.xs
 
@@ -34,12 +38,14 @@ Column {
         width: parent.width
     }
     Label {
+        readonly property string baselinePart: account.baselineDate.length > 0
+            ? qsTr("Baseline %1 on %2").arg(account.baselineBalance).arg(account.baselineDate) : ""
+        readonly property string reconciledPart: account.reconciledOn.length > 0
+            ? qsTr("Reconciled %1, %2 apart").arg(account.reconciledOn).arg(account.reconciledDifference) : ""
+
         visible: text.length > 0
-        text: [account.baselineDate.length > 0
-               ? qsTr("Baseline %1 on %2").arg(account.baselineBalance).arg(account.baselineDate) : "",
-               account.reconciledOn.length > 0
-               ? qsTr("Reconciled %1, %2 apart").arg(account.reconciledOn).arg(account.reconciledDifference) : ""]
-              .filter(part => part.length > 0).join(" · ")
+        text: baselinePart.length > 0 && reconciledPart.length > 0 ? baselinePart + " · " + reconciledPart
+                                                                    : baselinePart + reconciledPart
         color: Theme.colours.secondaryText
         font.pixelSize: Theme.type.footnote
         x: Theme.spacing.xl
@@ -52,7 +58,7 @@ Column {
             id: day
             objectName: "baselineDay_" + account.accountId
             placeholderText: qsTr("YYYY-MM-DD")
-            text: account.baselineDate.length > 0 ? account.baselineDate : account.connections.today
+            text: account.baselineDate.length > 0 ? account.baselineDate : account.today
             width: 140
         }
         FormField {
@@ -60,20 +66,20 @@ Column {
             objectName: "baselineAmount_" + account.accountId
             placeholderText: qsTr("Bank balance in USD")
             width: 180
-            onAccepted: account.connections.setBaseline(account.accountId, day.text, amount.text)
+            onAccepted: account.baselineTyped(day.text, amount.text)
         }
         ActionButton {
             objectName: "baselineSet_" + account.accountId
             text: qsTr("Set baseline")
-            enabled: !account.connections.busy && amount.text.trim().length > 0
-            onClicked: account.connections.setBaseline(account.accountId, day.text, amount.text)
+            enabled: !account.busy && amount.text.trim().length > 0
+            onClicked: account.baselineTyped(day.text, amount.text)
         }
         ActionButton {
             objectName: "reconcile_" + account.accountId
             text: qsTr("Reconcile today")
             symbol: "checkmark"
-            enabled: !account.connections.busy && account.baselineDate.length > 0
-            onClicked: account.connections.reconcile(account.accountId, account.connections.today)
+            enabled: !account.busy && account.baselineDate.length > 0
+            onClicked: account.reconcileAsked()
         }
     }
 }

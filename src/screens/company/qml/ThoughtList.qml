@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Controls
-import QtQuick.Layouts
 import PiloTarn.Company
 import PiloTarn.Design
 
