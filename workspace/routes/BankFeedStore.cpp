@@ -56,7 +56,9 @@ bool BankFeedStore::hasAccounts() const
 
 void BankFeedStore::deliver(qint64 nowMs)
 {
-    const QSqlDatabase db = m_store.database();
+    QSqlDatabase db = m_store.database();
+    // One transaction: an account's rows and its count of them go in together.
+    db.transaction();
     QSqlQuery q = run(db, u"SELECT id, bank_account_id, connected_at, history, delivered FROM bankfeed_accounts"_s);
     BooksLedger ledger(db);
     while (q.next()) {
@@ -72,6 +74,7 @@ void BankFeedStore::deliver(qint64 nowMs)
         }
         run(db, u"UPDATE bankfeed_accounts SET delivered = ? WHERE id = ?"_s, { due, q.value(0) });
     }
+    db.commit();
 }
 
 QString BankFeedStore::insertAccount(int bankIndex, const QString &me, qint64 nowMs, int history, int delivered)
@@ -98,9 +101,7 @@ WorkspaceReply BankFeedStore::connect(const QString &me, qint64 nowMs)
     for (int index = 0; index < count; ++index) {
         if (single(db, u"SELECT COUNT(*) FROM bankfeed_accounts WHERE bank_index = ?"_s, { index }) > 0)
             continue;
-        const QString id = insertAccount(index, me, nowMs, BankFeedStream::historyRows, 0);
-        if (id.isEmpty())
-            break;
+        (void)insertAccount(index, me, nowMs, BankFeedStream::historyRows, 0);
         return summary(nowMs);
     }
     return WorkspaceReply::error(409, u"Every account at the bank is already connected."_s);

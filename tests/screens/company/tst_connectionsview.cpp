@@ -45,6 +45,7 @@ private slots:
     void ownerSeesTheFeed();
     void othersReadNothing();
     void connectBaselineAndReconcile();
+    void googleStartsInTheBrowser();
 
 private:
     [[nodiscard]] std::unique_ptr<NativeConnectionsView> opened(const QString &who);
@@ -192,6 +193,21 @@ void TestConnectionsView::connectBaselineAndReconcile()
     // A reconciliation before the baseline is the service's to refuse.
     QVERIFY(act(*view, [&] { view->reconcile(savings.id, u"2001-01-01"_s); }));
     QCOMPARE(view->errorText(), u"Reconcile on the baseline's day or later."_s);
+}
+
+void TestConnectionsView::googleStartsInTheBrowser()
+{
+    // Jonah's mailbox is not connected: the browser is to open the service's
+    // own Google page for the mailbox.
+    const std::unique_ptr<NativeConnectionsView> view = opened(u"jonah@halvard.example"_s);
+    QVERIFY(view);
+    QSignalSpy started(view.get(), &NativeConnectionsView::googleConnectStarted);
+    view->connectGoogle();
+    QVERIFY(started.wait());
+    const QUrl start = started.constFirst().constFirst().toUrl();
+    QCOMPARE(start.host(), client.workspace->url().host());
+    QCOMPARE(start.path(), u"/api/native/google/start"_s);
+    QVERIFY(start.query().contains(u"service=gmail"_s));
 }
 
 QTEST_GUILESS_MAIN(TestConnectionsView)
