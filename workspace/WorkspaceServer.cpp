@@ -7,6 +7,7 @@
 #include "workspace/WorkspaceSeed.h"
 #include "workspace/WorkspaceTokens.h"
 #include "workspace/routes/AgentRoutes.h"
+#include "workspace/routes/BankFeedRoutes.h"
 #include "workspace/routes/BooksRoutes.h"
 #include "workspace/routes/CallRoutes.h"
 #include "workspace/routes/ChatRoutes.h"
@@ -152,6 +153,7 @@ bool WorkspaceServer::start(QString *error)
     PaymentsRoutes::add(*this);
     // After the terminal: the books link to its invoices and payments.
     BooksRoutes::add(*this);
+    BankFeedRoutes::add(*this);
     InboxRoutes::add(*this);
     // After the inbox: the register extends the customers it planted.
     if (!CustomerRoutes::add(*this, error))

@@ -151,6 +151,22 @@ const char *const schema[] = {
     " ring_ms INTEGER NOT NULL DEFAULT 0, duration INTEGER NOT NULL, outcome TEXT NOT NULL,"
     " notes TEXT NOT NULL DEFAULT '', mode TEXT, recorded INTEGER NOT NULL DEFAULT 0,"
     " version INTEGER NOT NULL DEFAULT 1, edited_by TEXT REFERENCES people(id))",
+    // The books' bank feed: each account connected (`bank_index` its place at
+    // the simulated bank, `delivered` how many of its rows are in
+    // books_bank_rows), the balance the bank showed on a day, and each
+    // reconciliation of that balance against the books, with who made it.
+    "CREATE TABLE IF NOT EXISTS bankfeed_accounts ("
+    " id TEXT PRIMARY KEY, bank_index INTEGER NOT NULL UNIQUE,"
+    " bank_account_id TEXT NOT NULL UNIQUE REFERENCES books_accounts(id), name TEXT NOT NULL, mask TEXT NOT NULL,"
+    " connected_at INTEGER NOT NULL, connected_by TEXT NOT NULL REFERENCES people(id), history INTEGER NOT NULL,"
+    " delivered INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS bankfeed_baselines ("
+    " account_id TEXT PRIMARY KEY REFERENCES bankfeed_accounts(id), day TEXT NOT NULL, balance INTEGER NOT NULL,"
+    " set_by TEXT NOT NULL REFERENCES people(id), set_at INTEGER NOT NULL)",
+    "CREATE TABLE IF NOT EXISTS bankfeed_reconciliations ("
+    " id TEXT PRIMARY KEY, account_id TEXT NOT NULL REFERENCES bankfeed_accounts(id), day TEXT NOT NULL,"
+    " external_balance INTEGER NOT NULL, books_balance INTEGER NOT NULL, difference INTEGER NOT NULL,"
+    " created_by TEXT NOT NULL REFERENCES people(id), created_at INTEGER NOT NULL)",
     // The company's handbook and thought board. `company_post_reads` holds
     // who has read which post; a decision is the owner's, with the post's
     // `version` guarding it against another owner's at the same time.

@@ -36,10 +36,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Connecting the mailbox goes through the browser as sign-in does.
-QCoro::Task<> connectMailbox(NativeAuth &auth, NativeMailView &mail, QUrl start)
+// Connecting the mailbox's Google account (from the mail screen or the
+// company's connections) goes through the browser as sign-in does; `finish`
+// hears how it ended while `owner` lives.
+QCoro::Task<> connectMailbox(
+    NativeAuth &auth, QPointer<QObject> owner, QUrl start, std::function<void(const QString &)> finish)
 {
-    const QPointer<NativeMailView> guard(&mail);
     QString error;
     try {
         QString service = u"gmail"_s;
@@ -48,8 +50,8 @@ QCoro::Task<> connectMailbox(NativeAuth &auth, NativeMailView &mail, QUrl start)
     } catch (const NativeAuthError &failure) {
         error = failure.text();
     }
-    if (guard)
-        guard->finishConnecting(error);
+    if (owner)
+        finish(error);
 }
 
 // The desktop's microphone and speaker; PILO_TARN_HUDDLE_TEST_SOURCES=1 gives
@@ -209,8 +211,15 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     });
     // Mail images come only from the open thread: the proxy or its attachments.
     m_engine.addImageProvider(u"mail"_s, new NativeMailImageProvider(m_mail.images()));
-    QObject::connect(&m_mail, &NativeMailView::connectStarted, &m_mail,
-        [this](const QUrl &start) { connectMailbox(m_auth, m_mail, start); });
+    QObject::connect(&m_mail, &NativeMailView::connectStarted, &m_mail, [this](const QUrl &start) {
+        connectMailbox(m_auth, &m_mail, start, [this](const QString &error) { m_mail.finishConnecting(error); });
+    });
+    NativeConnectionsView *connections = m_company.connections();
+    QObject::connect(
+        connections, &NativeConnectionsView::googleConnectStarted, connections, [this, connections](const QUrl &start) {
+            connectMailbox(
+                m_auth, connections, start, [connections](const QString &error) { connections->finishGoogle(error); });
+        });
     m_engine.load(QUrl(u"qrc:/PiloTarn/qml/Main.qml"_s));
     if (!m_engine.rootObjects().isEmpty())
         m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().constFirst());

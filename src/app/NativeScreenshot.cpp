@@ -57,6 +57,7 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "fulfilment"_L1, TarnScreen::overview, "Fulfilment"_L1 },
         { "timeclock"_L1, TarnScreen::people, "Time clock"_L1 },
         { "payroll"_L1, TarnScreen::people, "Payroll"_L1 },
+        { "connections"_L1, TarnScreen::company, "Connections"_L1 },
         { "assistant"_L1, TarnScreen::agent, "New chat"_L1 },
         { "calendar"_L1, TarnScreen::schedule, "Calendar"_L1 },
         { "agent-history"_L1, TarnScreen::agent, "History"_L1 },

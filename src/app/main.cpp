@@ -262,6 +262,15 @@ int main(int argc, char **argv)
                 });
             QObject::connect(
                 &documents, &NativeDocumentsView::envelopeChanged, capture.get(), [&capture] { capture->recheck(); });
+        } else if (shown && shown->screen == TarnScreen::company && shown->section == "Connections"_L1) {
+            // The section draws once the screen and its connections are in.
+            NativeCompanyView &company = app.company();
+            capture->setReady([&company] {
+                return company.loaded() && company.connections()->loaded() && !company.connections()->loading();
+            });
+            const auto recheck = [&capture] { capture->recheck(); };
+            QObject::connect(&company, &NativeCompanyView::busyChanged, capture.get(), recheck);
+            QObject::connect(company.connections(), &NativeConnectionsView::busyChanged, capture.get(), recheck);
         } else if (shown && shown->screen == TarnScreen::company)
             waitForFirstLoad(*capture, app.company(), &NativeCompanyView::busyChanged);
         else if (shown && shown->screen == TarnScreen::owner)

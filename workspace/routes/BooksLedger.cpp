@@ -345,6 +345,12 @@ void BooksLedger::insertBankRow(const QString &bankID, const QString &date, cons
             fingerprint, occurrence, orNull(entryID) });
 }
 
+void BooksLedger::addFeedRow(
+    const QString &bankID, const QString &date, const QString &description, qint64 amount, const QString &reference)
+{
+    insertBankRow(bankID, date, description, amount, reference, u"mercury"_s, 1, {});
+}
+
 BooksLedger::Outcome BooksLedger::importRows(const QString &bankID, const QJsonArray &rows)
 {
     if (single(m_db, u"SELECT COUNT(*) FROM books_accounts WHERE id = ? AND bank != 0"_s, { bankID }) == 0)

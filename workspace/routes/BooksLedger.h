@@ -55,6 +55,10 @@ public:
     // Posts a payments-terminal invoice or payment into the books.
     [[nodiscard]] Outcome postSource(const QString &kind, const QString &id, const QString &incomeAccountID);
 
+    // A row the bank feed brought in, kept as any bank row is.
+    void addFeedRow(const QString &bankID, const QString &date, const QString &description, qint64 amount,
+        const QString &reference);
+
     // Sums of debits and credits over every line: equal in balanced books.
     [[nodiscard]] QPair<qint64, qint64> totals() const;
 

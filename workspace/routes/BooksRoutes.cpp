@@ -2,7 +2,9 @@
 
 #include "workspace/WorkspaceRequest.h"
 #include "workspace/WorkspaceServer.h"
+#include "workspace/routes/BankFeedStore.h"
 #include "workspace/routes/BooksLedger.h"
+#include "workspace/routes/BooksSql.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -62,7 +64,9 @@ void add(WorkspaceServer &server)
     };
     const auto dated = [](const WorkspaceRequest &request) { return bodyOf(request).value("date"_L1).toString(); };
 
-    route("GET", u"/api/accounting/books"_s, [](BooksLedger &ledger, const WorkspaceRequest &) {
+    route("GET", u"/api/accounting/books"_s, [&server](BooksLedger &ledger, const WorkspaceRequest &) {
+        // The bank feed's rows that have fallen due show with the rest.
+        BankFeedStore(server.store()).deliver(BooksSql::nowMs());
         return Outcome { 200, {}, ledger.overview() };
     });
     route("GET", u"/api/accounting/report"_s, [](BooksLedger &ledger, const WorkspaceRequest &request) {

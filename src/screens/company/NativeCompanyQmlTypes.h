@@ -32,3 +32,24 @@ struct NativeThoughtModelForeign {
     QML_NAMED_ELEMENT(NativeThoughtModel)
     QML_UNCREATABLE("Built by the application.")
 };
+
+struct NativeConnectionsViewForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeConnectionsView)
+    QML_NAMED_ELEMENT(NativeConnectionsView)
+    QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativeFeedAccountModelForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeFeedAccountModel)
+    QML_NAMED_ELEMENT(NativeFeedAccountModel)
+    QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativeFeedRowModelForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeFeedRowModel)
+    QML_NAMED_ELEMENT(NativeFeedRowModel)
+    QML_UNCREATABLE("Built by the application.")
+};

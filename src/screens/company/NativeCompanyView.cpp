@@ -15,8 +15,10 @@ NativeCompanyView::NativeCompanyView(TarnAPI &api, QObject *parent)
     , m_team(new NativeTeamModel(this))
     , m_sops(new NativeSopModel(this))
     , m_thoughts(new NativeThoughtModel(this))
+    , m_connections(new NativeConnectionsView(api, this))
 {
     connect(&m_api, &TarnAPI::sessionChanged, this, &NativeCompanyView::accountChanged);
+    connect(m_connections, &NativeConnectionsView::signedOut, this, &NativeCompanyView::signedOut);
 }
 
 QString NativeCompanyView::myName() const
@@ -102,6 +104,7 @@ void NativeCompanyView::clear()
     m_team->setRows({});
     m_sops->setRows({});
     m_thoughts->setRows({});
+    m_connections->clear();
     m_search.clear();
     m_loading = m_loaded = m_busy = false;
     m_error.clear();

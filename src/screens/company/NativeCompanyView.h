@@ -1,5 +1,6 @@
 #pragma once
 
+#include "screens/company/NativeConnectionsView.h"
 #include "screens/company/NativeSopModel.h"
 #include "screens/company/NativeTeamModel.h"
 #include "screens/company/NativeThoughtModel.h"
@@ -14,7 +15,8 @@ class TarnAPI;
 class TarnAPIError;
 
 // The company screen's state: the signed-in person's name, the team and the
-// apps each may open (owners), the handbook and the thought board.
+// apps each may open (owners), the handbook and the thought board; the
+// Connections section's state is `connections`, read while it is shown.
 //
 // A part is read only when the session may open it, as the shell gates the
 // sections: the team for owners, the handbook with "Docs", the board with
@@ -27,6 +29,7 @@ class NativeCompanyView : public QObject {
     Q_PROPERTY(NativeTeamModel *team READ team CONSTANT)
     Q_PROPERTY(NativeSopModel *sops READ sops CONSTANT)
     Q_PROPERTY(NativeThoughtModel *thoughts READ thoughts CONSTANT)
+    Q_PROPERTY(NativeConnectionsView *connections READ connections CONSTANT)
     Q_PROPERTY(QString myName READ myName NOTIFY accountChanged)
     Q_PROPERTY(QString myEmail READ myEmail NOTIFY accountChanged)
     Q_PROPERTY(bool managesTeam READ managesTeam NOTIFY accountChanged)
@@ -45,6 +48,7 @@ public:
     [[nodiscard]] NativeTeamModel *team() const { return m_team; }
     [[nodiscard]] NativeSopModel *sops() const { return m_sops; }
     [[nodiscard]] NativeThoughtModel *thoughts() const { return m_thoughts; }
+    [[nodiscard]] NativeConnectionsView *connections() const { return m_connections; }
     [[nodiscard]] QString myName() const;
     [[nodiscard]] QString myEmail() const;
     [[nodiscard]] bool managesTeam() const;
@@ -107,6 +111,7 @@ private:
     NativeTeamModel *m_team;
     NativeSopModel *m_sops;
     NativeThoughtModel *m_thoughts;
+    NativeConnectionsView *m_connections;
     QString m_search;
     int m_generation = 0;
     bool m_busy = false;

@@ -101,7 +101,7 @@ Pane {
         const section = navigation.destination.resolvedSection
         return navigation.destination.screenName === "company"
                && (section === "My account" || section === "Team & access" || section === "SOPs"
-                   || section === "Thought board")
+                   || section === "Thought board" || section === "Connections")
     }
     readonly property bool showsOwner: navigation.destination.screenName === "owner"
     readonly property bool showsSchedule: navigation.destination.screenName === "schedule"

@@ -31,6 +31,7 @@ private slots:
     void appTickedChangesAccess();
     void handbookPageReads();
     void decisionButtons();
+    void connectionsByPointer();
     void cleanupTestCase();
 
 private:
@@ -128,6 +129,31 @@ void TestCompanyScreen::decisionButtons()
     QCOMPARE(company->errorText(), QString());
     QCOMPARE(company->thoughts()->rows().constFirst().id, first.id);
     QCOMPARE(company->thoughts()->rows().constFirst().decision, u"later"_s);
+}
+
+void TestCompanyScreen::connectionsByPointer()
+{
+    NativeConnectionsView *connections = company->connections();
+    QSignalSpy read(connections, &NativeConnectionsView::refreshed);
+    show(u"Connections"_s);
+    QVERIFY(!read.isEmpty() || read.wait());
+    // The accounts' rows are placed as the frame after their arrival is drawn.
+    QSignalSpy drawn(&window, &QQuickWindow::frameSwapped);
+    QVERIFY(drawn.wait());
+    const QString checking = connections->accounts()->rows().constFirst().id;
+    QVERIFY(only(u"reconcile_"_s + checking));
+    // Maren's mailbox is connected: Google offers nothing to connect.
+    QCOMPARE(only(u"googleRow"_s)->property("text").toString(), u"Connected as maren@halvard.example"_s);
+    QVERIFY(tarnNamedItems(window.contentItem(), u"googleConnect"_s).isEmpty());
+
+    QSignalSpy done(connections, &NativeConnectionsView::actionFinished);
+    QQuickItem *reconcile = only(u"reconcile_"_s + checking);
+    QTest::mouseClick(&window, Qt::LeftButton, {},
+        reconcile->mapToScene({ reconcile->width() / 2, reconcile->height() / 2 }).toPoint());
+    QVERIFY(done.wait());
+    QCOMPARE(connections->errorText(), QString());
+    QTRY_VERIFY(only(u"reconciliation"_s)->isVisible());
+    QCOMPARE(only(u"reconciliation"_s)->property("text").toString(), connections->reconciliation());
 }
 
 QTEST_MAIN(TestCompanyScreen)

@@ -4,8 +4,9 @@ import QtQuick.Layouts
 import PiloTarn.Company
 import PiloTarn.Design
 
-// The company screen's "My account", "Team & access", "SOPs" and "Thought
-// board" sections, one page each. It loads when it is made.
+// The company screen's "My account", "Team & access", "Connections", "SOPs"
+// and "Thought board" sections, one page each. It loads when it is made;
+// the connections are read while their section is shown.
 Pane {
     id: screen
 
@@ -15,8 +16,18 @@ Pane {
     padding: 0
     background: null
 
-    Component.onCompleted: company.appear()
-    Component.onDestruction: company.disappear()
+    readonly property bool showsConnections: section === "Connections"
+
+    Component.onCompleted: {
+        company.appear()
+        if (showsConnections)
+            company.connections.appear()
+    }
+    Component.onDestruction: {
+        company.disappear()
+        company.connections.disappear()
+    }
+    onShowsConnectionsChanged: showsConnections ? company.connections.appear() : company.connections.disappear()
 
     Shortcut {
         sequences: ["/", "Ctrl+F"]
@@ -53,7 +64,7 @@ Pane {
         StackLayout {
             visible: screen.company.loaded
             currentIndex: screen.section === "Team & access" ? 1 : screen.section === "SOPs" ? 2
-                          : screen.section === "Thought board" ? 3 : 0
+                          : screen.section === "Thought board" ? 3 : screen.section === "Connections" ? 4 : 0
             Layout.fillWidth: true
             Layout.fillHeight: true
 
@@ -69,6 +80,9 @@ Pane {
             }
             ThoughtList {
                 company: screen.company
+            }
+            ConnectionsPage {
+                connections: screen.company.connections
             }
         }
     }
