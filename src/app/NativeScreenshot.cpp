@@ -50,6 +50,7 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "recordings"_L1, TarnScreen::calls, "Recordings"_L1 },
         { "support-recurring"_L1, TarnScreen::support, "Recurring"_L1 },
         { "envelopes"_L1, TarnScreen::documents, "Envelopes"_L1 },
+        { "document-preview"_L1, TarnScreen::documents, "Worksheets"_L1 },
         { "support-time"_L1, TarnScreen::support, "Time"_L1 },
         { "company"_L1, TarnScreen::company, "Team & access"_L1 },
         { "booking-links"_L1, TarnScreen::schedule, "Booking links"_L1 },

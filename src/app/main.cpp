@@ -242,6 +242,20 @@ int main(int argc, char **argv)
                 capture->recheck();
             });
         }
+        // The worksheets with the first longer one's pages previewed.
+        else if (profile.place == "document-preview"_L1) {
+            NativeDocumentsView &documents = app.documents();
+            NativePdfPreview *preview = documents.preview();
+            capture->setReady([preview] { return preview->pageCount() > 0; });
+            QObject::connect(&documents, &NativeDocumentsView::refreshed, capture.get(), [&documents, preview] {
+                const QList<TarnDocument> &rows = documents.documents()->rows();
+                const auto longer
+                    = std::find_if(rows.begin(), rows.end(), [](const TarnDocument &d) { return d.pages > 1; });
+                if (!preview->isOpen() && longer != rows.end())
+                    preview->show(longer->id, longer->title);
+            });
+            QObject::connect(preview, &NativePdfPreview::loaded, capture.get(), [&capture] { capture->recheck(); });
+        }
         // The documents sections once their documents are in; "envelopes"
         // with the first envelope that is out for signature open.
         else if (shown && shown->screen == TarnScreen::documents

@@ -34,6 +34,10 @@ void add(WorkspaceServer &server)
         open([](DocumentStore &store, const QString &, const WorkspaceRequest &request) {
             return store.list(request.query(u"kind"_s));
         }));
+    router.add("GET", u"/api/documents/:id/pdf"_s, Access::Session,
+        open([](DocumentStore &store, const QString &, const WorkspaceRequest &request) {
+            return store.pdf(request.arguments().at(0));
+        }));
     router.add("POST", u"/api/envelopes"_s, Access::Session,
         open([](DocumentStore &store, const QString &me, const WorkspaceRequest &request) {
             return store.createEnvelope(me, request.jsonBody().value_or(QJsonObject()));

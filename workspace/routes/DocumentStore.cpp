@@ -2,6 +2,7 @@
 
 #include "workspace/WorkspaceStore.h"
 #include "workspace/routes/BooksSql.h"
+#include "workspace/routes/DocumentPdf.h"
 
 #include <QDateTime>
 #include <QSet>
@@ -81,6 +82,25 @@ WorkspaceReply DocumentStore::list(const QString &kind) const
         out.append(row);
     }
     return WorkspaceReply::json(out);
+}
+
+WorkspaceReply DocumentStore::pdf(const QString &id) const
+{
+    QSqlQuery q = run(m_store.database(),
+        u"SELECT d.title, d.kind, d.status, c.name, p.name, d.pages FROM documents_items d"
+        " LEFT JOIN clients c ON c.id = d.client_id LEFT JOIN people p ON p.id = d.owner_id WHERE d.id = ?"_s,
+        { id });
+    if (!q.next())
+        return WorkspaceReply::error(404, u"No such document."_s);
+    const QString kind = q.value(1).toString();
+    QStringList lines { kind.left(1).toUpper() + kind.mid(1) + u" \u00b7 "_s + q.value(2).toString() };
+    if (!q.value(3).isNull())
+        lines.append(u"Prepared for "_s + q.value(3).toString());
+    lines.append(u"Prepared by "_s + q.value(4).toString() + u" at Halvard Studio"_s);
+    WorkspaceReply reply;
+    reply.contentType = "application/pdf";
+    reply.body = DocumentPdf::render(q.value(0).toString(), lines, q.value(5).toInt());
+    return reply;
 }
 
 QJsonObject DocumentStore::envelopeObject(const QString &id) const

@@ -29,6 +29,8 @@ public:
     [[nodiscard]] bool hasDocuments() const;
 
     [[nodiscard]] WorkspaceReply list(const QString &kind) const;
+    // The document drawn as a PDF of its pages.
+    [[nodiscard]] WorkspaceReply pdf(const QString &id) const;
     [[nodiscard]] WorkspaceReply envelope(const QString &id) const;
     [[nodiscard]] WorkspaceReply createEnvelope(const QString &me, const QJsonObject &body);
     [[nodiscard]] WorkspaceReply send(const QString &id);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "screens/documents/NativeDocumentsView.h"
+#include "screens/documents/NativePdfPage.h"
 
 #include <QtQml/qqml.h>
 
@@ -24,4 +25,17 @@ struct NativeSignerModelForeign {
     QML_FOREIGN(NativeSignerModel)
     QML_NAMED_ELEMENT(NativeSignerModel)
     QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativePdfPreviewForeign {
+    Q_GADGET
+    QML_FOREIGN(NativePdfPreview)
+    QML_NAMED_ELEMENT(NativePdfPreview)
+    QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativePdfPageForeign {
+    Q_GADGET
+    QML_FOREIGN(NativePdfPage)
+    QML_NAMED_ELEMENT(NativePdfPage)
 };

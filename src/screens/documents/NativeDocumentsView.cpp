@@ -21,6 +21,7 @@ NativeDocumentsView::NativeDocumentsView(TarnAPI &api, QObject *parent)
     , m_api(api)
     , m_documents(new NativeDocumentModel(this))
     , m_signers(new NativeSignerModel(this))
+    , m_preview(new NativePdfPreview(api, this))
 {
 }
 
@@ -110,6 +111,7 @@ void NativeDocumentsView::refresh()
 
 void NativeDocumentsView::clear()
 {
+    m_preview->close();
     ++m_generation;
     ++m_envelopeGeneration;
     m_all.clear();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "screens/documents/NativeDocumentModel.h"
+#include "screens/documents/NativePdfPreview.h"
 #include "screens/documents/NativeSignerModel.h"
 #include "screens/documents/TarnDocument.h"
 #include "screens/documents/TarnEnvelope.h"
@@ -31,6 +32,7 @@ class NativeDocumentsView : public QObject {
     Q_OBJECT
     Q_PROPERTY(NativeDocumentModel *documents READ documents CONSTANT)
     Q_PROPERTY(NativeSignerModel *signers READ signers CONSTANT)
+    Q_PROPERTY(NativePdfPreview *preview READ preview CONSTANT)
     Q_PROPERTY(QString section READ section WRITE setSection NOTIFY sectionChanged)
     Q_PROPERTY(QString search READ search WRITE setSearch NOTIFY sectionChanged)
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY sectionChanged)
@@ -55,6 +57,8 @@ public:
 
     [[nodiscard]] NativeDocumentModel *documents() const { return m_documents; }
     [[nodiscard]] NativeSignerModel *signers() const { return m_signers; }
+    // The open document's PDF, shown over the list.
+    [[nodiscard]] NativePdfPreview *preview() const { return m_preview; }
     [[nodiscard]] QString section() const { return m_section; }
     void setSection(const QString &section);
     [[nodiscard]] QString search() const { return m_search; }
@@ -119,6 +123,7 @@ private:
     TarnAPI &m_api;
     NativeDocumentModel *m_documents;
     NativeSignerModel *m_signers;
+    NativePdfPreview *m_preview;
     QList<TarnDocument> m_all;
     QString m_section = QStringLiteral("Worksheets");
     QString m_search;

@@ -27,4 +27,10 @@ QCoro::Task<TarnEnvelope> sendEnvelope(TarnAPI &api, const QString &id)
     return api.request<TarnEnvelope>(TarnPath(u"/api/envelopes"_s).id(id).segment("send"_L1), TarnMethod::Post);
 }
 
+QCoro::Task<QByteArray> documentPdf(TarnAPI &api, const QString &id)
+{
+    constexpr qint64 largestPdf = 20 * 1024 * 1024;
+    return api.downloadFile(TarnPath(u"/api/documents"_s).id(id).segment("pdf"_L1), largestPdf);
+}
+
 } // namespace TarnDocumentCalls

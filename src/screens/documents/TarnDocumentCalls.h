@@ -20,5 +20,7 @@ QCoro::Task<TarnEnvelope> envelope(TarnAPI &api, const QString &id);
 QCoro::Task<TarnEnvelope> googleSignatureDoc(TarnAPI &api, const TarnEnvelopeDraft &draft);
 // Sending an envelope that already went out answers it as it is.
 QCoro::Task<TarnEnvelope> sendEnvelope(TarnAPI &api, const QString &id);
+// The document's pages as a PDF, at most 20 MiB.
+QCoro::Task<QByteArray> documentPdf(TarnAPI &api, const QString &id);
 
 } // namespace TarnDocumentCalls

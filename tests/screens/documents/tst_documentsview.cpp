@@ -1,5 +1,10 @@
+#include "TarnWaitFor.h"
 #include "inbox/InboxTestClient.h"
 #include "screens/documents/NativeDocumentsView.h"
+#include "screens/documents/TarnDocumentCalls.h"
+
+#include <QBuffer>
+#include <QPdfDocument>
 
 #include <QSignalSpy>
 #include <QTest>
@@ -28,6 +33,7 @@ private slots:
     void sections_data();
     void sections();
     void envelopeWrittenSentOnceAndSigned();
+    void previewDrawsTheLastDocumentAsked();
 
 private:
     InboxTestClient client;
@@ -111,6 +117,49 @@ void TestDocumentsView::envelopeWrittenSentOnceAndSigned()
     QTRY_COMPARE(column(*view->documents(), "status")
                      .value(column(*view->documents(), "documentId").indexOf(u"doc-pr-harbor"_s)),
         u"Signed"_s);
+}
+
+// The preview reads the PDF the service draws: every page, the title on
+// them, and only the document asked for last when two are asked in turn.
+void TestDocumentsView::previewDrawsTheLastDocumentAsked()
+{
+    view->setSection(u"Worksheets"_s);
+    view->setSearch({});
+    const QList<TarnDocument> rows = view->documents()->rows();
+    const auto longer = std::find_if(rows.begin(), rows.end(), [](const TarnDocument &d) { return d.pages > 1; });
+    QVERIFY(longer != rows.end() && rows.size() > 1);
+    const TarnDocument other = rows.constFirst().id == longer->id ? rows.at(1) : rows.constFirst();
+
+    NativePdfPreview *preview = view->preview();
+    QSignalSpy loaded(preview, &NativePdfPreview::loaded);
+    preview->show(other.id, other.title);
+    preview->show(longer->id, longer->title);
+    QVERIFY(loaded.wait());
+    // The first document's answer, whenever it comes, is dropped unheard.
+    QVERIFY(!loaded.wait(300));
+    QCOMPARE(loaded.count(), 1);
+    QCOMPARE(preview->errorText(), QString());
+    QCOMPARE(preview->title(), longer->title);
+    QCOMPARE(preview->pageCount(), longer->pages);
+
+    const QImage page = preview->render(0, QSize(300, 400));
+    QVERIFY(!page.isNull() && page.width() <= 300 && page.height() <= 400);
+    bool inked = false;
+    for (int y = 0; y < page.height() && !inked; y += 2)
+        for (int x = 0; x < page.width() && !inked; x += 2)
+            inked = qGray(page.pixel(x, y)) < 128;
+    QVERIFY2(inked, "the page has text on it");
+    QVERIFY(preview->render(longer->pages, QSize(300, 400)).isNull());
+
+    QByteArray bytes = tarnWaitFor(TarnDocumentCalls::documentPdf(client.as(u"maren@halvard.example"_s), longer->id));
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QPdfDocument pdf;
+    pdf.load(&buffer);
+    QCOMPARE(pdf.pageCount(), longer->pages);
+    QVERIFY(pdf.getAllText(pdf.pageCount() - 1).text().contains(longer->title));
+    preview->close();
+    QVERIFY(!preview->isOpen());
 }
 
 QTEST_GUILESS_MAIN(TestDocumentsView)

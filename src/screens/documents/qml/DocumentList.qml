@@ -33,6 +33,7 @@ ListView {
         readonly property DocumentList list: ListView.view as DocumentList
 
         width: ListView.view.width
+        rightPadding: Theme.spacing.s + previewButton.width
         text: title
         symbol: ({ worksheet: "doc.plaintext", proposal: "doc.richtext" })[kind] ?? "doc.text"
         subtitle: (client.length > 0 ? client + " · " : "") + (pages === 1 ? qsTr("%1 · 1 page").arg(owner) : qsTr("%1 · %2 pages").arg(owner).arg(pages))
@@ -41,5 +42,16 @@ ListView {
                                || (envelopeId.length > 0 && list.view.openEnvelopeId === envelopeId))
         onClicked: list.view.openDocument(documentId)
         Keys.onReturnPressed: list.view.openDocument(documentId)
+        Keys.onSpacePressed: list.view.preview.show(documentId, title)
+
+        IconButton {
+            id: previewButton
+            objectName: "documentPreview"
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "doc.text.magnifyingglass"
+            text: qsTr("Preview %1 (Space)").arg(row.title)
+            onClicked: row.list.view.preview.show(row.documentId, row.title)
+        }
     }
 }

@@ -126,4 +126,8 @@ Pane {
             }
         }
     }
+
+    PdfPreviewSheet {
+        preview: screen.view.preview
+    }
 }
