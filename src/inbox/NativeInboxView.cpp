@@ -5,6 +5,7 @@
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 #include "service/TarnRefreshLoop.h"
+#include "shell/NativeStateErrors.h"
 
 #include <QCoroTimer>
 #include <QLocale>
@@ -443,19 +444,12 @@ QCoro::Task<> NativeInboxView::conversationTask(QString address, QString clientI
 
 void NativeInboxView::fail(const TarnAPIError &error)
 {
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
+    NativeStateErrors::fail(*this, m_error, error);
 }
 
 void NativeInboxView::setError(const QString &text)
 {
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    NativeStateErrors::show(*this, m_error, text);
 }
 
 void NativeInboxView::setBusy(bool *flag, bool value)

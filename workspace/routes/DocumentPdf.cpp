@@ -26,8 +26,8 @@ QByteArray literal(const QString &text)
 
 QByteArray textAt(int x, int y, int size, const QString &text)
 {
-    return "BT /F1 " + QByteArray::number(size) + " Tf " + QByteArray::number(x) + ' ' + QByteArray::number(y)
-        + " Td " + literal(text) + " Tj ET\n";
+    return "BT /F1 " + QByteArray::number(size) + " Tf " + QByteArray::number(x) + ' ' + QByteArray::number(y) + " Td "
+        + literal(text) + " Tj ET\n";
 }
 
 } // namespace

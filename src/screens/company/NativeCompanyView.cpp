@@ -3,6 +3,7 @@
 #include "screens/company/TarnCompanyCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "shell/NativeStateErrors.h"
 #include "shell/TarnAccess.h"
 
 #include <QPointer>
@@ -345,19 +346,12 @@ void NativeCompanyView::finish(const QString &refusal)
 
 void NativeCompanyView::fail(const TarnAPIError &error)
 {
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
+    NativeStateErrors::fail(*this, m_error, error);
 }
 
 void NativeCompanyView::setError(const QString &text)
 {
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    NativeStateErrors::show(*this, m_error, text);
 }
 
 void NativeCompanyView::setBusy(bool busy)

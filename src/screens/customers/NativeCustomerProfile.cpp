@@ -4,6 +4,7 @@
 #include "screens/customers/TarnCustomerCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "shell/NativeStateErrors.h"
 
 #include <QDate>
 #include <QFile>
@@ -441,19 +442,12 @@ void NativeCustomerProfile::dismissError()
 
 void NativeCustomerProfile::fail(const TarnAPIError &error)
 {
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
+    NativeStateErrors::fail(*this, m_error, error);
 }
 
 void NativeCustomerProfile::setError(const QString &text)
 {
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    NativeStateErrors::show(*this, m_error, text);
 }
 
 void NativeCustomerProfile::setLoading(bool loading)

@@ -5,6 +5,7 @@
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 #include "service/TarnRefreshLoop.h"
+#include "shell/NativeStateErrors.h"
 
 #include <QCoroTimer>
 #include <QPointer>
@@ -351,17 +352,10 @@ void NativeDocumentsView::setBusy(bool busy)
 
 void NativeDocumentsView::fail(const TarnAPIError &error)
 {
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
+    NativeStateErrors::fail(*this, m_error, error);
 }
 
 void NativeDocumentsView::setError(const QString &text)
 {
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    NativeStateErrors::show(*this, m_error, text);
 }

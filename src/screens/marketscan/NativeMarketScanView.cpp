@@ -4,6 +4,7 @@
 #include "screens/marketscan/TarnMarketScanCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "shell/NativeStateErrors.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -205,17 +206,10 @@ void NativeMarketScanView::applyOrder()
 
 void NativeMarketScanView::fail(const TarnAPIError &error)
 {
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
+    NativeStateErrors::fail(*this, m_error, error);
 }
 
 void NativeMarketScanView::setError(const QString &text)
 {
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    NativeStateErrors::show(*this, m_error, text);
 }

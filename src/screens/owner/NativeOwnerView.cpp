@@ -5,6 +5,7 @@
 #include "screens/owner/TarnOwnerCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "shell/NativeStateErrors.h"
 
 #include <QDate>
 #include <QLocale>
@@ -149,17 +150,10 @@ void NativeOwnerView::show(const TarnTeamSnapshot &snapshot)
 
 void NativeOwnerView::fail(const TarnAPIError &error)
 {
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
+    NativeStateErrors::fail(*this, m_error, error);
 }
 
 void NativeOwnerView::setError(const QString &text)
 {
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    NativeStateErrors::show(*this, m_error, text);
 }

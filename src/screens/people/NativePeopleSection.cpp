@@ -1,6 +1,7 @@
 #include "screens/people/NativePeopleSection.h"
 
 #include "service/TarnAPIError.h"
+#include "shell/NativeStateErrors.h"
 
 #include <QPointer>
 
@@ -27,19 +28,12 @@ void NativePeopleSection::setLoaded()
 
 void NativePeopleSection::fail(const TarnAPIError &error)
 {
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
+    NativeStateErrors::fail(*this, m_error, error);
 }
 
 void NativePeopleSection::setError(const QString &text)
 {
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    NativeStateErrors::show(*this, m_error, text);
 }
 
 void NativePeopleSection::resetStatus()

@@ -3,6 +3,7 @@
 #include "screens/portals/TarnPortalCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "shell/NativeStateErrors.h"
 
 #include <QPointer>
 
@@ -368,17 +369,10 @@ void NativePortalsView::setIssued(const QString &key, const QString &link)
 
 void NativePortalsView::fail(const TarnAPIError &error)
 {
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
+    NativeStateErrors::fail(*this, m_error, error);
 }
 
 void NativePortalsView::setError(const QString &text)
 {
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    NativeStateErrors::show(*this, m_error, text);
 }

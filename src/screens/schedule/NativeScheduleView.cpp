@@ -5,6 +5,7 @@
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 #include "service/TarnRefreshLoop.h"
+#include "shell/NativeStateErrors.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -262,19 +263,12 @@ QCoro::Task<> NativeScheduleView::createTask(TarnBookingLinkDraft draft)
 
 void NativeScheduleView::fail(const TarnAPIError &error)
 {
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
+    NativeStateErrors::fail(*this, m_error, error);
 }
 
 void NativeScheduleView::setError(const QString &text)
 {
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    NativeStateErrors::show(*this, m_error, text);
 }
 
 void NativeScheduleView::say(const QString &text)

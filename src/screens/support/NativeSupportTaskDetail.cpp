@@ -5,6 +5,7 @@
 #include "screens/support/TarnSupportCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "shell/NativeStateErrors.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -275,19 +276,12 @@ void NativeSupportTaskDetail::logTime(int minutes, const QString &note)
 
 void NativeSupportTaskDetail::fail(const TarnAPIError &error)
 {
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
+    NativeStateErrors::fail(*this, m_error, error);
 }
 
 void NativeSupportTaskDetail::setError(const QString &text)
 {
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    NativeStateErrors::show(*this, m_error, text);
 }
 
 void NativeSupportTaskDetail::setBusy(bool busy)

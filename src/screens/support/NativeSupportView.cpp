@@ -6,6 +6,7 @@
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 #include "service/TarnRefreshLoop.h"
+#include "shell/NativeStateErrors.h"
 
 #include <QCoroTimer>
 #include <QJsonDocument>
@@ -602,19 +603,12 @@ QVariantList NativeSupportView::withNone(const QString &label, const QVariantLis
 
 void NativeSupportView::fail(const TarnAPIError &error)
 {
-    if (error.kind() == TarnAPIError::Kind::signedOut) {
-        Q_EMIT signedOut();
-        return;
-    }
-    setError(error.text());
+    NativeStateErrors::fail(*this, m_error, error);
 }
 
 void NativeSupportView::setError(const QString &text)
 {
-    if (m_error == text)
-        return;
-    m_error = text;
-    Q_EMIT errorTextChanged();
+    NativeStateErrors::show(*this, m_error, text);
 }
 
 void NativeSupportView::setLoading(bool loading)
