@@ -18,6 +18,7 @@
 #include "workspace/routes/GoogleRoutes.h"
 #include "workspace/routes/HuddleRoutes.h"
 #include "workspace/routes/InboxRoutes.h"
+#include "workspace/routes/KilnRoutes.h"
 #include "workspace/routes/MailRoutes.h"
 #include "workspace/routes/MarketScanRoutes.h"
 #include "workspace/routes/OverviewRoutes.h"
@@ -170,6 +171,7 @@ bool WorkspaceServer::start(QString *error)
     // After the inbox, whose demo customers the events name.
     ScheduleRoutes::add(*this);
     MarketScanRoutes::add(*this);
+    KilnRoutes::add(*this);
     // After the inbox, whose demo customers own the sites.
     WebsiteRoutes::add(*this);
     // Last: it reads the time clock, the support board and the calendar.

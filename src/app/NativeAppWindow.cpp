@@ -28,6 +28,7 @@ Q_IMPORT_QML_PLUGIN(PiloTarn_SchedulePlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_MarketScanPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_WebsitesPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_OverviewPlugin)
+Q_IMPORT_QML_PLUGIN(PiloTarn_KilnPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_OwnerPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_WorkPlanPlugin)
 Q_IMPORT_QML_PLUGIN(PiloTarn_PeoplePlugin)
@@ -94,6 +95,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_marketScan(m_api)
     , m_websites(m_api)
     , m_overview(m_api)
+    , m_kiln(m_api)
     , m_owner(m_api)
     , m_workPlan(m_api)
     , m_people(m_api)
@@ -127,6 +129,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
             m_marketScan.clear();
             m_websites.clear();
             m_overview.clear();
+            m_kiln.clear();
             m_owner.clear();
             m_workPlan.clear();
             m_people.clear();
@@ -204,6 +207,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
         { u"marketScan"_s, QVariant::fromValue(&m_marketScan) },
         { u"websites"_s, QVariant::fromValue(&m_websites) },
         { u"overview"_s, QVariant::fromValue(&m_overview) },
+        { u"kiln"_s, QVariant::fromValue(&m_kiln) },
         { u"owner"_s, QVariant::fromValue(&m_owner) },
         { u"workPlan"_s, QVariant::fromValue(&m_workPlan) },
         { u"people"_s, QVariant::fromValue(&m_people) },

@@ -18,6 +18,7 @@
 #include "screens/customers/NativeCustomerSearchFeed.h"
 #include "screens/customers/NativeCustomersView.h"
 #include "screens/documents/NativeDocumentsView.h"
+#include "screens/kiln/NativeKilnView.h"
 #include "screens/marketscan/NativeMarketScanView.h"
 #include "screens/overview/NativeOverviewView.h"
 #include "screens/owner/NativeOwnerView.h"
@@ -85,6 +86,7 @@ public:
     [[nodiscard]] NativeMarketScanView &marketScan() { return m_marketScan; }
     [[nodiscard]] NativeWebsitesView &websites() { return m_websites; }
     [[nodiscard]] NativeOverviewView &overview() { return m_overview; }
+    [[nodiscard]] NativeKilnView &kiln() { return m_kiln; }
     [[nodiscard]] NativeOwnerView &owner() { return m_owner; }
     [[nodiscard]] NativeWorkPlanView &workPlan() { return m_workPlan; }
     [[nodiscard]] NativePeopleView &people() { return m_people; }
@@ -119,6 +121,7 @@ private:
     NativeMarketScanView m_marketScan;
     NativeWebsitesView m_websites;
     NativeOverviewView m_overview;
+    NativeKilnView m_kiln;
     NativeOwnerView m_owner;
     NativeWorkPlanView m_workPlan;
     NativePeopleView m_people;

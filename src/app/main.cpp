@@ -13,7 +13,11 @@
 #include <QQuickWindow>
 #include <QSettings>
 
+#include <QtWebEngineQuick/qtwebenginequickglobal.h>
+
 #include <memory>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -36,6 +40,12 @@ void waitForFirstLoad(NativeScreenshot &capture, State &state, Signal changed)
 
 int main(int argc, char **argv)
 {
+    // The web workspace's engine shares the window's graphics context, set
+    // up before the application. Its sandbox refuses to start as root (as on
+    // the build machines), so there, and only there, it runs without one.
+    if (::geteuid() == 0 && !qEnvironmentVariableIsSet("QTWEBENGINE_CHROMIUM_FLAGS"))
+        qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--no-sandbox");
+    QtWebEngineQuick::initialize();
     // A widgets application: the books' charts draw through the Graphics
     // View framework, which needs one.
     QApplication application(argc, argv);
@@ -298,7 +308,9 @@ int main(int argc, char **argv)
                     websites.checkSite(websites.sites()->rows().constFirst().id);
                 capture->recheck();
             });
-        } else if (shown && shown->screen == TarnScreen::overview)
+        } else if (shown && shown->screen == TarnScreen::kiln)
+            waitForFirstLoad(*capture, app.kiln(), &NativeKilnView::busyChanged);
+        else if (shown && shown->screen == TarnScreen::overview)
             waitForFirstLoad(*capture, app.overview(), &NativeOverviewView::busyChanged);
         else if (shown && shown->screen == TarnScreen::marketScan)
             waitForFirstLoad(*capture, app.marketScan(), &NativeMarketScanView::busyChanged);

@@ -18,6 +18,7 @@ import PiloTarn.Schedule
 import PiloTarn.MarketScan
 import PiloTarn.Websites
 import PiloTarn.Overview
+import PiloTarn.Kiln
 import PiloTarn.Owner
 import PiloTarn.WorkPlan
 import PiloTarn.People
@@ -47,6 +48,7 @@ ApplicationWindow {
     required property NativeMarketScanView marketScan
     required property NativeWebsitesView websites
     required property NativeOverviewView overview
+    required property NativeKilnView kiln
     required property NativeOwnerView owner
     required property NativeWorkPlanView workPlan
     required property NativePeopleView people
@@ -117,6 +119,7 @@ ApplicationWindow {
         marketScan: window.marketScan
         websites: window.websites
         overview: window.overview
+        kiln: window.kiln
         owner: window.owner
         workPlan: window.workPlan
         people: window.people

@@ -17,6 +17,7 @@ import PiloTarn.Schedule
 import PiloTarn.MarketScan
 import PiloTarn.Websites
 import PiloTarn.Overview
+import PiloTarn.Kiln
 import PiloTarn.Owner
 import PiloTarn.WorkPlan
 import PiloTarn.People
@@ -47,6 +48,7 @@ Item {
     required property NativeMarketScanView marketScan
     required property NativeWebsitesView websites
     required property NativeOverviewView overview
+    required property NativeKilnView kiln
     required property NativeOwnerView owner
     required property NativeWorkPlanView workPlan
     required property NativePeopleView people
@@ -115,6 +117,7 @@ Item {
             marketScan: shell.marketScan
             websites: shell.websites
             overview: shell.overview
+            kiln: shell.kiln
             owner: shell.owner
             workPlan: shell.workPlan
             people: shell.people

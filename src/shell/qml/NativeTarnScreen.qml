@@ -18,6 +18,7 @@ import PiloTarn.Schedule
 import PiloTarn.MarketScan
 import PiloTarn.Websites
 import PiloTarn.Overview
+import PiloTarn.Kiln
 import PiloTarn.Owner
 import PiloTarn.WorkPlan
 import PiloTarn.People
@@ -48,6 +49,7 @@ Pane {
     required property NativeMarketScanView marketScan
     required property NativeWebsitesView websites
     required property NativeOverviewView overview
+    required property NativeKilnView kiln
     required property NativeOwnerView owner
     required property NativeWorkPlanView workPlan
     required property NativePeopleView people
@@ -108,6 +110,7 @@ Pane {
     readonly property bool showsMarketScan: navigation.destination.screenName === "marketscan"
     readonly property bool showsWebsites: navigation.destination.screenName === "websites"
     readonly property bool showsOverview: navigation.destination.screenName === "overview"
+    readonly property bool showsKiln: navigation.destination.screenName === "kiln"
     readonly property bool showsWorkPlan: navigation.destination.screenName === "workplan"
     readonly property bool showsPeople: navigation.destination.screenName === "people"
 
@@ -470,6 +473,16 @@ Pane {
             Layout.fillHeight: true
         }
 
+        Loader {
+            objectName: "kilnScreen"
+            active: screen.showsKiln
+            visible: active
+            Component.onCompleted: setSource("qrc:/qt-project.org/imports/PiloTarn/Kiln/qml/KilnScreen.qml",
+                                             { view: screen.kiln })
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
         EmptyScreen {
             visible: !screen.onBoard && !screen.onHistory && !screen.onReview && !screen.showsChat
                      && !screen.showsBooks && !screen.showsPayments && !screen.showsInbox && !screen.showsMail
@@ -485,6 +498,7 @@ Pane {
                      && !screen.showsMarketScan
                      && !screen.showsWebsites
                      && !screen.showsOverview
+                     && !screen.showsKiln
                      && !screen.showsWorkPlan
                      && !screen.showsPeople
             place: screen.navigation.placeName
