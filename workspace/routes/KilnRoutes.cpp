@@ -55,9 +55,9 @@ WorkspaceReply page(WorkspaceServer &server, const WorkspaceRequest &request)
 {
     const QSqlDatabase db = server.store().database();
     const QString hash = hashOf(request.query(u"code"_s));
-    const QString person = text(db,
-        u"SELECT person_id FROM kiln_codes WHERE code_hash = ? AND used_at IS NULL AND expires_at > ?"_s,
-        { hash, nowMs() });
+    const QString person
+        = text(db, u"SELECT person_id FROM kiln_codes WHERE code_hash = ? AND used_at IS NULL AND expires_at > ?"_s,
+            { hash, nowMs() });
     if (person.isEmpty())
         return WorkspaceReply::page(u"Kiln"_s,
             u"<h1>This hand-off has been used or has expired.</h1><p>Open Kiln from the app again.</p>"_s, 403);
