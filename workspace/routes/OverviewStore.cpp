@@ -5,6 +5,7 @@
 
 #include <QDate>
 #include <QDateTime>
+#include <QHash>
 #include <QJsonArray>
 #include <QSqlQuery>
 
@@ -36,6 +37,19 @@ const char *const schema[] = {
     " id TEXT PRIMARY KEY, client_id TEXT NOT NULL REFERENCES clients(id), summary TEXT NOT NULL,"
     " status TEXT NOT NULL, carrier TEXT, tracking TEXT, eta TEXT NOT NULL, updated_at INTEGER NOT NULL)",
 };
+
+// A board item's columns, `%1` the condition; its board is the eighth.
+const QString itemSql = u"SELECT i.id, i.title, i.stage, c.name, p.name, i.due_date, i.version, i.board_id"
+                        " FROM overview_items i LEFT JOIN clients c ON c.id = i.client_id"
+                        " LEFT JOIN people p ON p.id = i.owner_id WHERE %1"_s;
+
+QJsonObject itemFrom(const QSqlQuery &q)
+{
+    return { { u"id"_s, q.value(0).toString() }, { u"title"_s, q.value(1).toString() },
+        { u"stage"_s, q.value(2).toString() }, { u"client_name"_s, optionalText(q.value(3)) },
+        { u"owner_name"_s, optionalText(q.value(4)) }, { u"due_date"_s, optionalText(q.value(5)) },
+        { u"version"_s, q.value(6).toLongLong() } };
+}
 
 QString trackingNumber()
 {
@@ -95,31 +109,24 @@ WorkspaceReply OverviewStore::team() const
 
 QJsonObject OverviewStore::itemObject(const QString &id) const
 {
-    QSqlQuery q = run(m_store.database(),
-        u"SELECT i.id, i.title, i.stage, c.name, p.name, i.due_date, i.version FROM overview_items i"
-        " LEFT JOIN clients c ON c.id = i.client_id LEFT JOIN people p ON p.id = i.owner_id WHERE i.id = ?"_s,
-        { id });
-    if (!q.next())
-        return {};
-    return { { u"id"_s, q.value(0).toString() }, { u"title"_s, q.value(1).toString() },
-        { u"stage"_s, q.value(2).toString() }, { u"client_name"_s, optionalText(q.value(3)) },
-        { u"owner_name"_s, optionalText(q.value(4)) }, { u"due_date"_s, optionalText(q.value(5)) },
-        { u"version"_s, q.value(6).toLongLong() } };
+    QSqlQuery q = run(m_store.database(), itemSql.arg(u"i.id = ?"_s), { id });
+    return q.next() ? itemFrom(q) : QJsonObject();
 }
 
 WorkspaceReply OverviewStore::boards() const
 {
     const QSqlDatabase db = m_store.database();
+    // Every board's items in one reading, then each board with its own.
+    QHash<QString, QJsonArray> items;
+    QSqlQuery rows = run(db, itemSql.arg(u"1"_s) + u" ORDER BY i.position, i.id"_s);
+    while (rows.next())
+        items[rows.value(7).toString()].append(itemFrom(rows));
     QSqlQuery q = run(db, u"SELECT id, name, stages FROM overview_boards ORDER BY position"_s);
     QJsonArray answer;
     while (q.next()) {
-        QJsonArray items;
-        QSqlQuery rows = run(
-            db, u"SELECT id FROM overview_items WHERE board_id = ? ORDER BY position, id"_s, { q.value(0).toString() });
-        while (rows.next())
-            items.append(itemObject(rows.value(0).toString()));
         answer.append(QJsonObject { { u"id"_s, q.value(0).toString() }, { u"name"_s, q.value(1).toString() },
-            { u"stages"_s, QJsonArray::fromStringList(q.value(2).toString().split(u'\n')) }, { u"items"_s, items } });
+            { u"stages"_s, QJsonArray::fromStringList(q.value(2).toString().split(u'\n')) },
+            { u"items"_s, items.value(q.value(0).toString()) } });
     }
     return WorkspaceReply::json(answer);
 }

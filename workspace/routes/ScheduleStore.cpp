@@ -60,6 +60,21 @@ QString slugFor(const QString &title)
     return (slug.isEmpty() ? u"book"_s : slug) + u'-' + newID("x"_L1).right(4);
 }
 
+// A link with its bookings still to come (the first two values: now), `%1`
+// the condition.
+const QString linkSql = u"SELECT l.id, l.title, l.duration, l.slug,"
+                        " (SELECT COUNT(*) FROM schedule_bookings b WHERE b.link_id = l.id AND b.start_ms >= ?),"
+                        " (SELECT MIN(b.start_ms) FROM schedule_bookings b WHERE b.link_id = l.id AND b.start_ms >= ?)"
+                        " FROM schedule_links l WHERE %1"_s;
+
+QJsonObject linkFrom(const QSqlQuery &q)
+{
+    return { { u"id"_s, q.value(0).toString() }, { u"title"_s, q.value(1).toString() },
+        { u"duration"_s, q.value(2).toLongLong() }, { u"url"_s, bookingPage(q.value(3).toString()) },
+        { u"bookings"_s, q.value(4).toLongLong() },
+        { u"next_at"_s, q.value(5).isNull() ? QJsonValue() : QJsonValue(isoTime(q.value(5).toLongLong())) } };
+}
+
 std::optional<qint64> instant(const QString &iso)
 {
     const QDateTime at = QDateTime::fromString(iso, Qt::ISODateWithMs);
@@ -119,27 +134,17 @@ WorkspaceReply ScheduleStore::events(const QString &me, const QString &fromText,
 
 QJsonObject ScheduleStore::linkObject(const QString &id) const
 {
-    QSqlQuery q = run(m_store.database(),
-        u"SELECT l.id, l.title, l.duration, l.slug,"
-        " (SELECT COUNT(*) FROM schedule_bookings b WHERE b.link_id = l.id AND b.start_ms >= ?),"
-        " (SELECT MIN(b.start_ms) FROM schedule_bookings b WHERE b.link_id = l.id AND b.start_ms >= ?)"
-        " FROM schedule_links l WHERE l.id = ?"_s,
-        { nowMs(), nowMs(), id });
-    if (!q.next())
-        return {};
-    return { { u"id"_s, q.value(0).toString() }, { u"title"_s, q.value(1).toString() },
-        { u"duration"_s, q.value(2).toLongLong() }, { u"url"_s, bookingPage(q.value(3).toString()) },
-        { u"bookings"_s, q.value(4).toLongLong() },
-        { u"next_at"_s, q.value(5).isNull() ? QJsonValue() : QJsonValue(isoTime(q.value(5).toLongLong())) } };
+    QSqlQuery q = run(m_store.database(), linkSql.arg(u"l.id = ?"_s), { nowMs(), nowMs(), id });
+    return q.next() ? linkFrom(q) : QJsonObject();
 }
 
 WorkspaceReply ScheduleStore::links(const QString &me) const
 {
-    QSqlQuery q = run(m_store.database(),
-        u"SELECT id FROM schedule_links WHERE person_id = ? ORDER BY created_at DESC, id"_s, { me });
+    QSqlQuery q = run(m_store.database(), linkSql.arg(u"l.person_id = ?"_s) + u" ORDER BY l.created_at DESC, l.id"_s,
+        { nowMs(), nowMs(), me });
     QJsonArray answer;
     while (q.next())
-        answer.append(linkObject(q.value(0).toString()));
+        answer.append(linkFrom(q));
     return WorkspaceReply::json(answer);
 }
 
