@@ -53,6 +53,16 @@ const Origin *origin(const std::optional<QString> &type)
     return nullptr;
 }
 
+// The bank feed's own word for a row, as the books list shows it.
+QString mercuryStatusText(const QString &status)
+{
+    if (status == "uncategorized"_L1)
+        return u"To categorize"_s;
+    if (status == "matched"_L1)
+        return u"Categorized"_s;
+    return status;
+}
+
 // An unknown source type still reads as words: "payroll_run" gives "Payroll run".
 QString spelled(const QString &type)
 {
@@ -359,7 +369,7 @@ QList<Transaction> mercuryTransactions(const QList<TarnBooksBankRow> &rows)
             .cents = row.amount,
             .direction = directionOf(row.amount),
             .source = Source::mercury,
-            .status = row.mercury_status.value_or(QString()),
+            .status = mercuryStatusText(row.mercury_status.value_or(QString())),
         });
     }
     sortNewestFirst(out);

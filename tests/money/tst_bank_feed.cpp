@@ -110,8 +110,10 @@ void TestBankFeed::demoBalanceDiffersByWhatIsUncategorized()
     QVERIFY(checking.baseline_date.has_value());
     const TarnBooks books = tarnWaitFor(TarnBooksCalls::books(*session.api));
     qint64 open = 0;
-    for (const TarnBooksBankRow &row : books.bank_rows)
+    for (const TarnBooksBankRow &row : books.bank_rows) {
         open += row.bank_account_id == checking.bank_account_id && row.isMercury() ? row.amount : 0;
+        QCOMPARE(row.mercury_status, row.isMercury() ? std::optional(u"uncategorized"_s) : std::nullopt);
+    }
     QVERIFY(open != 0);
     QCOMPARE(checking.balance.value_or(0) - checking.books_balance, open);
 }

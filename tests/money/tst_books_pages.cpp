@@ -181,6 +181,9 @@ private slots:
             ids(mercuryTransactions({ bankRow(u"m1"_s, u"2024-01-01"_s, -5, u"mercury"_s),
                 bankRow(u"c1"_s, u"2024-01-02"_s, 5, u"csv"_s), bankRow(u"m2"_s, u"2024-01-03"_s, 5, u"mercury"_s) })),
             (QStringList { u"m2"_s, u"m1"_s }));
+        TarnBooksBankRow waiting = bankRow(u"m3"_s, u"2024-01-04"_s, 5, u"mercury"_s);
+        waiting.mercury_status = u"uncategorized"_s;
+        QCOMPARE(mercuryTransactions({ waiting }).constFirst().status, u"To categorize"_s);
     }
 
     void filter_data()

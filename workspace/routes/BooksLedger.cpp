@@ -215,10 +215,13 @@ QJsonObject BooksLedger::overview() const
         " FROM books_bank_rows b LEFT JOIN books_entries e ON e.id = b.entry_id ORDER BY b.row_date DESC, b.seq DESC"_s);
     while (r.next()) {
         if (r.value(6).isNull()) {
-            bankRows.append(
-                QJsonObject { { u"id"_s, r.value(0).toString() }, { u"bank_account_id"_s, r.value(1).toString() },
-                    { u"row_date"_s, r.value(2).toString() }, { u"description"_s, r.value(3).toString() },
-                    { u"amount"_s, r.value(4).toLongLong() }, { u"source"_s, r.value(5).toString() } });
+            QJsonObject row { { u"id"_s, r.value(0).toString() }, { u"bank_account_id"_s, r.value(1).toString() },
+                { u"row_date"_s, r.value(2).toString() }, { u"description"_s, r.value(3).toString() },
+                { u"amount"_s, r.value(4).toLongLong() }, { u"source"_s, r.value(5).toString() } };
+            // A feed row still unmatched here is one the bank feed has not had categorized yet.
+            if (r.value(5).toString() == "mercury"_L1)
+                row.insert(u"mercury_status"_s, u"uncategorized"_s);
+            bankRows.append(row);
         } else {
             QJsonObject row { { u"id"_s, r.value(0).toString() }, { u"row_date"_s, r.value(2).toString() },
                 { u"description"_s, r.value(3).toString() }, { u"amount"_s, r.value(4).toLongLong() } };

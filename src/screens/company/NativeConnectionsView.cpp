@@ -52,6 +52,21 @@ QString NativeConnectionsView::describe(const TarnExternalReconciliation &result
 std::optional<TarnExternalBaseline> NativeConnectionsView::baseline(
     const QString &date, const QString &balance, const QDate &today, QString *refusal)
 {
+    const std::optional<QString> day = bankDay(date, today, refusal);
+    if (!day)
+        return std::nullopt;
+    const QString typed = balance.trimmed();
+    const bool overdrawn = typed.startsWith(u'-');
+    const std::optional<qint64> cents = TarnMoneyInput::cents(overdrawn ? typed.mid(1) : typed, true);
+    if (!cents) {
+        *refusal = u"Type the balance in dollars, such as 12,500.00."_s;
+        return std::nullopt;
+    }
+    return TarnExternalBaseline { *day, overdrawn ? -*cents : *cents };
+}
+
+std::optional<QString> NativeConnectionsView::bankDay(const QString &date, const QDate &today, QString *refusal)
+{
     const QString day = date.trimmed();
     if (!TarnLedgerDates::isDay(day)) {
         *refusal = u"Give the day as YYYY-MM-DD."_s;
@@ -61,14 +76,7 @@ std::optional<TarnExternalBaseline> NativeConnectionsView::baseline(
         *refusal = u"The bank's balance is for today or an earlier day."_s;
         return std::nullopt;
     }
-    const QString typed = balance.trimmed();
-    const bool overdrawn = typed.startsWith(u'-');
-    const std::optional<qint64> cents = TarnMoneyInput::cents(overdrawn ? typed.mid(1) : typed, true);
-    if (!cents) {
-        *refusal = u"Type the balance in dollars, such as 12,500.00."_s;
-        return std::nullopt;
-    }
-    return TarnExternalBaseline { day, overdrawn ? -*cents : *cents };
+    return day;
 }
 
 bool NativeConnectionsView::mayRead() const
@@ -209,8 +217,15 @@ void NativeConnectionsView::setBaseline(const QString &accountId, const QString 
 
 void NativeConnectionsView::reconcile(const QString &accountId, const QString &date)
 {
-    if (!m_busy)
-        summaryAction(reconciled(accountId, TarnExternalReconcile { date.trimmed() }));
+    if (m_busy)
+        return;
+    QString refusal;
+    const std::optional<QString> day = bankDay(date, QDate::currentDate(), &refusal);
+    if (!day) {
+        setError(refusal);
+        return;
+    }
+    summaryAction(reconciled(accountId, TarnExternalReconcile { *day }));
 }
 
 QCoro::Task<TarnMercurySummary> NativeConnectionsView::reconciled(QString accountId, TarnExternalReconcile day)

@@ -70,6 +70,8 @@ public:
     // A typed baseline as it is sent, or why it is refused.
     [[nodiscard]] static std::optional<TarnExternalBaseline> baseline(
         const QString &date, const QString &balance, const QDate &today, QString *refusal);
+    // A bank's day as typed: a real day, and no later than today.
+    [[nodiscard]] static std::optional<QString> bankDay(const QString &date, const QDate &today, QString *refusal);
 
     Q_INVOKABLE void appear();
     Q_INVOKABLE void disappear();

@@ -146,6 +146,9 @@ void TestCompanyScreen::connectionsByPointer()
     QCOMPARE(only(u"googleRow"_s)->property("text").toString(), u"Connected as maren@halvard.example"_s);
     QVERIFY(tarnNamedItems(window.contentItem(), u"googleConnect"_s).isEmpty());
 
+    // The typed day is the one reconciled.
+    const QString yesterday = QDate::currentDate().addDays(-1).toString(Qt::ISODate);
+    QVERIFY(only(u"reconcileDay_"_s + checking)->setProperty("text", yesterday));
     QSignalSpy done(connections, &NativeConnectionsView::actionFinished);
     QQuickItem *reconcile = only(u"reconcile_"_s + checking);
     QTest::mouseClick(&window, Qt::LeftButton, {},
@@ -154,6 +157,7 @@ void TestCompanyScreen::connectionsByPointer()
     QCOMPARE(connections->errorText(), QString());
     QTRY_VERIFY(only(u"reconciliation"_s)->isVisible());
     QCOMPARE(only(u"reconciliation"_s)->property("text").toString(), connections->reconciliation());
+    QCOMPARE(connections->accounts()->rows().constFirst().reconciled_on, yesterday);
 }
 
 QTEST_MAIN(TestCompanyScreen)

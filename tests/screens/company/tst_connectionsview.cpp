@@ -190,6 +190,11 @@ void TestConnectionsView::connectBaselineAndReconcile()
     QVERIFY2(view->reconciliation().contains(u"to categorize in the books"_s), qPrintable(view->reconciliation()));
     QCOMPARE(view->accounts()->rows().at(1).reconciled_on, NativeConnectionsView::today());
 
+    // A day in the future is refused before anything is sent.
+    view->reconcile(savings.id, QDate::currentDate().addDays(1).toString(Qt::ISODate));
+    QCOMPARE(view->errorText(), u"The bank's balance is for today or an earlier day."_s);
+    QVERIFY(!view->busy());
+
     // A reconciliation before the baseline is the service's to refuse.
     QVERIFY(act(*view, [&] { view->reconcile(savings.id, u"2001-01-01"_s); }));
     QCOMPARE(view->errorText(), u"Reconcile on the baseline's day or later."_s);

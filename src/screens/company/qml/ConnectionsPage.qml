@@ -74,7 +74,7 @@ ScrollView {
                 item.busy = Qt.binding(() => page.connections.busy)
                 item.today = page.connections.today
                 item.baselineTyped.connect((day, amount) => page.connections.setBaseline(item.accountId, day, amount))
-                item.reconcileAsked.connect(() => page.connections.reconcile(item.accountId, page.connections.today))
+                item.reconcileAsked.connect(day => page.connections.reconcile(item.accountId, day))
             }
 
             FeedAccountRow {}

@@ -23,7 +23,7 @@ Column {
     required property string reconciledDifference
 
     signal baselineTyped(string day, string amount)
-    signal reconcileAsked()
+    signal reconcileAsked(string day)
 
     spacing: Theme.spacing.xs
 
@@ -74,12 +74,28 @@ Column {
             enabled: !account.busy && amount.text.trim().length > 0
             onClicked: account.baselineTyped(day.text, amount.text)
         }
+    }
+    // The bank's balance at the end of a chosen day against the books by then;
+    // today unless another day is typed.
+    Row {
+        x: Theme.spacing.xl
+        spacing: Theme.spacing.s
+        visible: account.baselineDate.length > 0
+
+        FormField {
+            id: reconcileDay
+            objectName: "reconcileDay_" + account.accountId
+            placeholderText: qsTr("YYYY-MM-DD")
+            text: account.today
+            width: 140
+            onAccepted: account.reconcileAsked(reconcileDay.text)
+        }
         ActionButton {
             objectName: "reconcile_" + account.accountId
-            text: qsTr("Reconcile today")
+            text: reconcileDay.text.trim() === account.today ? qsTr("Reconcile today") : qsTr("Reconcile on this day")
             symbol: "checkmark"
-            enabled: !account.busy && account.baselineDate.length > 0
-            onClicked: account.reconcileAsked()
+            enabled: !account.busy
+            onClicked: account.reconcileAsked(reconcileDay.text)
         }
     }
 }
