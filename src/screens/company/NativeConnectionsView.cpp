@@ -6,6 +6,7 @@
 #include "money/TarnMoneyInput.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "service/TarnRefreshLoop.h"
 #include "shell/TarnAccess.h"
 
 #include <QPointer>
@@ -26,8 +27,6 @@ NativeConnectionsView::NativeConnectionsView(TarnAPI &api, QObject *parent)
     , m_accounts(new NativeFeedAccountModel(this))
     , m_rows(new NativeFeedRowModel(this))
 {
-    m_refresh.setInterval(refreshMs);
-    connect(&m_refresh, &QTimer::timeout, this, [this] { load(++m_generation); });
 }
 
 QString NativeConnectionsView::today()
@@ -86,13 +85,12 @@ bool NativeConnectionsView::mayRead() const
 
 void NativeConnectionsView::appear()
 {
-    m_refresh.start();
-    load(++m_generation);
+    TarnRefreshLoop::run(
+        this, &NativeConnectionsView::m_generation, ++m_generation, refreshMs, &NativeConnectionsView::load);
 }
 
 void NativeConnectionsView::disappear()
 {
-    m_refresh.stop();
     ++m_generation;
 }
 
@@ -113,9 +111,13 @@ void NativeConnectionsView::clear()
     Q_EMIT errorTextChanged();
 }
 
-QCoro::Task<> NativeConnectionsView::load(int generation)
+QCoro::Task<> NativeConnectionsView::load()
 {
     const QPointer<NativeConnectionsView> self(this);
+    // A later reading (after a change, or the screen shown again) makes this one's answer stale.
+    const int generation = m_generation;
+    const int reading = ++m_reading;
+    const auto stale = [&] { return !self || generation != m_generation || reading != m_reading; };
     if (!m_loaded) {
         m_loading = true;
         Q_EMIT busyChanged();
@@ -124,17 +126,17 @@ QCoro::Task<> NativeConnectionsView::load(int generation)
     try {
         if (mayRead()) {
             const TarnMailStatus google = co_await TarnMailCalls::status(m_api);
-            if (!self || generation != m_generation)
+            if (stale())
                 co_return;
             m_googleConnected = google.configured;
             m_googleEmail = google.email;
             const TarnMercurySummary summary = co_await TarnBankFeedCalls::mercurySummary(m_api);
-            if (!self || generation != m_generation)
+            if (stale())
                 co_return;
             show(summary);
         }
     } catch (const TarnAPIError &error) {
-        if (!self || generation != m_generation)
+        if (stale())
             co_return;
         setError(refusalOf(error));
     }
@@ -175,7 +177,7 @@ void NativeConnectionsView::finishGoogle(const QString &error)
 {
     setError(error);
     if (error.isEmpty())
-        load(++m_generation);
+        load();
 }
 
 void NativeConnectionsView::connectBank()

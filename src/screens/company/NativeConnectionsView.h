@@ -9,7 +9,6 @@
 #include <QDate>
 #include <QObject>
 #include <QString>
-#include <QTimer>
 #include <QUrl>
 
 #include <optional>
@@ -98,7 +97,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool mayRead() const;
-    QCoro::Task<> load(int generation);
+    QCoro::Task<> load();
     void show(const TarnMercurySummary &summary);
     QCoro::Task<> googleTask();
     // An action the service answers with the feed as it then stands.
@@ -114,13 +113,13 @@ private:
     TarnAPI &m_api;
     NativeFeedAccountModel *m_accounts;
     NativeFeedRowModel *m_rows;
-    QTimer m_refresh;
     TarnMercurySummary m_summary;
     bool m_googleConnected = false;
     QString m_googleEmail;
     QString m_reconciliation;
     QString m_reconciledAccount;
     int m_generation = 0;
+    int m_reading = 0;
     bool m_busy = false;
     bool m_loading = false;
     bool m_loaded = false;

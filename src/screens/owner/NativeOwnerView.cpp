@@ -5,6 +5,7 @@
 #include "screens/owner/TarnOwnerCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "service/TarnRefreshLoop.h"
 #include "shell/NativeStateErrors.h"
 
 #include <QDate>
@@ -19,8 +20,6 @@ NativeOwnerView::NativeOwnerView(TarnAPI &api, QObject *parent)
     , m_figures(new NativeOwnerFigureModel(this))
     , m_team(new NativeTeamWeekModel(this))
 {
-    m_timer.setInterval(refreshIntervalMs);
-    connect(&m_timer, &QTimer::timeout, this, [this] { refreshOnce(m_generation); });
 }
 
 QString NativeOwnerView::weekLabel() const
@@ -83,25 +82,23 @@ QString NativeOwnerView::chartLabelFormat() const
 
 void NativeOwnerView::appear()
 {
-    refreshOnce(++m_generation);
-    m_timer.start();
+    TarnRefreshLoop::run(
+        this, &NativeOwnerView::m_generation, ++m_generation, refreshIntervalMs, &NativeOwnerView::refreshOnce);
 }
 
 void NativeOwnerView::disappear()
 {
     ++m_generation;
-    m_timer.stop();
 }
 
 void NativeOwnerView::refresh()
 {
-    refreshOnce(m_generation);
+    refreshOnce();
 }
 
 void NativeOwnerView::clear()
 {
     ++m_generation;
-    m_timer.stop();
     m_snapshot = {};
     m_figures->setRows({});
     m_team->setRows({});
@@ -112,9 +109,10 @@ void NativeOwnerView::clear()
     Q_EMIT errorTextChanged();
 }
 
-QCoro::Task<> NativeOwnerView::refreshOnce(int generation)
+QCoro::Task<> NativeOwnerView::refreshOnce()
 {
     const QPointer<NativeOwnerView> self(this);
+    const int generation = m_generation;
     if (!m_loaded && !m_loading) {
         m_loading = true;
         Q_EMIT busyChanged();

@@ -8,7 +8,6 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QTimer>
 #include <QVariantList>
 
 class TarnAPI;
@@ -69,7 +68,7 @@ Q_SIGNALS:
     void signedOut();
 
 private:
-    QCoro::Task<> refreshOnce(int generation);
+    QCoro::Task<> refreshOnce();
     void show(const TarnTeamSnapshot &snapshot);
     void fail(const TarnAPIError &error);
     void setError(const QString &text);
@@ -84,5 +83,4 @@ private:
     bool m_loaded = false;
     QString m_error;
     int m_generation = 0;
-    QTimer m_timer;
 };
