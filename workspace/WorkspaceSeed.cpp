@@ -9,8 +9,7 @@ namespace WorkspaceSeed {
 QStringList allApps()
 {
     return { u"Home"_s, u"Sales"_s, u"Support"_s, u"Docs"_s, u"Books"_s, u"Payments"_s, u"Payroll"_s, u"Kiln"_s,
-        u"Website"_s, u"Clients"_s, u"Calls"_s, u"Market Scan"_s, u"Overview"_s, u"Schedule"_s, u"Mail"_s,
-        u"People"_s };
+        u"Website"_s, u"Clients"_s, u"Calls"_s, u"Market Scan"_s, u"Overview"_s, u"Schedule"_s, u"Mail"_s };
 }
 
 QString ownerId()

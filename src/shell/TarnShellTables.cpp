@@ -31,7 +31,8 @@ constexpr std::array screenRows {
     Screen { S::overview, "overview"_L1, "Overview"_L1, "Overview"_L1, false, "Overview"_L1 },
     Screen { S::schedule, "schedule"_L1, "Calendar"_L1, "Schedule"_L1, false, "Calendar"_L1 },
     Screen { S::mail, "mail"_L1, "Email"_L1, "Mail"_L1, false, "Email"_L1 },
-    Screen { S::people, "people"_L1, "People"_L1, "People"_L1, false, "People"_L1 },
+    // HR and the time clock are everyone's; only the Payroll section has a gate.
+    Screen { S::people, "people"_L1, "People"_L1, {}, false, "People"_L1 },
 };
 
 constexpr bool inEnumOrder()

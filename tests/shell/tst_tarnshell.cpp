@@ -177,6 +177,7 @@ void TestTarnShell::gates_data()
         { "company team", at(S::company, u"Team & access"_s), u""_s, true, false, false, false },
         { "company SOPs", at(S::company, u"SOPs"_s), u"Docs"_s, false, false, true, false },
         { "people payroll", at(S::people, u"Payroll"_s), u"Payroll"_s, true, false, false, false },
+        { "people time clock", at(S::people, u"Time clock"_s), u""_s, false, false, true, true },
     };
     for (const GateRow &row : rows)
         QTest::addRow("%s", row.name) << row;

@@ -45,10 +45,19 @@ void add(WorkspaceServer &server)
         open([](CallStore &store, const QString &, const WorkspaceRequest &request) {
             return store.recording(request.arguments().at(0));
         }));
+    // Leads are the sales screen's, whether or not the person places calls.
+    const auto sales = [calls, &server](auto handler) {
+        return [calls, handler, &server](const WorkspaceRequest &request) {
+            const QString &me = request.session().personId;
+            if (!server.store().opens(me, u"Sales"_s))
+                return WorkspaceReply::error(403, u"Sales is not open to you."_s);
+            return handler(*calls, me, request);
+        };
+    };
     router.add("GET", u"/api/sales/leads"_s, Access::Session,
-        open([](CallStore &store, const QString &, const WorkspaceRequest &) { return store.leads(); }));
+        sales([](CallStore &store, const QString &, const WorkspaceRequest &) { return store.leads(); }));
     router.add("GET", u"/api/sales/leads/:id"_s, Access::Session,
-        open([](CallStore &store, const QString &, const WorkspaceRequest &request) {
+        sales([](CallStore &store, const QString &, const WorkspaceRequest &request) {
             return store.lead(request.arguments().at(0));
         }));
 }

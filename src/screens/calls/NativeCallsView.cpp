@@ -6,6 +6,7 @@
 #include "service/TarnAPIError.h"
 #include "service/TarnRefreshLoop.h"
 #include "shell/NativeStateErrors.h"
+#include "shell/TarnAccess.h"
 
 #include <QCoroTimer>
 #include <QLocale>
@@ -16,6 +17,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+const QString callsApp = u"Calls"_s;
+const QString leadsApp = u"Sales"_s;
 
 QString cellOf(const TarnCall &call, const QString &column)
 {
@@ -160,6 +164,16 @@ QString NativeCallsView::numberHint() const
     return u"A number has 7 to 15 digits, with + or 00 before a country code."_s;
 }
 
+bool NativeCallsView::opens(const QString &app) const
+{
+    return m_api.session() && TarnAccess::fromSession(*m_api.session()).has(app);
+}
+
+bool NativeCallsView::mayCall() const
+{
+    return opens(callsApp);
+}
+
 bool NativeCallsView::canDial() const
 {
     return numberValid() && !m_placing && (!m_placed || m_placed->status == "ended"_L1);
@@ -255,15 +269,21 @@ QCoro::Task<> NativeCallsView::refreshOnce()
         Q_EMIT busyChanged();
     }
     try {
-        const QList<TarnCall> book = co_await TarnCallCalls::calls(m_api);
-        if (!self)
-            co_return;
-        showBook(book);
-        const QList<TarnSalesLead> leads = co_await TarnCallCalls::salesLeads(m_api);
-        if (!self)
-            co_return;
-        m_allLeads = leads;
-        applyLeadFilter();
+        // The call book belongs to Calls and the leads to Sales: someone with
+        // only one of them reads only that one.
+        if (mayCall()) {
+            const QList<TarnCall> book = co_await TarnCallCalls::calls(m_api);
+            if (!self)
+                co_return;
+            showBook(book);
+        }
+        if (opens(leadsApp)) {
+            const QList<TarnSalesLead> leads = co_await TarnCallCalls::salesLeads(m_api);
+            if (!self)
+                co_return;
+            m_allLeads = leads;
+            applyLeadFilter();
+        }
     } catch (const TarnAPIError &error) {
         if (!self)
             co_return;

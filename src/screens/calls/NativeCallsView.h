@@ -48,6 +48,7 @@ class NativeCallsView : public QObject {
     Q_PROPERTY(bool numberValid READ numberValid NOTIFY dialChanged)
     Q_PROPERTY(QString numberHint READ numberHint NOTIFY dialChanged)
     Q_PROPERTY(bool canDial READ canDial NOTIFY dialChanged)
+    Q_PROPERTY(bool mayCall READ mayCall NOTIFY busyChanged)
     Q_PROPERTY(QString placedStatus READ placedStatus NOTIFY placedChanged)
     Q_PROPERTY(QString placedLabel READ placedLabel NOTIFY placedChanged)
     Q_PROPERTY(QString openLeadId READ openLeadId NOTIFY leadChanged)
@@ -90,6 +91,8 @@ public:
     [[nodiscard]] bool numberValid() const;
     [[nodiscard]] QString numberHint() const;
     [[nodiscard]] bool canDial() const;
+    // Whether the signed-in person has the Calls app, so may place a call.
+    [[nodiscard]] bool mayCall() const;
     // "", or the placed call's "placing", "ringing", "in-call" or "ended".
     [[nodiscard]] QString placedStatus() const;
     [[nodiscard]] QString placedLabel() const;
@@ -146,6 +149,7 @@ Q_SIGNALS:
     void signedOut();
 
 private:
+    [[nodiscard]] bool opens(const QString &app) const;
     QCoro::Task<> refreshOnce();
     QCoro::Task<> saveTask(QString callId, TarnCallCell cell);
     QCoro::Task<> dialTask(TarnSalesCallStart start);

@@ -223,7 +223,7 @@ void TestCallCalls::recordingDecodes()
 void TestCallCalls::onlyPeopleWithCalls()
 {
     QCOMPARE(failureOf(TarnCallCalls::calls(client.as(sam))), u"Calls are not open to you."_s);
-    QCOMPARE(failureOf(TarnCallCalls::salesLeads(client.as(sam))), u"Calls are not open to you."_s);
+    QCOMPARE(failureOf(TarnCallCalls::salesLeads(client.as(sam))), u"Sales is not open to you."_s);
 }
 
 QTEST_GUILESS_MAIN(TestCallCalls)

@@ -25,6 +25,12 @@ QStringList column(const NativeCallModel &model, const char *role)
     return out;
 }
 
+struct AppsRow {
+    QString email;
+    bool book;
+    bool leads;
+};
+
 struct FilterRow {
     QString filter;
     QString search;
@@ -34,6 +40,7 @@ struct FilterRow {
 } // namespace
 
 Q_DECLARE_METATYPE(FilterRow)
+Q_DECLARE_METATYPE(AppsRow)
 
 // The calls screen's state over a real workspace: the filtered book, two
 // people editing one call, the remembered mode, a placed call followed to
@@ -48,6 +55,8 @@ private slots:
     void concurrentEditShowsTheServiceState();
     void modeIsRemembered();
     void leadsNarrowedInPlace();
+    void eachAppReadsItsOwnHalf_data();
+    void eachAppReadsItsOwnHalf();
     void dialledCallEndsWithARecording();
 
 private:
@@ -184,6 +193,26 @@ void TestCallsView::leadsNarrowedInPlace()
     view->setLeadSearch({});
     QCOMPARE(view->leads()->rows(), all);
     QCOMPARE(resets.count(), 0);
+}
+
+void TestCallsView::eachAppReadsItsOwnHalf_data()
+{
+    QTest::addColumn<AppsRow>("row");
+    QTest::addRow("calls and sales") << AppsRow { tomas, true, true };
+    // Jonah places calls but has no leads; Ada works leads but places no calls.
+    QTest::addRow("calls only") << AppsRow { u"jonah@halvard.example"_s, true, false };
+    QTest::addRow("sales only") << AppsRow { u"ada@halvard.example"_s, false, true };
+}
+
+void TestCallsView::eachAppReadsItsOwnHalf()
+{
+    QFETCH(AppsRow, row);
+    const std::unique_ptr<NativeCallsView> view = loaded(row.email);
+    QVERIFY(view);
+    QCOMPARE(view->errorText(), QString());
+    QCOMPARE(view->mayCall(), row.book);
+    QCOMPARE(view->calls()->rowCount() > 0, row.book);
+    QCOMPARE(view->leads()->rowCount() > 0, row.leads);
 }
 
 void TestCallsView::dialledCallEndsWithARecording()

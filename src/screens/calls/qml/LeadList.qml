@@ -42,7 +42,7 @@ ListView {
             objectName: "leadCall"
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            visible: lead.phone.length > 0
+            visible: lead.phone.length > 0 && lead.list !== null && lead.list.calls.mayCall
             symbol: "phone"
             text: qsTr("Call %1").arg(lead.name)
             enabled: lead.list !== null && lead.list.calls.placedStatus !== "placing"
