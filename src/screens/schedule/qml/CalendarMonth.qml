@@ -1,5 +1,4 @@
 import QtQuick
-import PiloTarn.Design
 import PiloTarn.Schedule
 
 // The month as six weeks of seven days from the Monday of the week holding
