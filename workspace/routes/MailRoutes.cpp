@@ -6,6 +6,7 @@
 #include "workspace/routes/MailSeed.h"
 #include "workspace/routes/MailStore.h"
 #include "workspace/routes/ScheduleGoogle.h"
+#include "workspace/routes/ScheduleSeed.h"
 
 #include <QDateTime>
 #include <QJsonArray>
@@ -194,7 +195,8 @@ bool add(WorkspaceServer &server, QString *error)
         *error = u"could not create the calendar tables"_s;
         return false;
     }
-    calendar->plantDemo(QDate::currentDate());
+    if (!calendar->hasEvents())
+        ScheduleSeed::plantGoogle(*calendar, QDate::currentDate());
 
     WorkspaceRouter &router = server.router();
 

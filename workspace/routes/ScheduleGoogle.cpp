@@ -22,7 +22,6 @@ namespace {
 constexpr qsizetype longestTitle = 100;
 constexpr qsizetype longestLocation = 200;
 constexpr qint64 longestEventMs = 24LL * 60 * 60'000;
-const QString demoOwner = u"p-maren"_s;
 
 const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS schedule_google_grants ("
@@ -41,11 +40,6 @@ QJsonObject eventFrom(const QSqlQuery &q)
         { u"start_at"_s, isoTime(q.value(2).toLongLong()) }, { u"end_at"_s, isoTime(q.value(3).toLongLong()) },
         { u"all_day"_s, q.value(4).toBool() }, { u"kind"_s, u"meeting"_s }, { u"location"_s, optionalText(q.value(5)) },
         { u"client_name"_s, QJsonValue() }, { u"calendar"_s, u"google"_s } };
-}
-
-qint64 at(const QDate &day, const QTime &time)
-{
-    return QDateTime(day, time).toMSecsSinceEpoch();
 }
 
 } // namespace
@@ -109,6 +103,11 @@ QJsonObject ScheduleGoogle::eventObject(const QString &id) const
     return q.next() ? eventFrom(q) : QJsonObject();
 }
 
+bool ScheduleGoogle::hasEvents() const
+{
+    return single(m_store.database(), u"SELECT COUNT(*) FROM schedule_google_events"_s) > 0;
+}
+
 QString ScheduleGoogle::add(
     const QString &me, const QString &title, qint64 startMs, qint64 endMs, bool allDay, const QString &location)
 {
@@ -118,41 +117,4 @@ QString ScheduleGoogle::add(
         " VALUES (?, ?, ?, ?, ?, ?, ?)"_s,
         { id, me, title, startMs, endMs, allDay ? 1 : 0, orNull(location) });
     return id;
-}
-
-void ScheduleGoogle::plantDemo(const QDate &today)
-{
-    if (single(m_store.database(), u"SELECT COUNT(*) FROM schedule_google_events"_s) > 0)
-        return;
-    grant(demoOwner);
-    // What a company owner keeps in the Google calendar beside the
-    // workspace's: the personal and the outside.
-    struct Entry {
-        int weekday;
-        QTime start;
-        int minutes;
-        QLatin1StringView title;
-        QLatin1StringView location;
-    };
-    const QList<Entry> week {
-        { 1, QTime(7, 30), 45, "Gym"_L1, "Harbour Fitness"_L1 },
-        { 2, QTime(12, 0), 60, "Lunch with Ingrid (accountant)"_L1, "Café Lindqvist"_L1 },
-        { 3, QTime(18, 30), 90, "Chamber of commerce mixer"_L1, "Old Customs House"_L1 },
-        { 4, QTime(8, 0), 30, "School run"_L1, {} },
-        { 5, QTime(17, 30), 120, "Dinner with the Reyes family"_L1, "Nordlys"_L1 },
-    };
-    const QDate thisMonday = today.addDays(1 - today.dayOfWeek());
-    for (int weekIndex = -5; weekIndex <= 6; ++weekIndex) {
-        const QDate monday = thisMonday.addDays(7 * weekIndex);
-        for (const Entry &entry : week) {
-            // Every other week for the evenings out.
-            if (entry.weekday >= 3 && (weekIndex + entry.weekday) % 2 != 0)
-                continue;
-            const qint64 start = at(monday.addDays(entry.weekday - 1), entry.start);
-            add(demoOwner, entry.title, start, start + qint64(entry.minutes) * 60'000, false, entry.location);
-        }
-    }
-    const QDate trip = thisMonday.addDays(14 + 3);
-    add(demoOwner, u"Trade fair in Lisbon"_s, at(trip, QTime(0, 0)), at(trip.addDays(2), QTime(0, 0)), true,
-        u"Lisbon"_s);
 }

@@ -2,7 +2,6 @@
 
 #include "workspace/WorkspaceReply.h"
 
-#include <QDate>
 #include <QJsonObject>
 #include <QString>
 
@@ -25,14 +24,13 @@ public:
     // "calendar.create" {title, start_at, end_at, location?}: the event made.
     [[nodiscard]] WorkspaceReply create(const QString &me, const QJsonObject &params);
 
-    // The owner's calendar granted with a few weeks of events around
-    // `today`, when no calendar has any.
-    void plantDemo(const QDate &today);
+    // For the demo.
+    [[nodiscard]] bool hasEvents() const;
+    QString add(
+        const QString &me, const QString &title, qint64 startMs, qint64 endMs, bool allDay, const QString &location);
 
 private:
     [[nodiscard]] QJsonObject eventObject(const QString &id) const;
-    QString add(
-        const QString &me, const QString &title, qint64 startMs, qint64 endMs, bool allDay, const QString &location);
 
     WorkspaceStore &m_store;
 };
