@@ -157,7 +157,7 @@ WorkspaceReply ScheduleBookingPage::form(const Link &link, const Typed &typed, c
           "<p><label>Note<br><textarea name=\"note\" maxlength=\"1000\">%10</textarea></label></p>"
           "<p><button type=\"submit\">Book</button></p></form>"_s.arg(u"%1 min"_s.arg(link.duration), e(link.ownerName),
               e(QString::fromUtf8(m_zone.id())),
-              problem.isEmpty() ? QString() : u"<p class=\"error\" role=\"alert\">%1</p>"_s.arg(e(problem)),
+              problem.isEmpty() ? QString() : u"<p role=\"alert\"><strong>%1</strong></p>"_s.arg(e(problem)),
               e(link.slug), newToken(), times, e(typed.name), e(typed.email), e(typed.note));
     return WorkspaceReply::page(link.title, content, status);
 }
