@@ -154,7 +154,7 @@ QList<ScheduleMonthDay> monthDays(
             if (!placeOn(event, day, zone))
                 continue;
             if (++row.count <= monthTitles)
-                row.titles.append(event.title);
+                row.titles.append(QVariantMap { { u"title"_s, event.title }, { u"calendar"_s, event.calendar } });
         }
         grid.append(row);
     }

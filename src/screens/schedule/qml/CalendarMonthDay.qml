@@ -70,14 +70,31 @@ Rectangle {
         Repeater {
             model: cell.titles
 
-            delegate: Text {
-                required property string modelData
+            // The Google calendar's events carry its stripe, as in the week.
+            delegate: Row {
+                id: line
+
+                required property var modelData
+                readonly property bool google: modelData.calendar === "google"
 
                 width: parent ? parent.width : 0
-                text: modelData
-                elide: Text.ElideRight
-                font.pixelSize: Theme.type.caption
-                color: Theme.colours.secondaryText
+                spacing: 3
+
+                Rectangle {
+                    visible: line.google
+                    width: 3
+                    height: title.implicitHeight
+                    radius: 1
+                    color: Theme.colours.warning
+                }
+                Text {
+                    id: title
+                    width: line.width - (line.google ? 6 : 0)
+                    text: line.modelData.title
+                    elide: Text.ElideRight
+                    font.pixelSize: Theme.type.caption
+                    color: Theme.colours.secondaryText
+                }
             }
         }
         Text {
