@@ -91,7 +91,7 @@ NativeAppWindow::NativeAppWindow(const Config &config, TarnSessionStore &store, 
     , m_portals(m_api)
     , m_documents(m_api)
     , m_company(m_api)
-    , m_schedule(m_api)
+    , m_schedule(m_api, preferences)
     , m_marketScan(m_api)
     , m_websites(m_api)
     , m_overview(m_api)

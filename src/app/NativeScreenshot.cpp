@@ -54,6 +54,7 @@ std::optional<TarnDestination> NativeScreenshot::destination(const QString &prof
         { "support-time"_L1, TarnScreen::support, "Time"_L1 },
         { "company"_L1, TarnScreen::company, "Team & access"_L1 },
         { "booking-links"_L1, TarnScreen::schedule, "Booking links"_L1 },
+        { "schedule-month"_L1, TarnScreen::schedule, "Calendar"_L1 },
         { "product-boards"_L1, TarnScreen::overview, "Product boards"_L1 },
         { "fulfilment"_L1, TarnScreen::overview, "Fulfilment"_L1 },
         { "timeclock"_L1, TarnScreen::people, "Time clock"_L1 },

@@ -314,9 +314,12 @@ int main(int argc, char **argv)
             waitForFirstLoad(*capture, app.overview(), &NativeOverviewView::busyChanged);
         else if (shown && shown->screen == TarnScreen::marketScan)
             waitForFirstLoad(*capture, app.marketScan(), &NativeMarketScanView::busyChanged);
-        else if (shown && shown->screen == TarnScreen::schedule && !shown->section)
+        else if (shown && shown->screen == TarnScreen::schedule && shown->section != u"Booking links"_s) {
+            // The calendar as a week, or as a month for its own profile.
+            app.schedule().setMode(
+                profile.place == "schedule-month"_L1 ? NativeScheduleView::monthMode : NativeScheduleView::weekMode);
             waitForFirstLoad(*capture, app.schedule(), &NativeScheduleView::busyChanged);
-        else if (shown && shown->screen == TarnScreen::schedule) {
+        } else if (shown && shown->screen == TarnScreen::schedule) {
             // The booking links with the first booked one open.
             NativeScheduleView &schedule = app.schedule();
             capture->setReady([&schedule] { return schedule.bookings()->rowCount() > 0; });

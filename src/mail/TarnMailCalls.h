@@ -9,11 +9,13 @@
 #include "mail/TarnMailLabels.h"
 #include "mail/TarnMailOK.h"
 #include "mail/TarnMailQueued.h"
+#include "mail/TarnMailRPC.h"
 #include "mail/TarnMailReplyDrafts.h"
 #include "mail/TarnMailSend.h"
 #include "mail/TarnMailSignedImages.h"
 #include "mail/TarnMailStatus.h"
 #include "mail/TarnMailThreadResponse.h"
+#include "service/TarnAPI.h"
 
 #include <QByteArray>
 #include <QCoroTask>
@@ -21,8 +23,6 @@
 #include <QStringList>
 
 #include <optional>
-
-class TarnAPI;
 
 // The mail service: one RPC endpoint ("/api/tarn-mail/rpc") carrying a method
 // and its params, the connection status and the image proxy.
@@ -32,6 +32,13 @@ namespace TarnMailCalls {
 inline constexpr QLatin1StringView attachmentLimitText = QLatin1StringView("Attach up to 20 files totaling 18 MB.");
 // The largest image the proxy may hand back.
 inline constexpr qint64 maxImageBytes = 10 * 1024 * 1024;
+
+// One call to the RPC endpoint, answered by the record `T`; the screens
+// that use the service's calendar methods call it too.
+template <typename T> QCoro::Task<T> rpc(TarnAPI &api, TarnMailRPC body)
+{
+    return api.request<T>(TarnPath(QStringLiteral("/api/tarn-mail/rpc")), TarnMethod::Post, std::move(body));
+}
 
 QCoro::Task<TarnMailStatus> status(TarnAPI &api);
 // The address the browser opens to connect the mailbox ("gmail") with Google.

@@ -5,6 +5,8 @@
 #include "workspace/routes/MailImages.h"
 #include "workspace/routes/MailSeed.h"
 #include "workspace/routes/MailStore.h"
+#include "workspace/routes/ScheduleGoogle.h"
+#include "workspace/routes/ScheduleSeed.h"
 
 #include <QDateTime>
 #include <QJsonArray>
@@ -57,9 +59,10 @@ QJsonObject signImages(MailStore &mail, const QJsonArray &urls)
 
 class MailRPC {
 public:
-    MailRPC(WorkspaceServer &server, std::shared_ptr<MailStore> mail)
+    MailRPC(WorkspaceServer &server, std::shared_ptr<MailStore> mail, std::shared_ptr<ScheduleGoogle> calendar)
         : m_server(server)
         , m_mail(std::move(mail))
+        , m_calendar(std::move(calendar))
     {
     }
 
@@ -71,11 +74,27 @@ public:
         const QString me = request.session().personId;
         if (!m_mail->isConnected(me))
             return WorkspaceReply::error(409, u"Connect your Google mailbox first."_s);
+        const QString method = body->value("method"_L1).toString();
+        const QJsonObject params = body->value("params"_L1).toObject();
+        if (method.startsWith("calendar."_L1))
+            return calendar(me, method, params);
         m_mail->deliverDue();
-        return call(me, body->value("method"_L1).toString(), body->value("params"_L1).toObject());
+        return call(me, method, params);
     }
 
 private:
+    // The connected Google account's calendar, once it was granted.
+    WorkspaceReply calendar(const QString &me, const QString &method, const QJsonObject &params) const
+    {
+        if (!m_calendar->isGranted(me))
+            return WorkspaceReply::error(403, u"Google Calendar is not connected."_s);
+        if (method == "calendar.events"_L1)
+            return m_calendar->events(me, params);
+        if (method == "calendar.create"_L1)
+            return m_calendar->create(me, params);
+        return WorkspaceReply::error(404, u"The mail service has no method \"%1\"."_s.arg(method));
+    }
+
     WorkspaceReply call(const QString &me, const QString &method, const QJsonObject &params) const
     {
         MailStore &mail = *m_mail;
@@ -144,6 +163,7 @@ private:
 
     WorkspaceServer &m_server;
     std::shared_ptr<MailStore> m_mail;
+    std::shared_ptr<ScheduleGoogle> m_calendar;
 };
 
 } // namespace
@@ -170,20 +190,35 @@ bool add(WorkspaceServer &server, QString *error)
     }
     // Sends queued before a restart go out (or are found due) now.
     mail->deliverDue();
+    const auto calendar = std::make_shared<ScheduleGoogle>(server.store());
+    if (!calendar->createSchema()) {
+        *error = u"could not create the calendar tables"_s;
+        return false;
+    }
+    if (!calendar->hasEvents())
+        ScheduleSeed::plantGoogle(*calendar, QDate::currentDate());
 
     WorkspaceRouter &router = server.router();
 
-    // Connecting "gmail" through the Google flow connects the mailbox.
-    router.add("GET", u"/api/tarn-mail/status"_s, Access::Session, [&server, mail](const WorkspaceRequest &request) {
-        const QString me = request.session().personId;
-        if (!mail->isConnected(me) && server.store().googleConnections(me).contains("gmail"_L1)) {
-            if (const std::optional<WorkspacePerson> person = server.store().person(me))
-                mail->connect(me, person->email);
-        }
-        return WorkspaceReply::json(mail->status(me));
-    });
+    // Connecting "gmail" through the Google flow connects the mailbox, and
+    // "calendar" grants its calendar.
+    router.add(
+        "GET", u"/api/tarn-mail/status"_s, Access::Session, [&server, mail, calendar](const WorkspaceRequest &request) {
+            const QString me = request.session().personId;
+            const QStringList connections = server.store().googleConnections(me);
+            if (!mail->isConnected(me) && connections.contains("gmail"_L1)) {
+                if (const std::optional<WorkspacePerson> person = server.store().person(me))
+                    mail->connect(me, person->email);
+            }
+            if (connections.contains("calendar"_L1))
+                calendar->grant(me);
+            QJsonObject status = mail->status(me);
+            status.insert(u"calendar"_s, mail->isConnected(me) && calendar->isGranted(me));
+            return WorkspaceReply::json(status);
+        });
 
-    router.add("POST", u"/api/tarn-mail/rpc"_s, Access::Session, MailRPC(server, mail), WorkspaceLimits::mailBodyBytes);
+    router.add("POST", u"/api/tarn-mail/rpc"_s, Access::Session, MailRPC(server, mail, calendar),
+        WorkspaceLimits::mailBodyBytes);
 
     router.add("GET", u"/api/tarn-mail/img"_s, Access::Session, [mail](const WorkspaceRequest &request) {
         const std::optional<QString> url = MailImages::verify(

@@ -2,6 +2,7 @@
 
 #include "workspace/WorkspaceRequest.h"
 #include "workspace/WorkspaceServer.h"
+#include "workspace/routes/ScheduleBookingPage.h"
 #include "workspace/routes/ScheduleSeed.h"
 #include "workspace/routes/ScheduleStore.h"
 
@@ -13,7 +14,8 @@ namespace ScheduleRoutes {
 
 void add(WorkspaceServer &server)
 {
-    const auto schedule = std::make_shared<ScheduleStore>(server.store());
+    // The workspace's own address without its closing slash.
+    const auto schedule = std::make_shared<ScheduleStore>(server.store(), server.url().toString().chopped(1));
     if (!schedule->createSchema())
         return;
     // A data folder whose demo weeks have passed gets this week's again.
@@ -46,6 +48,13 @@ void add(WorkspaceServer &server)
         gated([](ScheduleStore &store, const QString &me, const WorkspaceRequest &request) {
             return store.bookings(me, request.arguments().at(0));
         }));
+
+    // The page clients book on, with no sign-in.
+    const auto page = std::make_shared<ScheduleBookingPage>(server.store(), QTimeZone::systemTimeZone());
+    router.add("GET", u"/book/:slug"_s, Access::Public,
+        [page](const WorkspaceRequest &request) { return page->show(request.arguments().at(0)); });
+    router.add("POST", u"/book/:slug"_s, Access::Public,
+        [page](const WorkspaceRequest &request) { return page->book(request.arguments().at(0), request.body()); });
 }
 
 } // namespace ScheduleRoutes

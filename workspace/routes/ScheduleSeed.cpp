@@ -1,5 +1,6 @@
 #include "workspace/routes/ScheduleSeed.h"
 
+#include "workspace/routes/ScheduleGoogle.h"
 #include "workspace/routes/ScheduleStore.h"
 
 #include <QDateTime>
@@ -132,6 +133,40 @@ void plant(ScheduleStore &schedule, const QDate &today)
     for (const Booking &booking : bookings)
         schedule.addBooking(
             booking.link, booking.name, booking.email, at(today.addDays(booking.inDays), booking.start), booking.note);
+}
+
+void plantGoogle(ScheduleGoogle &calendar, const QDate &today)
+{
+    const QString owner = u"p-maren"_s;
+    calendar.grant(owner);
+    struct Entry {
+        int weekday;
+        QTime start;
+        int minutes;
+        QLatin1StringView title;
+        QLatin1StringView location;
+    };
+    const QList<Entry> week {
+        { 1, QTime(7, 30), 45, "Gym"_L1, "Harbour Fitness"_L1 },
+        { 2, QTime(12, 0), 60, "Lunch with Ingrid (accountant)"_L1, "Lindqvist Kitchen"_L1 },
+        { 3, QTime(18, 30), 90, "Chamber of commerce mixer"_L1, "Old Customs House"_L1 },
+        { 4, QTime(8, 0), 30, "School run"_L1, {} },
+        { 5, QTime(17, 30), 120, "Dinner with the Reyes family"_L1, "Nordlys"_L1 },
+    };
+    const QDate thisMonday = today.addDays(1 - today.dayOfWeek());
+    for (int weekIndex = -5; weekIndex <= 6; ++weekIndex) {
+        const QDate monday = thisMonday.addDays(7 * weekIndex);
+        for (const Entry &entry : week) {
+            // Every other week for the evenings out.
+            if (entry.weekday >= 3 && (weekIndex + entry.weekday) % 2 != 0)
+                continue;
+            const qint64 start = at(monday.addDays(entry.weekday - 1), entry.start);
+            calendar.add(owner, entry.title, start, start + qint64(entry.minutes) * 60'000, false, entry.location);
+        }
+    }
+    const QDate trip = thisMonday.addDays(14 + 3);
+    calendar.add(
+        owner, u"Trade fair in Lisbon"_s, at(trip, QTime(0, 0)), at(trip.addDays(2), QTime(0, 0)), true, u"Lisbon"_s);
 }
 
 } // namespace ScheduleSeed

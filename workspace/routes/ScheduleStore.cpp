@@ -42,11 +42,6 @@ const char *const schema[] = {
     " email TEXT NOT NULL, start_ms INTEGER NOT NULL, note TEXT)",
 };
 
-QString bookingPage(const QString &slug)
-{
-    return u"https://book.halvard.example/"_s + slug;
-}
-
 // "Intro call" → "intro-call-7f3a": readable, and unique by its tail.
 QString slugFor(const QString &title)
 {
@@ -67,10 +62,10 @@ const QString linkSql = u"SELECT l.id, l.title, l.duration, l.slug,"
                         " (SELECT MIN(b.start_ms) FROM schedule_bookings b WHERE b.link_id = l.id AND b.start_ms >= ?)"
                         " FROM schedule_links l WHERE %1"_s;
 
-QJsonObject linkFrom(const QSqlQuery &q)
+QJsonObject linkFrom(const QSqlQuery &q, const QString &pages)
 {
     return { { u"id"_s, q.value(0).toString() }, { u"title"_s, q.value(1).toString() },
-        { u"duration"_s, q.value(2).toLongLong() }, { u"url"_s, bookingPage(q.value(3).toString()) },
+        { u"duration"_s, q.value(2).toLongLong() }, { u"url"_s, QString(pages + u"/book/"_s + q.value(3).toString()) },
         { u"bookings"_s, q.value(4).toLongLong() },
         { u"next_at"_s, q.value(5).isNull() ? QJsonValue() : QJsonValue(isoTime(q.value(5).toLongLong())) } };
 }
@@ -83,8 +78,20 @@ std::optional<qint64> instant(const QString &iso)
 
 } // namespace
 
-ScheduleStore::ScheduleStore(WorkspaceStore &store)
+const QString ScheduleStore::rangeRefusal = u"A range ends after it starts and spans at most 62 days."_s;
+
+std::optional<ScheduleStore::Range> ScheduleStore::readRange(const QString &fromText, const QString &toText)
+{
+    const std::optional<qint64> from = instant(fromText);
+    const std::optional<qint64> to = instant(toText);
+    if (!from || !to || *to <= *from || *to - *from > longestRangeDays * 24 * 60 * minuteMs)
+        return std::nullopt;
+    return Range { *from, *to };
+}
+
+ScheduleStore::ScheduleStore(WorkspaceStore &store, QString pages)
     : m_store(store)
+    , m_pages(std::move(pages))
 {
 }
 
@@ -107,12 +114,9 @@ bool ScheduleStore::hasEventsInWeekOf(const QDate &monday) const
 
 WorkspaceReply ScheduleStore::events(const QString &me, const QString &fromText, const QString &toText) const
 {
-    const std::optional<qint64> from = instant(fromText);
-    const std::optional<qint64> to = instant(toText);
-    if (!from || !to)
-        return WorkspaceReply::error(400, u"from and to are ISO 8601 times."_s);
-    if (*to <= *from || *to - *from > longestRangeDays * 24 * 60 * minuteMs)
-        return WorkspaceReply::error(400, u"A range ends after it starts and spans at most 62 days."_s);
+    const std::optional<Range> range = readRange(fromText, toText);
+    if (!range)
+        return WorkspaceReply::error(400, rangeRefusal);
     QSqlQuery q = run(m_store.database(),
         u"SELECT e.id, e.title, e.start_ms, e.end_ms, e.all_day, e.kind, e.location, c.name FROM schedule_events e"
         " LEFT JOIN clients c ON c.id = e.client_id WHERE e.person_id = ? AND e.end_ms > ? AND e.start_ms < ?"
@@ -121,13 +125,14 @@ WorkspaceReply ScheduleStore::events(const QString &me, const QString &fromText,
         " NULL, NULL FROM schedule_bookings b JOIN schedule_links l ON l.id = b.link_id"
         " WHERE l.person_id = ? AND b.start_ms + l.duration * 60000 > ? AND b.start_ms < ?"
         " ORDER BY 3, 2"_s,
-        { me, *from, *to, me, *from, *to });
+        { me, range->from, range->to, me, range->from, range->to });
     QJsonArray answer;
     while (q.next()) {
         answer.append(QJsonObject { { u"id"_s, q.value(0).toString() }, { u"title"_s, q.value(1).toString() },
             { u"start_at"_s, isoTime(q.value(2).toLongLong()) }, { u"end_at"_s, isoTime(q.value(3).toLongLong()) },
             { u"all_day"_s, q.value(4).toBool() }, { u"kind"_s, q.value(5).toString() },
-            { u"location"_s, optionalText(q.value(6)) }, { u"client_name"_s, optionalText(q.value(7)) } });
+            { u"location"_s, optionalText(q.value(6)) }, { u"client_name"_s, optionalText(q.value(7)) },
+            { u"calendar"_s, u"workspace"_s } });
     }
     return WorkspaceReply::json(answer);
 }
@@ -135,7 +140,7 @@ WorkspaceReply ScheduleStore::events(const QString &me, const QString &fromText,
 QJsonObject ScheduleStore::linkObject(const QString &id) const
 {
     QSqlQuery q = run(m_store.database(), linkSql.arg(u"l.id = ?"_s), { nowMs(), nowMs(), id });
-    return q.next() ? linkFrom(q) : QJsonObject();
+    return q.next() ? linkFrom(q, m_pages) : QJsonObject();
 }
 
 WorkspaceReply ScheduleStore::links(const QString &me) const
@@ -144,7 +149,7 @@ WorkspaceReply ScheduleStore::links(const QString &me) const
         { nowMs(), nowMs(), me });
     QJsonArray answer;
     while (q.next())
-        answer.append(linkFrom(q));
+        answer.append(linkFrom(q, m_pages));
     return WorkspaceReply::json(answer);
 }
 

@@ -6,6 +6,8 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <optional>
+
 class WorkspaceStore;
 
 // The schedule over SQLite: each person's calendar events (times in
@@ -15,7 +17,18 @@ class ScheduleStore {
 public:
     static constexpr qint64 longestRangeDays = 62;
 
-    explicit ScheduleStore(WorkspaceStore &store);
+    // Milliseconds of a range read from ISO 8601 times: it ends after it
+    // starts and spans at most 62 days, else it is refused with
+    // `rangeRefusal`.
+    struct Range {
+        qint64 from = 0;
+        qint64 to = 0;
+    };
+    [[nodiscard]] static std::optional<Range> readRange(const QString &from, const QString &to);
+    static const QString rangeRefusal;
+
+    // A link's page is `pages` + "/book/" + its slug.
+    ScheduleStore(WorkspaceStore &store, QString pages);
 
     [[nodiscard]] bool createSchema();
     [[nodiscard]] bool mayUse(const QString &me) const;
@@ -47,4 +60,5 @@ private:
     [[nodiscard]] QJsonObject linkObject(const QString &id) const;
 
     WorkspaceStore &m_store;
+    QString m_pages;
 };

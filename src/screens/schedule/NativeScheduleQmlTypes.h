@@ -19,6 +19,13 @@ struct NativeScheduleDayModelForeign {
     QML_UNCREATABLE("Built by the application.")
 };
 
+struct NativeScheduleMonthModelForeign {
+    Q_GADGET
+    QML_FOREIGN(NativeScheduleMonthModel)
+    QML_NAMED_ELEMENT(NativeScheduleMonthModel)
+    QML_UNCREATABLE("Built by the application.")
+};
+
 struct NativeBookingLinkModelForeign {
     Q_GADGET
     QML_FOREIGN(NativeBookingLinkModel)

@@ -8,6 +8,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int dayMinutes = 24 * 60;
+constexpr qsizetype longestTitle = 100;
+constexpr qsizetype longestLocation = 200;
 
 QDateTime instant(const QString &iso, const QTimeZone &zone)
 {
@@ -23,6 +25,16 @@ int minutesOn(const QDateTime &at, const QDate &day)
     if (at.date() > day)
         return dayMinutes;
     return at.time().hour() * 60 + at.time().minute();
+}
+
+// All-day events first, then by start.
+QList<TarnCalendarEvent> byStart(const QList<TarnCalendarEvent> &events)
+{
+    QList<TarnCalendarEvent> sorted = events;
+    std::stable_sort(sorted.begin(), sorted.end(), [](const TarnCalendarEvent &a, const TarnCalendarEvent &b) {
+        return a.all_day != b.all_day ? a.all_day : a.start_at < b.start_at;
+    });
+    return sorted;
 }
 
 } // namespace
@@ -81,10 +93,7 @@ QString timeLabel(const TarnCalendarEvent &event, const QTimeZone &zone)
 QList<ScheduleDay> days(
     const QDate &monday, const QList<TarnCalendarEvent> &events, const QTimeZone &zone, const QDate &today)
 {
-    QList<TarnCalendarEvent> sorted = events;
-    std::stable_sort(sorted.begin(), sorted.end(), [](const TarnCalendarEvent &a, const TarnCalendarEvent &b) {
-        return a.all_day != b.all_day ? a.all_day : a.start_at < b.start_at;
-    });
+    const QList<TarnCalendarEvent> sorted = byStart(events);
     const QLocale english(QLocale::English);
     QList<ScheduleDay> week;
     for (int i = 0; i < 7; ++i) {
@@ -93,18 +102,92 @@ QList<ScheduleDay> days(
             .label = english.toString(day, u"ddd d"_s),
             .today = day == today,
             .events = {} };
-        for (const TarnCalendarEvent &event : std::as_const(sorted)) {
+        for (const TarnCalendarEvent &event : sorted) {
             const std::optional<Placement> placed = placeOn(event, day, zone);
             if (!placed)
                 continue;
             row.events.append(QVariantMap { { u"eventId"_s, event.id }, { u"title"_s, event.title },
                 { u"kind"_s, event.kind }, { u"location"_s, event.location.value_or(QString()) },
                 { u"client"_s, event.client_name.value_or(QString()) }, { u"time"_s, timeLabel(event, zone) },
-                { u"allDay"_s, event.all_day }, { u"start"_s, placed->start }, { u"end"_s, placed->end } });
+                { u"allDay"_s, event.all_day }, { u"calendar"_s, event.calendar }, { u"start"_s, placed->start },
+                { u"end"_s, placed->end } });
         }
         week.append(row);
     }
     return week;
+}
+
+QDate monthStart(const QDate &day)
+{
+    return QDate(day.year(), day.month(), 1);
+}
+
+std::pair<QDateTime, QDateTime> monthRange(const QDate &first, const QTimeZone &zone)
+{
+    const QDate start = weekStart(first);
+    return { start.startOfDay(zone), start.addDays(monthGridDays).startOfDay(zone) };
+}
+
+QString monthLabel(const QDate &first)
+{
+    return QLocale(QLocale::English).toString(first, u"MMMM yyyy"_s);
+}
+
+QList<ScheduleMonthDay> monthDays(
+    const QDate &first, const QList<TarnCalendarEvent> &events, const QTimeZone &zone, const QDate &today)
+{
+    const QList<TarnCalendarEvent> sorted = byStart(events);
+    const QLocale english(QLocale::English);
+    const QDate start = weekStart(first);
+    QList<ScheduleMonthDay> grid;
+    grid.reserve(monthGridDays);
+    for (int i = 0; i < monthGridDays; ++i) {
+        const QDate day = start.addDays(i);
+        ScheduleMonthDay row { .date = day.toString(Qt::ISODate),
+            .weekday = english.toString(day, u"ddd"_s),
+            .number = day.day(),
+            .inMonth = day.month() == first.month(),
+            .today = day == today,
+            .count = 0,
+            .titles = {} };
+        for (const TarnCalendarEvent &event : sorted) {
+            if (!placeOn(event, day, zone))
+                continue;
+            if (++row.count <= monthTitles)
+                row.titles.append(QVariantMap { { u"title"_s, event.title }, { u"calendar"_s, event.calendar } });
+        }
+        grid.append(row);
+    }
+    return grid;
+}
+
+std::variant<TarnCalendarEventDraft, QString> eventDraft(const QString &title, const QString &day, const QString &start,
+    const QString &end, const QString &location, const QTimeZone &zone)
+{
+    const QString named = title.simplified();
+    if (named.isEmpty() || named.size() > longestTitle)
+        return u"Give the event a title of up to 100 characters."_s;
+    const QDate date = QDate::fromString(day.trimmed(), Qt::ISODate);
+    if (!date.isValid())
+        return u"Write the day as 2026-11-30."_s;
+    const QTime from = QTime::fromString(start.trimmed(), u"H:mm"_s);
+    const QTime to = QTime::fromString(end.trimmed(), u"H:mm"_s);
+    if (!from.isValid() || !to.isValid())
+        return u"Write the times as 09:30, on a 24-hour clock."_s;
+    if (to <= from)
+        return u"The event ends after it starts, on the same day."_s;
+    const QDateTime startAt(date, from, zone);
+    const QDateTime endAt(date, to, zone);
+    // Qt makes a skipped wall time invalid, or moves it past the gap.
+    if (!startAt.isValid() || !endAt.isValid() || startAt.time() != from || endAt.time() != to)
+        return u"The clocks change then: that time does not exist on that day."_s;
+    const QString place = location.simplified();
+    if (place.size() > longestLocation)
+        return u"Keep the location to 200 characters."_s;
+    return TarnCalendarEventDraft { .title = named,
+        .start_at = startAt.toUTC().toString(Qt::ISODate),
+        .end_at = endAt.toUTC().toString(Qt::ISODate),
+        .location = place };
 }
 
 } // namespace ScheduleRules

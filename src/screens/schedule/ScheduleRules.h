@@ -1,7 +1,9 @@
 #pragma once
 
 #include "screens/schedule/ScheduleDay.h"
+#include "screens/schedule/ScheduleMonthDay.h"
 #include "screens/schedule/TarnCalendarEvent.h"
+#include "screens/schedule/TarnCalendarEventDraft.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -10,9 +12,10 @@
 
 #include <optional>
 #include <utility>
+#include <variant>
 
-// The calendar's week: which instants it spans in a time zone and where each
-// event falls on its days, QtCore only.
+// The calendar's week and month: which instants they span in a time zone and
+// where each event falls on their days, QtCore only.
 namespace ScheduleRules {
 
 // The Monday of the week `day` is in.
@@ -36,5 +39,29 @@ struct Placement {
 // The seven days from `monday` with the events on each, by start.
 [[nodiscard]] QList<ScheduleDay> days(
     const QDate &monday, const QList<TarnCalendarEvent> &events, const QTimeZone &zone, const QDate &today);
+
+// The month grid: six weeks from the Monday of the week holding the 1st.
+inline constexpr int monthGridDays = 42;
+// How many titles a day of the month grid shows.
+inline constexpr int monthTitles = 3;
+
+// The first day of the month `day` is in.
+[[nodiscard]] QDate monthStart(const QDate &day);
+// From the local midnight starting the grid's first day to the one after
+// its last: exactly its days whatever clock changes lie between.
+[[nodiscard]] std::pair<QDateTime, QDateTime> monthRange(const QDate &first, const QTimeZone &zone);
+// "November 2026".
+[[nodiscard]] QString monthLabel(const QDate &first);
+// The grid's 42 days for the month starting `first`, each with the events
+// touching it in `zone`, all-day first, then by start.
+[[nodiscard]] QList<ScheduleMonthDay> monthDays(
+    const QDate &first, const QList<TarnCalendarEvent> &events, const QTimeZone &zone, const QDate &today);
+
+// A new event as typed: a title, a day ("yyyy-MM-dd"), a start and an end
+// ("HH:mm", the end on the same day) in `zone` and an optional location;
+// the draft to send, or why it cannot be sent. A wall time the clocks skip
+// that day is refused rather than moved.
+[[nodiscard]] std::variant<TarnCalendarEventDraft, QString> eventDraft(const QString &title, const QString &day,
+    const QString &start, const QString &end, const QString &location, const QTimeZone &zone);
 
 } // namespace ScheduleRules

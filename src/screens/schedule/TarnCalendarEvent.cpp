@@ -13,5 +13,6 @@ TarnCalendarEvent TarnCalendarEvent::fromJSON(const TarnJSONObject &json)
         .all_day = json.boolean("all_day"_L1),
         .kind = json.string("kind"_L1),
         .location = json.optionalString("location"_L1),
-        .client_name = json.optionalString("client_name"_L1) };
+        .client_name = json.optionalString("client_name"_L1),
+        .calendar = json.string("calendar"_L1) };
 }

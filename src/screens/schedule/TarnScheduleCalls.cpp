@@ -1,5 +1,6 @@
 #include "screens/schedule/TarnScheduleCalls.h"
 
+#include "mail/TarnMailCalls.h"
 #include "service/TarnAPI.h"
 
 using namespace Qt::StringLiterals;
@@ -27,6 +28,18 @@ QCoro::Task<QList<TarnBooking>> bookingLinkBookings(TarnAPI &api, const QString 
 {
     return api.request<QList<TarnBooking>>(
         TarnPath(u"/api/calendar/booking-links"_s).id(linkId).segment("bookings"_L1));
+}
+
+QCoro::Task<TarnGoogleEvents> googleEvents(TarnAPI &api, const QDateTime &from, const QDateTime &to)
+{
+    return TarnMailCalls::rpc<TarnGoogleEvents>(api,
+        TarnMailRPC { u"calendar.events"_s,
+            { { u"from"_s, from.toUTC().toString(Qt::ISODate) }, { u"to"_s, to.toUTC().toString(Qt::ISODate) } } });
+}
+
+QCoro::Task<TarnCalendarEvent> createGoogleEvent(TarnAPI &api, const TarnCalendarEventDraft &draft)
+{
+    return TarnMailCalls::rpc<TarnCalendarEvent>(api, TarnMailRPC { u"calendar.create"_s, draft.toJSON() });
 }
 
 } // namespace TarnScheduleCalls

@@ -5,7 +5,10 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QSet>
+#include <QSettings>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
@@ -26,10 +29,14 @@ private slots:
     void initTestCase();
     void weeksMoveByKeyboard();
     void linksMadeAndCopied();
+    void monthChosenAndRemembered();
+    void eventsOfBothCalendars();
     void cleanupTestCase();
 
 private:
     InboxTestClient client;
+    QTemporaryDir folder;
+    std::unique_ptr<QSettings> settings;
     std::unique_ptr<NativeScheduleView> view;
     TestScreenHost host;
 };
@@ -37,7 +44,8 @@ private:
 void TestScheduleScreen::initTestCase()
 {
     QCOMPARE(client.start(), QString());
-    view = std::make_unique<NativeScheduleView>(client.as(u"maren@halvard.example"_s));
+    settings = std::make_unique<QSettings>(folder.filePath(u"prefs.ini"_s), QSettings::IniFormat);
+    view = std::make_unique<NativeScheduleView>(client.as(u"maren@halvard.example"_s), *settings);
     QSignalSpy refreshed(view.get(), &NativeScheduleView::refreshed);
     QCOMPARE(host.show("import PiloTarn.Schedule\nScheduleScreen {}", u"view"_s, view.get()), QString());
     QVERIFY(refreshed.wait(10'000));
@@ -103,6 +111,88 @@ void TestScheduleScreen::linksMadeAndCopied()
     view->openLink(booked->id);
     QTRY_COMPARE(view->bookings()->rowCount(), int(booked->bookings));
     QTRY_COMPARE(host.shown(u"bookingRow"_s).size(), int(booked->bookings));
+}
+
+void TestScheduleScreen::monthChosenAndRemembered()
+{
+    host.screen()->setProperty("section", u"Calendar"_s);
+    host.click(host.shown(u"scheduleMonthMode"_s).constFirst());
+    QCOMPARE(view->mode(), u"Month"_s);
+    QCOMPARE(view->monthFirst(), ScheduleRules::monthStart(QDate::currentDate()));
+    QCOMPARE(view->month()->rowCount(), ScheduleRules::monthGridDays);
+    // The six weeks are read in one request, this week's demo events among them.
+    QTRY_VERIFY(view->eventCount() > 5);
+    QTRY_COMPARE(host.shown(u"monthDay"_s).size(), ScheduleRules::monthGridDays);
+    const QList<ScheduleMonthDay> grid = view->month()->rows();
+    QCOMPARE(std::count_if(grid.begin(), grid.end(), [](const ScheduleMonthDay &d) { return d.today; }), 1);
+    QVERIFY(std::any_of(grid.begin(), grid.end(), [](const ScheduleMonthDay &d) { return d.count > 0; }));
+
+    // The choice outlives the state.
+    QCOMPARE(NativeScheduleView(client.as(u"maren@halvard.example"_s), *settings).mode(), u"Month"_s);
+
+    QTest::keyClick(&host.window, Qt::Key_Right, Qt::AltModifier);
+    QCOMPARE(view->monthFirst(), ScheduleRules::monthStart(QDate::currentDate()).addMonths(1));
+    QVERIFY(!view->thisMonthShown());
+    QTest::keyClick(&host.window, Qt::Key_Home, Qt::AltModifier);
+    QVERIFY(view->thisMonthShown());
+    QTRY_VERIFY(view->eventCount() > 5);
+
+    // Choosing a day opens its week.
+    QQuickItem *last = host.shown(u"monthDay"_s).constLast();
+    const QDate lastDay = QDate::fromString(view->month()->rows().constLast().date, Qt::ISODate);
+    host.click(last);
+    QCOMPARE(view->mode(), u"Week"_s);
+    QCOMPARE(view->monday(), ScheduleRules::weekStart(lastDay));
+    QTRY_VERIFY(!host.shown(u"calendarWeek"_s).isEmpty());
+}
+
+void TestScheduleScreen::eventsOfBothCalendars()
+{
+    QVERIFY(view->googleConnected());
+    QCOMPARE(view->calendarNote(), QString());
+    const auto calendarsShown = [this] {
+        QSet<QString> calendars;
+        for (const ScheduleDay &day : view->days()->rows()) {
+            for (const QVariant &event : day.events)
+                calendars.insert(event.toMap().value(u"calendar"_s).toString());
+        }
+        return calendars;
+    };
+    view->thisWeek();
+    QTRY_COMPARE(calendarsShown(), (QSet<QString> { u"workspace"_s, u"google"_s }));
+
+    // A new event is checked here first, then lands in the Google calendar.
+    QTest::keyClick(&host.window, Qt::Key_N, Qt::ControlModifier);
+    QTRY_VERIFY(!host.shown(u"eventTitle"_s).isEmpty());
+    view->createEvent(u"Dentist"_s, view->suggestedDay(), u"18:00"_s, u"17:00"_s, {});
+    QCOMPARE(view->errorText(), u"The event ends after it starts, on the same day."_s);
+    QSignalSpy created(view.get(), &NativeScheduleView::eventCreated);
+    view->createEvent(u"Dentist"_s, view->suggestedDay(), u"17:00"_s, u"17:45"_s, u"Harbour Street 4"_s);
+    QVERIFY(created.wait());
+    QCOMPARE(view->errorText(), QString());
+    QTRY_VERIFY(host.shown(u"eventTitle"_s).isEmpty());
+    const auto dentist = [this] {
+        for (const ScheduleDay &day : view->days()->rows()) {
+            for (const QVariant &event : day.events) {
+                if (event.toMap().value(u"title"_s) == u"Dentist"_s)
+                    return event.toMap().value(u"calendar"_s).toString();
+            }
+        }
+        return QString();
+    };
+    QTRY_COMPARE(dentist(), u"google"_s);
+
+    // Without a granted calendar: said once, the workspace's events only.
+    NativeScheduleView his(client.as(u"tomas@halvard.example"_s), *settings);
+    QSignalSpy refreshed(&his, &NativeScheduleView::refreshed);
+    his.appear();
+    QVERIFY(refreshed.wait(10'000));
+    QVERIFY(!his.googleConnected());
+    QVERIFY(his.calendarNote().startsWith(u"Google Calendar is not connected"_s));
+    QVERIFY(his.eventCount() > 0);
+    his.createEvent(u"Dentist"_s, his.suggestedDay(), u"17:00"_s, u"17:45"_s, {});
+    QCOMPARE(his.errorText(), u"Connect Google Calendar to add events."_s);
+    his.disappear();
 }
 
 QTEST_MAIN(TestScheduleScreen)

@@ -31,6 +31,7 @@ Rectangle {
             readonly property real hourHeight: day ? day.hourHeight : 44
             readonly property real offset: modelData.allDay ? 0 : modelData.start / 60 * hourHeight
             readonly property bool strong: modelData.kind === "booking" || modelData.kind === "call"
+            readonly property bool google: modelData.calendar === "google"
 
             objectName: "calendarEvent"
             // All-day events sit under the day's heading instead.
@@ -43,8 +44,18 @@ Rectangle {
             color: ({ booking: Theme.colours.accent, call: Theme.colours.success, focus: Theme.colours.raised })[
                        modelData.kind] ?? Theme.colours.accentSoft
             border.width: 1
-            border.color: Theme.colours.border
+            border.color: google ? Theme.colours.warning : Theme.colours.border
             clip: true
+            Accessible.name: google ? qsTr("%1, Google Calendar").arg(modelData.title) : modelData.title
+
+            // Events of the Google calendar carry a stripe of their own.
+            Rectangle {
+                visible: block.google
+                width: 3
+                height: parent.height
+                radius: Theme.radii.small
+                color: Theme.colours.warning
+            }
 
             Column {
                 x: Theme.spacing.xs
@@ -62,8 +73,8 @@ Rectangle {
                 Text {
                     visible: block.height > 34
                     width: parent.width
-                    text: block.modelData.location.length > 0 ? block.modelData.time + " · " + block.modelData.location
-                                                              : block.modelData.time
+                    text: [block.modelData.time, block.modelData.location, block.google ? qsTr("Google") : ""]
+                          .filter(part => part.length > 0).join(" · ")
                     elide: Text.ElideRight
                     font.pixelSize: Theme.type.caption
                     color: block.strong ? Theme.colours.accentText : Theme.colours.secondaryText
