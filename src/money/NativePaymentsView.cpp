@@ -235,7 +235,7 @@ void NativePaymentsView::chooseInvoice(const QString &invoiceID)
 QCoro::Task<> NativePaymentsView::loadCards(QString clientID, int generation)
 {
     const QPointer<NativePaymentsView> self(this);
-    auto call = [&] { return TarnPaymentsCalls::cards(m_api, clientID); };
+    auto call = [&] { return TarnPaymentsCalls::paymentCards(m_api, clientID); };
     NativeOutcome<TarnPaymentCards> outcome = co_await nativeOutcome(std::move(call));
     if (!self || generation != m_cardsGeneration)
         co_return;
