@@ -234,9 +234,10 @@ WorkspaceReply submit(const QSqlDatabase &db, const QString &token, const QByteA
     return pageFor(sessionWhere(db, "id"_L1, session->id));
 }
 
-WorkspaceReply expire(const QSqlDatabase &db, const QString &id)
+WorkspaceReply expire(const QSqlDatabase &db, const QString &idOrToken)
 {
-    if (!run(db, u"UPDATE payment_card_sessions SET expires_at = ? WHERE id = ?"_s, { nowMs() - 1, id })
+    if (!run(db, u"UPDATE payment_card_sessions SET expires_at = ? WHERE id = ? OR token_hash = ?"_s,
+            { nowMs() - 1, idOrToken, hashOf(idOrToken) })
              .numRowsAffected())
         return WorkspaceReply::error(404, u"That card session does not exist."_s);
     return WorkspaceReply::ok();

@@ -29,7 +29,8 @@ constexpr qint64 lifeMs = 15 * 60 * 1000;
 // The form posted back (application/x-www-form-urlencoded).
 [[nodiscard]] WorkspaceReply submit(const QSqlDatabase &db, const QString &token, const QByteArray &form);
 
-// Moves a session's expiry into the past, for tests of what follows it.
-[[nodiscard]] WorkspaceReply expire(const QSqlDatabase &db, const QString &id);
+// Moves a session's expiry into the past, for tests of what follows it; the
+// session is named by its id or by its page's token.
+[[nodiscard]] WorkspaceReply expire(const QSqlDatabase &db, const QString &idOrToken);
 
 } // namespace PaymentsCardSessions

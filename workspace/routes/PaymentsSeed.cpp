@@ -125,7 +125,7 @@ void plantSchedules(QSqlDatabase db)
         int pastRuns;
     } schedules[] = {
         { u"sch-oakline"_s, u"c-oakline"_s, u"Oakline Studio"_s, 45000, u"monthly"_s, 12, u"Active"_s, 3 },
-        { u"sch-tidewater"_s, u"c-tidewater"_s, u"Tidewater Yoga"_s, 8500, u"weekly"_s, 3, u"Active"_s, 4 },
+        { u"sch-tidewater"_s, u"c-tidewater"_s, u"Tidewater Yoga"_s, 8500, u"weekly"_s, 7, u"Active"_s, 4 },
         { u"sch-fernhill"_s, u"c-fernhill"_s, u"Fernhill Bakery"_s, 12000, u"monthly"_s, 20, u"Paused"_s, 2 },
     };
     db.transaction();

@@ -194,7 +194,7 @@ QJsonObject cardsJSON(const QSqlDatabase &db, const QString &clientID)
     QJsonArray cards;
     QSqlQuery q = run(db,
         u"SELECT payment_profile_id, card_type, last4, expiration FROM payment_cards WHERE client_id = ?"
-        " ORDER BY payment_profile_id"_s,
+        " ORDER BY rowid"_s,
         { clientID });
     while (q.next()) {
         cards.append(QJsonObject { { u"payment_profile_id"_s, q.value(0).toString() },
