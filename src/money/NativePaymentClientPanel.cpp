@@ -134,6 +134,12 @@ void NativePaymentClientPanel::setSession(bool following, const QString &text)
     Q_EMIT cardSessionChanged();
 }
 
+void NativePaymentClientPanel::stopFollowing(const QString &error)
+{
+    setSession(false, {});
+    NativeStateErrors::show(*this, m_error, error);
+}
+
 void NativePaymentClientPanel::setBusy(bool busy)
 {
     m_busy = busy;
@@ -163,13 +169,11 @@ QCoro::Task<> NativePaymentClientPanel::startSession(int generation)
     if (!self || generation != m_sessionGeneration)
         co_return;
     if (!outcome.value) {
-        setSession(false, {});
-        NativeStateErrors::show(*this, m_error, outcome.error);
+        stopFollowing(outcome.error);
         co_return;
     }
     if (!m_opener(QUrl(outcome.value->url))) {
-        setSession(false, {});
-        NativeStateErrors::show(*this, m_error, u"The browser could not be opened for the card page."_s);
+        stopFollowing(u"The browser could not be opened for the card page."_s);
         co_return;
     }
     NativeStateErrors::show(*this, m_error, {});
@@ -189,8 +193,7 @@ QCoro::Task<> NativePaymentClientPanel::follow(QString sessionID, int generation
         if (!self || generation != m_sessionGeneration)
             co_return;
         if (!outcome.value) {
-            setSession(false, {});
-            NativeStateErrors::show(*this, m_error, outcome.error);
+            stopFollowing(outcome.error);
             co_return;
         }
         if (outcome.value->status == "expired"_L1) {

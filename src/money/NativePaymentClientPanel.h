@@ -98,6 +98,7 @@ private:
     QCoro::Task<> act(TarnPaymentScheduleAction action);
     void apply(const TarnPaymentCards &cards);
     void setSession(bool following, const QString &text);
+    void stopFollowing(const QString &error);
     void setBusy(bool busy);
 
     TarnAPI &m_api;

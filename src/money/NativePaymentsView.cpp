@@ -79,6 +79,7 @@ NativePaymentsView::NativePaymentsView(TarnAPI &api, QObject *parent)
     , m_client(api)
 {
     connect(&m_client, &NativePaymentClientPanel::changed, this, &NativePaymentsView::reload);
+    connect(&m_client, &NativePaymentClientPanel::stateChanged, this, &NativePaymentsView::stateChanged);
 }
 
 NativePaymentsView::~NativePaymentsView() = default;

@@ -77,7 +77,8 @@ public:
     explicit NativePaymentsView(TarnAPI &api, QObject *parent = nullptr);
     ~NativePaymentsView() override;
 
-    [[nodiscard]] bool loading() const { return m_loading; }
+    // Until the chosen client's cards are in too, so the screen is drawn whole.
+    [[nodiscard]] bool loading() const { return m_loading || m_client.loading(); }
     [[nodiscard]] QString error() const { return m_error; }
     [[nodiscard]] QString filter() const;
     void setFilter(const QString &filter);

@@ -1,6 +1,7 @@
 #include "workspace/routes/PaymentsSeed.h"
 
 #include "workspace/routes/BooksSql.h"
+#include "workspace/routes/PaymentsStore.h"
 
 #include <QDate>
 #include <QSqlQuery>
@@ -141,7 +142,7 @@ void plantSchedules(QSqlDatabase db)
             const QString date = day.toString(Qt::ISODate);
             insertPayment(db,
                 { u"pay-%1-%2"_s.arg(schedule.id, date), schedule.client, schedule.name, {}, schedule.amount, u"Paid"_s,
-                    date, u"card"_s, schedule.id });
+                    date, u"card"_s, PaymentsStore::runReference(schedule.interval) });
         }
     }
     insertPayment(db,

@@ -117,6 +117,11 @@ WorkspaceReply createSchedule(const QSqlDatabase &db, const QJsonObject &body)
 
 namespace PaymentsStore {
 
+QString runReference(const QString &interval)
+{
+    return interval == "weekly"_L1 ? u"Weekly charge"_s : u"Monthly charge"_s;
+}
+
 bool prepare(const QSqlDatabase &db)
 {
     if (!runAll(db, schema))
@@ -154,7 +159,7 @@ void runDueSchedules(const QSqlDatabase &db, const QDate &today)
                 u"INSERT OR IGNORE INTO payments (id, client_id, client, amount, status, date, method, reference)"
                 " VALUES (?, ?, ?, ?, 'Paid', ?, 'card', ?)"_s,
                 { u"pay-%1-%2"_s.arg(schedule.id, day), schedule.clientID, schedule.client, schedule.amount, day,
-                    schedule.id });
+                    runReference(schedule.interval) });
             schedule.next = nextDay(schedule.next, schedule.interval);
         }
         while (schedule.next <= today)

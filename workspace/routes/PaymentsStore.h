@@ -21,6 +21,8 @@ namespace PaymentsStore {
 // Charges every active schedule whose day has come, one card payment per run,
 // and moves its day on: a workspace that was not running catches up.
 void runDueSchedules(const QSqlDatabase &db, const QDate &today);
+// A run's payment says what it was with its reference.
+[[nodiscard]] QString runReference(const QString &interval);
 
 [[nodiscard]] QJsonObject paymentJSON(const QSqlDatabase &db, const QString &id);
 [[nodiscard]] QJsonArray paymentsJSON(const QSqlDatabase &db);
