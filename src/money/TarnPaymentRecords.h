@@ -26,7 +26,8 @@ struct TarnPayment {
     std::optional<QString> method;
     std::optional<QString> reference;
     // Offline payments can be changed; a change names the version it read.
-    std::optional<qint64> version;
+    // Last and defaulted, so payments made in code need not name it.
+    std::optional<qint64> version = std::nullopt;
 
     static TarnPayment fromJSON(const TarnJSONObject &json);
     friend bool operator==(const TarnPayment &, const TarnPayment &) = default;
