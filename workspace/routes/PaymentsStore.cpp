@@ -68,11 +68,6 @@ QJsonObject paymentJSON(const QSqlQuery &q)
 constexpr auto paymentColumns
     = "id, client_id, client, invoice_id, amount, status, date, method, reference, version"_L1;
 
-WorkspaceReply refused(int status, const QString &message)
-{
-    return WorkspaceReply::error(status, message);
-}
-
 // Why a schedule in `status` cannot take `action`, or nothing when it can.
 std::optional<QString> scheduleRefusal(const QString &status, const QString &action)
 {
@@ -94,17 +89,17 @@ WorkspaceReply createSchedule(const QSqlDatabase &db, const QJsonObject &body)
     const QString nextOn = body.value("next_on"_L1).toString();
     const QString client = text(db, u"SELECT name FROM clients WHERE id = ?"_s, { clientID });
     if (client.isEmpty())
-        return refused(404, u"That client is not in the workspace."_s);
+        return WorkspaceReply::error(404, u"That client is not in the workspace."_s);
     if (single(db, u"SELECT COUNT(*) FROM payment_cards WHERE payment_profile_id = ? AND client_id = ?"_s,
             { profile, clientID })
         == 0)
-        return refused(404, u"That card is not saved for this client."_s);
+        return WorkspaceReply::error(404, u"That card is not saved for this client."_s);
     if (amount < 1 || amount > amountLimit)
-        return refused(400, u"Charge at least $0.01 each time."_s);
+        return WorkspaceReply::error(400, u"Charge at least $0.01 each time."_s);
     if (interval != "monthly"_L1 && interval != "weekly"_L1)
-        return refused(400, u"A schedule runs \"monthly\" or \"weekly\"."_s);
+        return WorkspaceReply::error(400, u"A schedule runs \"monthly\" or \"weekly\"."_s);
     if (!TarnLedgerDates::isDay(nextOn) || QDate::fromString(nextOn, Qt::ISODate) < QDate::currentDate())
-        return refused(400, u"Give the first day as YYYY-MM-DD, today or later."_s);
+        return WorkspaceReply::error(400, u"Give the first day as YYYY-MM-DD, today or later."_s);
     const QString id = newID("sch-"_L1);
     run(db,
         u"INSERT INTO payment_schedules (id, client_id, client, payment_profile_id, amount, interval, next_on,"
@@ -224,16 +219,16 @@ WorkspaceReply recordPayment(const QSqlDatabase &db, const QJsonObject &body)
     const QString reference = body.value("reference"_L1).toString().trimmed();
     const QString paidOn = body.value("paid_on"_L1).toString();
     if (amount < 1 || amount > amountLimit)
-        return refused(400, u"Record an amount of at least $0.01."_s);
+        return WorkspaceReply::error(400, u"Record an amount of at least $0.01."_s);
     if (status != "Paid"_L1 && status != "Pending"_L1)
-        return refused(400, u"A recorded payment is \"Paid\" or \"Pending\"."_s);
+        return WorkspaceReply::error(400, u"A recorded payment is \"Paid\" or \"Pending\"."_s);
     if (reference.isEmpty() || reference.size() > referenceLimit)
-        return refused(400, u"Give the payment a reference of up to 120 characters."_s);
+        return WorkspaceReply::error(400, u"Give the payment a reference of up to 120 characters."_s);
     if (!TarnLedgerDates::isDay(paidOn))
-        return refused(400, u"Give the day it was paid as YYYY-MM-DD."_s);
+        return WorkspaceReply::error(400, u"Give the day it was paid as YYYY-MM-DD."_s);
     const QString client = text(db, u"SELECT name FROM clients WHERE id = ?"_s, { clientID });
     if (client.isEmpty())
-        return refused(404, u"That client is not in the workspace."_s);
+        return WorkspaceReply::error(404, u"That client is not in the workspace."_s);
     const QString id = newID("pay-"_L1);
     run(db,
         u"INSERT INTO payments (id, client_id, client, amount, status, date, method, reference)"
@@ -246,11 +241,12 @@ WorkspaceReply updatePayment(const QSqlDatabase &db, const QString &id, const QJ
 {
     const QJsonObject current = paymentJSON(db, id);
     if (current.isEmpty())
-        return refused(404, u"That payment is not in the terminal."_s);
+        return WorkspaceReply::error(404, u"That payment is not in the terminal."_s);
     if (current.value("method"_L1).toString() != "offline"_L1)
-        return refused(400, u"Card payments and refunds cannot be changed; refund a card payment instead."_s);
+        return WorkspaceReply::error(
+            400, u"Card payments and refunds cannot be changed; refund a card payment instead."_s);
     if (!body.value("version"_L1).isDouble())
-        return refused(400, u"A change names the \"version\" it was based on."_s);
+        return WorkspaceReply::error(400, u"A change names the \"version\" it was based on."_s);
     if (body.value("version"_L1).toInteger() != current.value("version"_L1).toInteger()) {
         return WorkspaceReply::json(
             QJsonObject { { u"error"_s, u"Someone changed this payment in the meantime; it now shows their change."_s },
@@ -263,18 +259,19 @@ WorkspaceReply updatePayment(const QSqlDatabase &db, const QString &id, const QJ
     if (body.contains("status"_L1)) {
         const QString wanted = body.value("status"_L1).toString();
         if (wanted != status && !(status == "Pending"_L1 && wanted == "Paid"_L1))
-            return refused(400, u"A pending payment can be marked paid; nothing else changes its status."_s);
+            return WorkspaceReply::error(
+                400, u"A pending payment can be marked paid; nothing else changes its status."_s);
         status = wanted;
     }
     if (body.contains("reference"_L1)) {
         reference = body.value("reference"_L1).toString().trimmed();
         if (reference.isEmpty() || reference.size() > referenceLimit)
-            return refused(400, u"Give the payment a reference of up to 120 characters."_s);
+            return WorkspaceReply::error(400, u"Give the payment a reference of up to 120 characters."_s);
     }
     if (body.contains("paid_on"_L1)) {
         paidOn = body.value("paid_on"_L1).toString();
         if (!TarnLedgerDates::isDay(paidOn))
-            return refused(400, u"Give the day it was paid as YYYY-MM-DD."_s);
+            return WorkspaceReply::error(400, u"Give the day it was paid as YYYY-MM-DD."_s);
     }
     run(db, u"UPDATE payments SET status = ?, reference = ?, date = ?, version = version + 1 WHERE id = ?"_s,
         { status, reference, paidOn, id });
@@ -289,13 +286,13 @@ WorkspaceReply manageSchedule(const QSqlDatabase &db, const QJsonObject &body)
     static const QHash<QString, QString> statusAfter { { u"pause"_s, u"Paused"_s }, { u"resume"_s, u"Active"_s },
         { u"cancel"_s, u"Cancelled"_s } };
     if (!statusAfter.contains(action))
-        return refused(400, u"An action is \"create\", \"pause\", \"resume\" or \"cancel\"."_s);
+        return WorkspaceReply::error(400, u"An action is \"create\", \"pause\", \"resume\" or \"cancel\"."_s);
     const QString id = body.value("schedule_id"_L1).toString();
     const QJsonObject schedule = scheduleJSON(db, id);
     if (schedule.isEmpty())
-        return refused(404, u"That schedule does not exist."_s);
+        return WorkspaceReply::error(404, u"That schedule does not exist."_s);
     if (const std::optional<QString> refusal = scheduleRefusal(schedule.value("status"_L1).toString(), action))
-        return refused(409, *refusal);
+        return WorkspaceReply::error(409, *refusal);
     QString nextOn = schedule.value("next_on"_L1).toString();
     if (action == "resume"_L1) {
         // A paused schedule does not charge for the runs it missed.

@@ -129,7 +129,7 @@ ColumnLayout {
             onItemAdded: (index, item) => {
                 item.pauseAsked.connect(() => panelView.panel.pauseSchedule(item.scheduleId))
                 item.resumeAsked.connect(() => panelView.panel.resumeSchedule(item.scheduleId))
-                item.cancelAsked.connect(() => panelView.panel.cancelSchedule(item.scheduleId))
+                item.cancelAsked.connect(() => cancelSheet.ask(item.scheduleId, item.amount))
             }
 
             PaymentScheduleLine {}
@@ -145,6 +145,25 @@ ColumnLayout {
         Layout.fillWidth: true
     }
     Item { Layout.fillHeight: true }
+
+    ConfirmSheet {
+        id: cancelSheet
+
+        objectName: "cancelScheduleSheet"
+
+        property string scheduleId
+
+        function ask(id: string, amount: string) {
+            scheduleId = id;
+            title = qsTr("Stop charging %1?").arg(amount);
+            open();
+        }
+
+        text: qsTr("The card is not charged again on this schedule; a cancelled schedule cannot be resumed.")
+        confirmText: qsTr("Cancel schedule")
+        destructive: true
+        onConfirmed: panelView.panel.cancelSchedule(scheduleId)
+    }
 
     ConfirmSheet {
         id: scheduleSheet

@@ -32,7 +32,7 @@ Item {
         Row {
             spacing: Theme.spacing.s
             Icon {
-                symbol: line.paused ? "pause" : "repeat"
+                symbol: line.paused ? "pause.fill" : "repeat"
                 size: 18
                 color: line.paused ? Theme.colours.secondaryText : Theme.colours.accent
                 anchors.verticalCenter: parent.verticalCenter
