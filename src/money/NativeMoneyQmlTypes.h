@@ -8,6 +8,7 @@
 #include "money/NativeBooksTransactions.h"
 #include "money/NativeBooksView.h"
 #include "money/NativeDoneNotice.h"
+#include "money/NativePaymentClientPanel.h"
 #include "money/NativePaymentsView.h"
 #include "money/NativeReconciliation.h"
 
@@ -75,6 +76,13 @@ struct NativePaymentsViewForeign {
     QML_FOREIGN(NativePaymentsView)
     QML_NAMED_ELEMENT(NativePaymentsView)
     QML_UNCREATABLE("Built by the application.")
+};
+
+struct NativePaymentClientPanelForeign {
+    Q_GADGET
+    QML_FOREIGN(NativePaymentClientPanel)
+    QML_NAMED_ELEMENT(NativePaymentClientPanel)
+    QML_UNCREATABLE("Built by the payments view.")
 };
 
 struct NativeDoneNoticeForeign {

@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QUuid>
 
+#include <algorithm>
+
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +23,17 @@ namespace {
 using PaymentRow = NativePaymentsView::PaymentRow;
 using InvoiceRow = NativePaymentsView::InvoiceRow;
 using CardRow = NativePaymentsView::CardRow;
+using ClientRow = NativePaymentsView::ClientRow;
+
+QString detailOf(const TarnPayment &payment)
+{
+    const QString method = payment.method.value_or(QString());
+    const QString reference = payment.reference.value_or(QString());
+    if (method == "refund"_L1)
+        return u"Refund of %1"_s.arg(reference);
+    const QString how = method == "offline"_L1 ? u"Offline"_s : method == "card"_L1 ? u"Card"_s : method;
+    return reference.isEmpty() ? how : QString(how + u" · "_s + reference);
+}
 
 struct FilterName {
     TarnPaymentFilter filter;
@@ -45,6 +58,8 @@ NativePaymentsView::NativePaymentsView(TarnAPI &api, QObject *parent)
           { "refundable", [](const PaymentRow &r) { return r.refundable; } },
           { "leftToRefund", [](const PaymentRow &r) { return r.leftToRefund; } },
           { "requestId", [](const PaymentRow &r) { return r.requestID; } },
+          { "detail", [](const PaymentRow &r) { return r.detail; } },
+          { "markable", [](const PaymentRow &r) { return r.markable; } },
       })
     , m_invoices({
           { "invoiceId", [](const InvoiceRow &r) { return r.id; } },
@@ -57,7 +72,14 @@ NativePaymentsView::NativePaymentsView(TarnAPI &api, QObject *parent)
           { "profileId", [](const CardRow &r) { return r.id; } },
           { "label", [](const CardRow &r) { return r.label; } },
       })
+    , m_clients({
+          { "clientId", [](const ClientRow &r) { return r.id; } },
+          { "name", [](const ClientRow &r) { return r.name; } },
+      })
+    , m_client(api)
 {
+    connect(&m_client, &NativePaymentClientPanel::changed, this, &NativePaymentsView::reload);
+    connect(&m_client, &NativePaymentClientPanel::stateChanged, this, &NativePaymentsView::stateChanged);
 }
 
 NativePaymentsView::~NativePaymentsView() = default;
@@ -105,6 +127,7 @@ void NativePaymentsView::clear()
     m_terminal = {};
     m_chargeKeys.clear();
     m_cards.setRows({});
+    m_client.clear();
     m_loading = false;
     m_busy = false;
     m_error.clear();
@@ -127,6 +150,9 @@ QCoro::Task<> NativePaymentsView::load(int generation)
     if (outcome.value) {
         m_terminal = std::move(*outcome.value);
         apply();
+        // Who paid last is the likeliest to be asked about.
+        if (m_client.clientId().isEmpty() && !m_terminal.payments.isEmpty())
+            m_client.setClientId(m_terminal.payments.first().client_id.value_or(QString()));
     }
     Q_EMIT stateChanged();
 }
@@ -148,9 +174,14 @@ void NativePaymentsView::apply()
         const TarnPaymentPill pill = refunds.pill(payment.id, payment.status, payment.amount);
         rows.append({ payment.id, payment.client, TarnMoneyInput::dollars(payment.amount), payment.date, pill.tone,
             pill.text, refunds.canRefund(payment.id, payment.status, payment.amount),
-            TarnMoneyInput::text(refunds.leftToRefund(payment.id, payment.amount)), waiting.value(payment.id) });
+            TarnMoneyInput::text(refunds.leftToRefund(payment.id, payment.amount)), waiting.value(payment.id),
+            detailOf(payment), payment.status == "Pending"_L1 && payment.method == u"offline"_s });
     }
     m_payments.setRows(rows);
+    QList<ClientRow> clients;
+    for (const TarnPaymentClient &client : m_terminal.clients)
+        clients.append({ client.id, client.name });
+    m_clients.setRows(clients);
     QList<InvoiceRow> invoices;
     for (const TarnOpenInvoice &open : m_terminal.open_invoices) {
         invoices.append({ open.id, open.client, open.invoice_number.value_or(open.id), open.due_on,
@@ -235,7 +266,7 @@ void NativePaymentsView::chooseInvoice(const QString &invoiceID)
 QCoro::Task<> NativePaymentsView::loadCards(QString clientID, int generation)
 {
     const QPointer<NativePaymentsView> self(this);
-    auto call = [&] { return TarnPaymentsCalls::cards(m_api, clientID); };
+    auto call = [&] { return TarnPaymentsCalls::paymentCards(m_api, clientID); };
     NativeOutcome<TarnPaymentCards> outcome = co_await nativeOutcome(std::move(call));
     if (!self || generation != m_cardsGeneration)
         co_return;
@@ -284,4 +315,38 @@ bool NativePaymentsView::recordOffline(const QString &invoiceID, const QString &
                paidOn] { return TarnPaymentsCalls::recordOfflineInvoicePayment(m_api, invoiceID, trimmed, paidOn); },
         u"Payment recorded"_s);
     return true;
+}
+
+bool NativePaymentsView::recordPayment(
+    const QString &clientID, const QString &amount, bool paid, const QString &reference, const QString &paidOn)
+{
+    const std::optional<qint64> cents = TarnMoneyInput::cents(amount, false);
+    const QString trimmed = reference.trimmed();
+    QString refusal;
+    if (clientID.isEmpty())
+        refusal = u"Choose who paid."_s;
+    else if (!cents)
+        refusal = u"Type an amount of at least 0.01, with up to two decimals."_s;
+    else if (trimmed.isEmpty() || trimmed.size() > 120)
+        refusal = u"Give the payment a reference of up to 120 characters."_s;
+    else if (!TarnLedgerDates::isDay(paidOn))
+        refusal = u"Give the day it was paid as YYYY-MM-DD."_s;
+    if (!refusal.isEmpty()) {
+        setForm(false, refusal);
+        return false;
+    }
+    const TarnPaymentRecordDraft draft { clientID, *cents, paid ? u"Paid"_s : u"Pending"_s, trimmed, paidOn };
+    change([this, draft] { return TarnPaymentsCalls::recordPayment(m_api, draft); }, u"Payment recorded"_s);
+    return true;
+}
+
+void NativePaymentsView::markPaid(const QString &paymentID)
+{
+    const auto shown = std::find_if(m_terminal.payments.cbegin(), m_terminal.payments.cend(),
+        [&paymentID](const TarnPayment &payment) { return payment.id == paymentID; });
+    if (shown == m_terminal.payments.cend())
+        return;
+    const TarnPaymentChange paidNow { shown->version.value_or(0), u"Paid"_s, std::nullopt, std::nullopt };
+    change([this, paymentID, paidNow] { return TarnPaymentsCalls::updatePayment(m_api, paymentID, paidNow); },
+        u"Marked paid"_s);
 }

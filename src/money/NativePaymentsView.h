@@ -1,5 +1,6 @@
 #pragma once
 
+#include "money/NativePaymentClientPanel.h"
 #include "money/TarnPaymentFilter.h"
 #include "money/TarnPaymentsTerminal.h"
 #include "shell/NativeKeyedListModel.h"
@@ -15,7 +16,8 @@ class TarnAPI;
 
 // The payments terminal's screen state: the filtered payments with their
 // pills, this month's received total, the open invoices with the chosen
-// client's saved cards, and the refund, charge and offline-payment forms.
+// client's saved cards, the refund, charge and offline-payment forms, and
+// the chosen client's cards and schedules in `client`.
 // Typed amounts and days are checked here, so an invalid form is never sent
 // and says why in `formError`. A charge keeps its request key per invoice
 // until it succeeds: trying again after a lost answer is recognised by the
@@ -28,6 +30,8 @@ class NativePaymentsView : public QObject {
     Q_PROPERTY(QAbstractListModel *payments READ payments CONSTANT)
     Q_PROPERTY(QAbstractListModel *openInvoices READ openInvoices CONSTANT)
     Q_PROPERTY(QAbstractListModel *cards READ cards CONSTANT)
+    Q_PROPERTY(QAbstractListModel *clients READ clients CONSTANT)
+    Q_PROPERTY(NativePaymentClientPanel *client READ client CONSTANT)
     Q_PROPERTY(QString receivedTotal READ receivedTotal NOTIFY stateChanged)
     Q_PROPERTY(int receivedCount READ receivedCount NOTIFY stateChanged)
     Q_PROPERTY(bool busy READ busy NOTIFY formChanged)
@@ -45,6 +49,10 @@ public:
         QString leftToRefund;
         // The refund request waiting on a decision, if any.
         QString requestID;
+        // How it was paid, and its reference when it has one.
+        QString detail;
+        // A pending offline payment, which can be marked paid.
+        bool markable = false;
         friend bool operator==(const PaymentRow &, const PaymentRow &) = default;
     };
     struct InvoiceRow {
@@ -55,6 +63,11 @@ public:
         QString remaining;
         friend bool operator==(const InvoiceRow &, const InvoiceRow &) = default;
     };
+    struct ClientRow {
+        QString id;
+        QString name;
+        friend bool operator==(const ClientRow &, const ClientRow &) = default;
+    };
     struct CardRow {
         QString id;
         QString label;
@@ -64,13 +77,16 @@ public:
     explicit NativePaymentsView(TarnAPI &api, QObject *parent = nullptr);
     ~NativePaymentsView() override;
 
-    [[nodiscard]] bool loading() const { return m_loading; }
+    // Until the chosen client's cards are in too, so the screen is drawn whole.
+    [[nodiscard]] bool loading() const { return m_loading || m_client.loading(); }
     [[nodiscard]] QString error() const { return m_error; }
     [[nodiscard]] QString filter() const;
     void setFilter(const QString &filter);
     [[nodiscard]] QAbstractListModel *payments() { return &m_payments; }
     [[nodiscard]] QAbstractListModel *openInvoices() { return &m_invoices; }
     [[nodiscard]] QAbstractListModel *cards() { return &m_cards; }
+    [[nodiscard]] QAbstractListModel *clients() { return &m_clients; }
+    [[nodiscard]] NativePaymentClientPanel *client() { return &m_client; }
     [[nodiscard]] QString receivedTotal() const;
     [[nodiscard]] int receivedCount() const;
     [[nodiscard]] bool busy() const { return m_busy; }
@@ -88,6 +104,13 @@ public:
     Q_INVOKABLE void charge(const QString &invoiceID, const QString &profileID);
     // False when the reference or day is refused here: nothing is sent.
     Q_INVOKABLE bool recordOffline(const QString &invoiceID, const QString &reference, const QString &paidOn);
+    // A payment taken outside the terminal and not tied to an invoice. False
+    // when the form is refused here: nothing is sent.
+    Q_INVOKABLE bool recordPayment(
+        const QString &clientID, const QString &amount, bool paid, const QString &reference, const QString &paidOn);
+    // A pending offline payment has arrived. When someone changed it first,
+    // their version is shown with the refusal.
+    Q_INVOKABLE void markPaid(const QString &paymentID);
 
 Q_SIGNALS:
     void stateChanged();
@@ -111,6 +134,8 @@ private:
     NativeKeyedListModel<PaymentRow, &PaymentRow::id> m_payments;
     NativeKeyedListModel<InvoiceRow, &InvoiceRow::id> m_invoices;
     NativeKeyedListModel<CardRow, &CardRow::id> m_cards;
+    NativeKeyedListModel<ClientRow, &ClientRow::id> m_clients;
+    NativePaymentClientPanel m_client;
     QHash<QString, QString> m_chargeKeys;
     bool m_loading = false;
     bool m_busy = false;

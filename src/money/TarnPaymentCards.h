@@ -6,9 +6,10 @@
 
 class TarnJSONObject;
 
-// A client's saved cards.
+// A client's saved cards and the recurring charges on them.
 struct TarnPaymentCards {
     QList<TarnPaymentCard> cards;
+    QList<TarnPaymentSchedule> schedules;
 
     static TarnPaymentCards fromJSON(const TarnJSONObject &json);
     friend bool operator==(const TarnPaymentCards &, const TarnPaymentCards &) = default;

@@ -16,6 +16,7 @@ TarnPayment TarnPayment::fromJSON(const TarnJSONObject &json)
         .invoice_id = json.optionalString("invoice_id"_L1),
         .method = json.optionalString("method"_L1),
         .reference = json.optionalString("reference"_L1),
+        .version = json.optionalInteger("version"_L1),
     };
 }
 
@@ -30,6 +31,11 @@ TarnOpenInvoice TarnOpenInvoice::fromJSON(const TarnJSONObject &json)
         .amount = json.integer("amount"_L1),
         .remaining = json.integer("remaining"_L1),
     };
+}
+
+TarnPaymentClient TarnPaymentClient::fromJSON(const TarnJSONObject &json)
+{
+    return { .id = json.string("id"_L1), .name = json.string("name"_L1) };
 }
 
 TarnPaymentCard TarnPaymentCard::fromJSON(const TarnJSONObject &json)
@@ -66,4 +72,33 @@ TarnChargeReceipt TarnChargeReceipt::fromJSON(const TarnJSONObject &json)
         .status = json.string("status"_L1),
         .amount = json.integer("amount"_L1),
     };
+}
+
+TarnPaymentSchedule TarnPaymentSchedule::fromJSON(const TarnJSONObject &json)
+{
+    return {
+        .id = json.string("id"_L1),
+        .client_id = json.string("client_id"_L1),
+        .payment_profile_id = json.string("payment_profile_id"_L1),
+        .amount = json.integer("amount"_L1),
+        .interval = json.string("interval"_L1),
+        .next_on = json.string("next_on"_L1),
+        .status = json.string("status"_L1),
+    };
+}
+
+TarnCardSession TarnCardSession::fromJSON(const TarnJSONObject &json)
+{
+    return { .id = json.string("id"_L1), .url = json.string("url"_L1), .expires_at = json.string("expires_at"_L1) };
+}
+
+TarnCardSessionProgress TarnCardSessionProgress::fromJSON(const TarnJSONObject &json)
+{
+    return { .status = json.string("status"_L1), .card = json.optional<TarnPaymentCard>("card"_L1) };
+}
+
+QJsonObject TarnPaymentRecordDraft::toJSON() const
+{
+    return { { u"client_id"_s, clientID }, { u"amount"_s, amount }, { u"status"_s, status },
+        { u"reference"_s, reference }, { u"paid_on"_s, paidOn } };
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QString>
 
 #include <optional>
@@ -24,6 +25,9 @@ struct TarnPayment {
     std::optional<QString> invoice_id;
     std::optional<QString> method;
     std::optional<QString> reference;
+    // Offline payments can be changed; a change names the version it read.
+    // Last and defaulted, so payments made in code need not name it.
+    std::optional<qint64> version = std::nullopt;
 
     static TarnPayment fromJSON(const TarnJSONObject &json);
     friend bool operator==(const TarnPayment &, const TarnPayment &) = default;
@@ -42,6 +46,15 @@ struct TarnOpenInvoice {
 
     static TarnOpenInvoice fromJSON(const TarnJSONObject &json);
     friend bool operator==(const TarnOpenInvoice &, const TarnOpenInvoice &) = default;
+};
+
+// A customer the terminal can take a payment from.
+struct TarnPaymentClient {
+    QString id;
+    QString name;
+
+    static TarnPaymentClient fromJSON(const TarnJSONObject &json);
+    friend bool operator==(const TarnPaymentClient &, const TarnPaymentClient &) = default;
 };
 
 // A saved card of a client; the charge request names it by payment_profile_id.
@@ -87,7 +100,46 @@ struct TarnChargeReceipt {
     friend bool operator==(const TarnChargeReceipt &, const TarnChargeReceipt &) = default;
 };
 
-// The offline payment form as the user fills it; never decoded, only sent.
+// A client's recurring charge on a saved card. `interval` is "monthly" or
+// "weekly"; `status` "Active", "Paused" or "Cancelled". Each run is listed as
+// a card payment of its own.
+struct TarnPaymentSchedule {
+    QString id;
+    QString client_id;
+    QString payment_profile_id;
+    qint64 amount = 0;
+    QString interval;
+    QString next_on;
+    QString status;
+
+    static TarnPaymentSchedule fromJSON(const TarnJSONObject &json);
+    friend bool operator==(const TarnPaymentSchedule &, const TarnPaymentSchedule &) = default;
+};
+
+// A card being saved on the processor's page: `url` opens in the browser,
+// `id` is what the app follows it by.
+struct TarnCardSession {
+    QString id;
+    QString url;
+    QString expires_at;
+
+    static TarnCardSession fromJSON(const TarnJSONObject &json);
+    friend bool operator==(const TarnCardSession &, const TarnCardSession &) = default;
+};
+
+// Where a card session stands: "open" until the page is completed, then
+// "completed" with the card it saved, or "expired".
+struct TarnCardSessionProgress {
+    QString status;
+    std::optional<TarnPaymentCard> card;
+
+    static TarnCardSessionProgress fromJSON(const TarnJSONObject &json);
+    friend bool operator==(const TarnCardSessionProgress &, const TarnCardSessionProgress &) = default;
+};
+
+// The offline payment form as the user fills it, not tied to an invoice (a
+// cheque, a bank transfer); never decoded, only sent. `status` is "Paid" or
+// "Pending", `paidOn` a day "YYYY-MM-DD".
 struct TarnPaymentRecordDraft {
     QString clientID;
     qint64 amount = 0;
@@ -95,5 +147,6 @@ struct TarnPaymentRecordDraft {
     QString reference;
     QString paidOn;
 
+    [[nodiscard]] QJsonObject toJSON() const;
     friend bool operator==(const TarnPaymentRecordDraft &, const TarnPaymentRecordDraft &) = default;
 };

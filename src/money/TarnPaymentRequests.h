@@ -3,6 +3,8 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <optional>
+
 // The bodies the payments terminal sends, one per operation; they share one
 // file as the terminal's answer records do. Amounts are integer cents.
 
@@ -42,6 +44,39 @@ struct TarnPaymentCharge {
 struct TarnPaymentOfflineRecord {
     QString reference;
     QString paid_on;
+
+    [[nodiscard]] QJsonObject toJSON() const;
+};
+
+// A change of an offline payment, based on the `version` it read; only the
+// fields present change. `status` may only become "Paid".
+struct TarnPaymentChange {
+    qint64 version = 0;
+    std::optional<QString> status;
+    std::optional<QString> reference;
+    std::optional<QString> paid_on;
+
+    [[nodiscard]] QJsonObject toJSON() const;
+};
+
+// One action on a client's recurring charges: "create" names the client,
+// card, amount, interval and first day; "pause", "resume" and "cancel" name
+// the schedule.
+struct TarnPaymentScheduleAction {
+    QString action;
+    std::optional<QString> schedule_id;
+    std::optional<QString> client_id;
+    std::optional<QString> payment_profile_id;
+    std::optional<qint64> amount;
+    std::optional<QString> interval;
+    std::optional<QString> next_on;
+
+    [[nodiscard]] QJsonObject toJSON() const;
+};
+
+// Opens the processor's page to save a card for the client.
+struct TarnCardSessionStart {
+    QString client_id;
 
     [[nodiscard]] QJsonObject toJSON() const;
 };

@@ -12,7 +12,7 @@ QCoro::Task<TarnPaymentsTerminal> payments(TarnAPI &api)
     return api.request<TarnPaymentsTerminal>(TarnPath(u"/api/payments-terminal/payments"_s));
 }
 
-QCoro::Task<TarnPaymentCards> cards(TarnAPI &api, const QString &clientID)
+QCoro::Task<TarnPaymentCards> paymentCards(TarnAPI &api, const QString &clientID)
 {
     return api.request<TarnPaymentCards>(TarnPath(u"/api/payments-terminal/cards"_s).query("client_id"_L1, clientID));
 }
@@ -47,6 +47,34 @@ QCoro::Task<TarnCreatedID> recordOfflineInvoicePayment(
 {
     return api.request<TarnCreatedID>(TarnPath(u"/api/payments-terminal/invoices"_s).id(invoiceID).segment("record"_L1),
         TarnMethod::Post, TarnPaymentOfflineRecord { reference, paidOn });
+}
+
+QCoro::Task<TarnCreatedID> recordPayment(TarnAPI &api, const TarnPaymentRecordDraft &draft)
+{
+    return api.request<TarnCreatedID>(TarnPath(u"/api/payments-terminal/payments"_s), TarnMethod::Post, draft);
+}
+
+QCoro::Task<TarnPayment> updatePayment(TarnAPI &api, const QString &paymentID, const TarnPaymentChange &change)
+{
+    return api.request<TarnPayment>(
+        TarnPath(u"/api/payments-terminal/payments"_s).id(paymentID), TarnMethod::Patch, change);
+}
+
+QCoro::Task<TarnPaymentSchedule> managePaymentSchedule(TarnAPI &api, const TarnPaymentScheduleAction &action)
+{
+    return api.request<TarnPaymentSchedule>(TarnPath(u"/api/payments-terminal/schedules"_s), TarnMethod::Post, action);
+}
+
+QCoro::Task<TarnCardSession> startCardSession(TarnAPI &api, const QString &clientID)
+{
+    return api.request<TarnCardSession>(
+        TarnPath(u"/api/payments-terminal/card-sessions"_s), TarnMethod::Post, TarnCardSessionStart { clientID });
+}
+
+QCoro::Task<TarnCardSessionProgress> finishCardSession(TarnAPI &api, const QString &sessionID)
+{
+    return api.request<TarnCardSessionProgress>(
+        TarnPath(u"/api/payments-terminal/card-sessions"_s).id(sessionID).segment("finish"_L1), TarnMethod::Post);
 }
 
 } // namespace TarnPaymentsCalls

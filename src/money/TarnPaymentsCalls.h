@@ -2,6 +2,7 @@
 
 #include "money/TarnPaymentCards.h"
 #include "money/TarnPaymentRecords.h"
+#include "money/TarnPaymentRequests.h"
 #include "money/TarnPaymentsTerminal.h"
 #include "service/TarnCreatedID.h"
 
@@ -17,7 +18,8 @@ namespace TarnPaymentsCalls {
 enum class RefundDecision { Approve, Deny };
 
 QCoro::Task<TarnPaymentsTerminal> payments(TarnAPI &api);
-QCoro::Task<TarnPaymentCards> cards(TarnAPI &api, const QString &clientID);
+// The client's saved cards with the schedules that charge them.
+QCoro::Task<TarnPaymentCards> paymentCards(TarnAPI &api, const QString &clientID);
 
 // Answers the new request's id; no money moves until it is approved.
 QCoro::Task<TarnCreatedID> requestPaymentRefund(
@@ -31,5 +33,21 @@ QCoro::Task<TarnChargeReceipt> chargeInvoice(
     TarnAPI &api, const TarnOpenInvoice &invoice, const TarnPaymentCard &card, const QString &requestKey);
 QCoro::Task<TarnCreatedID> recordOfflineInvoicePayment(
     TarnAPI &api, const QString &invoiceID, const QString &reference, const QString &paidOn);
+
+// An offline payment not tied to an invoice.
+QCoro::Task<TarnCreatedID> recordPayment(TarnAPI &api, const TarnPaymentRecordDraft &draft);
+// Answers the payment as it now stands. A stale version is refused with the
+// current record; card payments and refunds cannot be changed.
+QCoro::Task<TarnPayment> updatePayment(TarnAPI &api, const QString &paymentID, const TarnPaymentChange &change);
+
+// Answers the schedule after the action.
+QCoro::Task<TarnPaymentSchedule> managePaymentSchedule(TarnAPI &api, const TarnPaymentScheduleAction &action);
+
+// Opens a card session for the client: the page's address for the browser,
+// and the id it is followed by.
+QCoro::Task<TarnCardSession> startCardSession(TarnAPI &api, const QString &clientID);
+// Where the session stands; once completed it answers the same card however
+// often it is asked.
+QCoro::Task<TarnCardSessionProgress> finishCardSession(TarnAPI &api, const QString &sessionID);
 
 } // namespace TarnPaymentsCalls

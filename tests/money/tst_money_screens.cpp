@@ -14,6 +14,7 @@
 #include <QQuickWindow>
 #include <QSignalSpy>
 #include <QTest>
+#include <QUrl>
 #include <QtQml/QQmlExtensionPlugin>
 
 #include <cstdlib>
@@ -61,6 +62,7 @@ private Q_SLOTS:
     void refusedFormStaysOpen_data();
     void refusedFormStaysOpen();
     void approvedRefundShowsRefunded();
+    void paymentRecordedAndCardAdded();
     void dashboardDrawsTwoBarsAMonth_data();
     void dashboardDrawsTwoBarsAMonth();
     void dashboardRenamesAndLinks();
@@ -193,6 +195,47 @@ void TestMoneyScreens::refusedFormStaysOpen()
     QVERIFY(named(sheet, row.field)->property("error").toString().startsWith(row.error));
     QTRY_VERIFY(sheet->property("opened").toBool());
     QCOMPARE(session.workspace->requests().size(), sent);
+}
+
+// Ctrl+N records a payment (a refused form stays open with the reason), and
+// the client beside the list adds a card through the browser, waiting with
+// Cancel.
+void TestMoneyScreens::paymentRecordedAndCardAdded()
+{
+    NativePaymentsView view(*session.api);
+    QList<QUrl> opened;
+    view.client()->setOpener([&opened](const QUrl &url) {
+        opened.append(url);
+        return true;
+    });
+    const std::unique_ptr<QQuickItem> shown = show("PaymentsScreen", &view);
+    QVERIFY(shown);
+    QTRY_VERIFY(!view.loading() && view.client()->cards()->rowCount() > 0);
+    QCOMPARE(named(shown.get(), u"clientCards"_s)->property("count").toInt(), 1);
+    QCOMPARE(named(shown.get(), u"clientSchedules"_s)->property("count").toInt(), 1);
+
+    QObject *sheet = named(shown.get(), u"recordSheet"_s);
+    shown->forceActiveFocus();
+    QTest::keyClick(window.get(), Qt::Key_N, Qt::ControlModifier);
+    QTRY_VERIFY(sheet->property("opened").toBool());
+    named(sheet, u"recordAmount"_s)->setProperty("text", u"12.345"_s);
+    named(sheet, u"recordReference"_s)->setProperty("text", u"Cheque 88"_s);
+    QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
+    QTRY_VERIFY(sheet->property("opened").toBool());
+    QVERIFY2(named(sheet, u"recordError"_s)->property("text").toString().startsWith("Type an amount"_L1),
+        qPrintable(named(sheet, u"recordError"_s)->property("text").toString()));
+    named(sheet, u"recordAmount"_s)->setProperty("text", u"12.34"_s);
+    const int listed = view.payments()->rowCount();
+    QVERIFY(QMetaObject::invokeMethod(sheet, "confirmed"));
+    QTRY_COMPARE(view.payments()->rowCount(), listed + 1);
+
+    QMetaObject::invokeMethod(named(shown.get(), u"addCard"_s), "clicked");
+    QTRY_COMPARE(opened.size(), 1);
+    QObject *cancel = named(shown.get(), u"cancelCard"_s);
+    QTRY_VERIFY(cancel->property("visible").toBool());
+    QMetaObject::invokeMethod(cancel, "clicked");
+    QTRY_VERIFY(named(shown.get(), u"addCard"_s)->property("visible").toBool());
+    QVERIFY(!view.client()->following());
 }
 
 void TestMoneyScreens::approvedRefundShowsRefunded()

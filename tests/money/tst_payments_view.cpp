@@ -1,6 +1,7 @@
 #include "money/MoneyTestSession.h"
 #include "money/NativePaymentsView.h"
 
+#include <QDate>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSignalSpy>
@@ -49,6 +50,8 @@ private Q_SLOTS:
     void refundRequestedThenApproved();
     void invalidAmountIsNotSent();
     void chargeRetriedWithTheSameKey();
+    void recordedPaymentMarkedPaid();
+    void staleMarkShowsTheirChange();
 
 private:
     // Runs the action and waits for the list loaded after it.
@@ -64,6 +67,8 @@ void TestPaymentsView::init()
     QVERIFY2(failed.isEmpty(), qPrintable(failed));
     view = std::make_unique<NativePaymentsView>(*session.api);
     settle([this] { view->reload(); });
+    // The client panel reads its client after the list.
+    QTRY_VERIFY(!view->client()->clientId().isEmpty() && !view->client()->loading());
 }
 
 void TestPaymentsView::settle(const std::function<void()> &action)
@@ -157,6 +162,55 @@ void TestPaymentsView::chargeRetriedWithTheSameKey()
     QCOMPARE(keys.at(1), keys.at(0));
     QCOMPARE(view->payments()->rowCount(), listed + 1);
     QVERIFY(cell(view->openInvoices(), invoice, "remaining").isNull());
+}
+
+void TestPaymentsView::recordedPaymentMarkedPaid()
+{
+    session.workspace->clearRequests();
+    const QString marlow = u"c-marlow"_s;
+    const QString today = QDate::currentDate().toString(Qt::ISODate);
+    QVERIFY(!view->recordPayment({}, u"10"_s, false, u"Transfer"_s, today));
+    QCOMPARE(view->formError(), u"Choose who paid."_s);
+    QVERIFY(!view->recordPayment(marlow, u"1.005"_s, false, u"Transfer"_s, today));
+    QVERIFY(!view->recordPayment(marlow, u"10"_s, false, u" "_s, today));
+    QVERIFY(!view->recordPayment(marlow, u"10"_s, false, u"Transfer"_s, u"2026-11-31"_s));
+    QCOMPARE(view->formError(), u"Give the day it was paid as YYYY-MM-DD."_s);
+    QCOMPARE(session.workspace->requests().size(), 0);
+
+    const int listed = view->payments()->rowCount();
+    settle([&] { QVERIFY(view->recordPayment(marlow, u"1,250.50"_s, false, u" Transfer 55 "_s, today)); });
+    QCOMPARE(view->formError(), QString());
+    QCOMPARE(view->payments()->rowCount(), listed + 1);
+    QString recorded;
+    for (int row = 0; row < view->payments()->rowCount(); ++row) {
+        const QModelIndex index = view->payments()->index(row);
+        if (index.data(view->payments()->roleNames().key("detail")).toString() == u"Offline · Transfer 55"_s)
+            recorded = index.data(Qt::UserRole + 1).toString();
+    }
+    QVERIFY(!recorded.isEmpty());
+    QCOMPARE(cell(view->payments(), recorded, "amount").toString(), u"$1,250.50"_s);
+    QVERIFY(cell(view->payments(), recorded, "markable").toBool());
+    // Card payments are never marked by hand.
+    QVERIFY(!cell(view->payments(), u"pay-1034"_s, "markable").toBool());
+
+    settle([&] { view->markPaid(recorded); });
+    QCOMPARE(view->formError(), QString());
+    QCOMPARE(cell(view->payments(), recorded, "pill").toString(), u"Paid"_s);
+    QVERIFY(!cell(view->payments(), recorded, "markable").toBool());
+}
+
+void TestPaymentsView::staleMarkShowsTheirChange()
+{
+    const QString id = u"pay-offline-1"_s;
+    QVERIFY(cell(view->payments(), id, "markable").toBool());
+    // Someone else corrects the reference after this screen read it.
+    const TestWorkspace::Answer theirs = session.send("PATCH", u"api/payments-terminal/payments/"_s + id,
+        QJsonObject { { u"version"_s, 1 }, { u"reference"_s, u"Transfer 2291"_s } });
+    QCOMPARE(theirs.status, 200);
+    settle([&] { view->markPaid(id); });
+    QCOMPARE(view->formError(), u"Someone changed this payment in the meantime; it now shows their change."_s);
+    QCOMPARE(cell(view->payments(), id, "detail").toString(), u"Offline · Transfer 2291"_s);
+    QCOMPARE(cell(view->payments(), id, "pill").toString(), u"Pending"_s);
 }
 
 QTEST_GUILESS_MAIN(TestPaymentsView)

@@ -3,6 +3,9 @@
 #include "workspace/WorkspaceRequest.h"
 #include "workspace/WorkspaceServer.h"
 #include "workspace/routes/BooksSql.h"
+#include "workspace/routes/PaymentsCardSessions.h"
+#include "workspace/routes/PaymentsSeed.h"
+#include "workspace/routes/PaymentsStore.h"
 
 #include "money/TarnLedgerDates.h"
 #include "money/TarnPaymentRefundState.h"
@@ -44,26 +47,6 @@ TarnPaymentRefundState refundState(const QSqlDatabase &db, const QString &paymen
     while (q.next())
         requests.append({ paymentID, q.value(0).toLongLong(), q.value(1).toString() });
     return TarnPaymentRefundState(requests);
-}
-
-QJsonArray paymentsJSON(const QSqlDatabase &db)
-{
-    QJsonArray payments;
-    QSqlQuery q = run(db,
-        u"SELECT id, client_id, client, invoice_id, amount, status, date, method, reference FROM payments"
-        " ORDER BY date DESC, id"_s);
-    while (q.next()) {
-        QJsonObject payment { { u"id"_s, q.value(0).toString() }, { u"client_id"_s, q.value(1).toString() },
-            { u"client"_s, q.value(2).toString() }, { u"amount"_s, q.value(4).toLongLong() },
-            { u"status"_s, q.value(5).toString() }, { u"date"_s, q.value(6).toString() },
-            { u"method"_s, q.value(7).toString() } };
-        if (!q.value(3).isNull())
-            payment.insert(u"invoice_id"_s, q.value(3).toString());
-        if (!q.value(8).isNull())
-            payment.insert(u"reference"_s, q.value(8).toString());
-        payments.append(payment);
-    }
-    return payments;
 }
 
 QJsonArray refundRequestsJSON(const QSqlDatabase &db)
@@ -245,83 +228,6 @@ WorkspaceReply decide(WorkspaceServer &server, const WorkspaceRequest &request, 
     return WorkspaceReply::json(QJsonObject { { u"status"_s, status } });
 }
 
-// A month of card payments for the demo company, dated back from today, with
-// open invoices to charge and a refund in each state.
-void plantDemo(QSqlDatabase db)
-{
-    struct Client {
-        QString id;
-        QString name;
-        QString cardType;
-        QString last4;
-    };
-    const Client clients[] = {
-        { u"c-brightwater"_s, u"Brightwater Dental"_s, u"Visa"_s, u"4242"_s },
-        { u"c-oakline"_s, u"Oakline Studio"_s, u"Mastercard"_s, u"5100"_s },
-        { u"c-fernhill"_s, u"Fernhill Bakery"_s, u"Visa"_s, u"1881"_s },
-        { u"c-marlow"_s, u"Marlow & Sons"_s, u"American Express"_s, u"0005"_s },
-        { u"c-tidewater"_s, u"Tidewater Yoga"_s, u"Discover"_s, u"6011"_s },
-    };
-    const QDate now = QDate::currentDate();
-    db.transaction();
-    for (const Client &client : clients) {
-        run(db,
-            u"INSERT INTO payment_cards (payment_profile_id, client_id, card_type, last4, expiration)"
-            " VALUES (?, ?, ?, ?, ?)"_s,
-            { QString(u"pp-"_s + client.id.mid(2)), client.id, client.cardType, client.last4,
-                now.addYears(2).toString(u"MM/yy"_s) });
-    }
-    const qint64 amounts[] = { 48000, 125050, 36075, 89900, 21000, 64500, 150000, 27550, 99000, 43210, 72000, 18800 };
-    int number = 1031;
-    for (int i = 0; i < 12; ++i, ++number) {
-        const Client &client = clients[i % 5];
-        const QString invoiceID = u"inv-%1"_s.arg(number);
-        const QDate paidOn = now.addDays(-2 * i - 1);
-        run(db,
-            u"INSERT INTO payment_invoices (id, client_id, client, invoice_number, due_on, amount)"
-            " VALUES (?, ?, ?, ?, ?, ?)"_s,
-            { invoiceID, client.id, client.name, QString::number(number), paidOn.addDays(14).toString(Qt::ISODate),
-                amounts[i] });
-        const Invoice paid { invoiceID, client.id, client.name, 0 };
-        // One in four is a pending card payment still settling.
-        insertPayment(db, u"pay-%1"_s.arg(number), paid, amounts[i], i % 4 == 3 ? u"Pending"_s : u"Paid"_s,
-            paidOn.toString(Qt::ISODate), u"card"_s, QString());
-    }
-    const struct {
-        QString id;
-        QString payment;
-        qint64 amount;
-        QString status;
-        QString reason;
-    } refunds[] = {
-        { u"rr-1"_s, u"pay-1032"_s, 25000, u"Requested"_s, u"Two chairs arrived scratched."_s },
-        { u"rr-2"_s, u"pay-1035"_s, 21000, u"Refunded"_s, u"Class cancelled."_s },
-        { u"rr-3"_s, u"pay-1037"_s, 150000, u"Denied"_s, u"Asked for a full refund after delivery."_s },
-    };
-    for (const auto &refund : refunds) {
-        run(db,
-            u"INSERT INTO payment_refund_requests (id, payment_id, amount, status, reason) VALUES (?, ?, ?, ?, ?)"_s,
-            { refund.id, refund.payment, refund.amount, refund.status, refund.reason });
-    }
-    const Invoice refunded { QString(), u"c-tidewater"_s, u"Tidewater Yoga"_s, 0 };
-    insertPayment(db, refundPrefix + u"rr-2"_s, refunded, 21000, u"Refunded"_s, now.addDays(-5).toString(Qt::ISODate),
-        u"refund"_s, u"pay-1035"_s);
-    const struct {
-        int number;
-        int client;
-        qint64 amount;
-        int dueIn;
-    } open[] = { { 1043, 0, 56000, 10 }, { 1044, 1, 212500, 20 }, { 1045, 3, 9800, -3 } };
-    for (const auto &owed : open) {
-        run(db,
-            u"INSERT INTO payment_invoices (id, client_id, client, invoice_number, due_on, amount)"
-            " VALUES (?, ?, ?, ?, ?, ?)"_s,
-            { u"inv-%1"_s.arg(owed.number), clients[owed.client].id, clients[owed.client].name,
-                QString::number(owed.number), now.addDays(owed.dueIn).toString(Qt::ISODate), owed.amount });
-    }
-    db.commit();
-}
-
 } // namespace
 
 namespace PaymentsRoutes {
@@ -329,8 +235,9 @@ namespace PaymentsRoutes {
 void add(WorkspaceServer &server)
 {
     const QSqlDatabase db = server.store().database();
-    if (single(db, u"SELECT COUNT(*) FROM payment_invoices"_s, {}) == 0)
-        plantDemo(db);
+    if (!PaymentsStore::prepare(db))
+        return;
+    PaymentsSeed::plant(db);
 
     WorkspaceRouter &router = server.router();
     const auto guarded = [&server](bool ownerOnly, auto handler) {
@@ -340,27 +247,57 @@ void add(WorkspaceServer &server)
             return handler(request);
         };
     };
+    const auto body = [](const WorkspaceRequest &request) { return request.jsonBody().value_or(QJsonObject()); };
 
     router.add("GET", u"/api/payments-terminal/payments"_s, Access::Session,
         guarded(false, [&server](const WorkspaceRequest &) {
             const QSqlDatabase store = server.store().database();
-            return WorkspaceReply::json(QJsonObject { { u"payments"_s, paymentsJSON(store) },
-                { u"refund_requests"_s, refundRequestsJSON(store) }, { u"open_invoices"_s, openInvoicesJSON(store) } });
+            PaymentsStore::runDueSchedules(store, QDate::currentDate());
+            return WorkspaceReply::json(QJsonObject { { u"payments"_s, PaymentsStore::paymentsJSON(store) },
+                { u"refund_requests"_s, refundRequestsJSON(store) }, { u"open_invoices"_s, openInvoicesJSON(store) },
+                { u"clients"_s, PaymentsStore::clientsJSON(store) } });
         }));
     router.add("GET", u"/api/payments-terminal/cards"_s, Access::Session,
         guarded(false, [&server](const WorkspaceRequest &request) {
-            QJsonArray cards;
-            QSqlQuery q = run(server.store().database(),
-                u"SELECT payment_profile_id, card_type, last4, expiration FROM payment_cards WHERE client_id = ?"
-                " ORDER BY payment_profile_id"_s,
-                { request.query(u"client_id"_s) });
-            while (q.next()) {
-                cards.append(QJsonObject { { u"payment_profile_id"_s, q.value(0).toString() },
-                    { u"card_type"_s, q.value(1).toString() }, { u"last4"_s, q.value(2).toString() },
-                    { u"expiration"_s, q.value(3).toString() }, { u"saved"_s, true } });
-            }
-            return WorkspaceReply::json(QJsonObject { { u"cards"_s, cards } });
+            return WorkspaceReply::json(
+                PaymentsStore::cardsJSON(server.store().database(), request.query(u"client_id"_s)));
         }));
+    router.add("POST", u"/api/payments-terminal/payments"_s, Access::Session,
+        guarded(false, [&server, body](const WorkspaceRequest &request) {
+            return PaymentsStore::recordPayment(server.store().database(), body(request));
+        }));
+    router.add("PATCH", u"/api/payments-terminal/payments/:payment"_s, Access::Session,
+        guarded(false, [&server, body](const WorkspaceRequest &request) {
+            return PaymentsStore::updatePayment(server.store().database(), request.arguments().at(0), body(request));
+        }));
+    router.add("POST", u"/api/payments-terminal/schedules"_s, Access::Session,
+        guarded(false, [&server, body](const WorkspaceRequest &request) {
+            return PaymentsStore::manageSchedule(server.store().database(), body(request));
+        }));
+    router.add("POST", u"/api/payments-terminal/card-sessions"_s, Access::Session,
+        guarded(false, [&server, body](const WorkspaceRequest &request) {
+            const QString host = QString::fromLatin1(request.header("Host").value_or(QByteArray()));
+            return PaymentsCardSessions::start(
+                server.store().database(), request.session().personId, host, body(request));
+        }));
+    router.add("POST", u"/api/payments-terminal/card-sessions/:session/finish"_s, Access::Session,
+        guarded(false, [&server](const WorkspaceRequest &request) {
+            return PaymentsCardSessions::finish(
+                server.store().database(), request.session().personId, request.arguments().at(0));
+        }));
+    // The processor's page: its token is its only credential.
+    router.add("GET", u"/card-sessions/:token"_s, Access::Public, [&server](const WorkspaceRequest &request) {
+        return PaymentsCardSessions::page(server.store().database(), request.arguments().at(0));
+    });
+    router.add("POST", u"/card-sessions/:token"_s, Access::Public, [&server](const WorkspaceRequest &request) {
+        return PaymentsCardSessions::submit(server.store().database(), request.arguments().at(0), request.body());
+    });
+    if (server.options().testFaults) {
+        router.add("POST", u"/api/test/payments-terminal/card-sessions/:session/expire"_s, Access::Public,
+            [&server](const WorkspaceRequest &request) {
+                return PaymentsCardSessions::expire(server.store().database(), request.arguments().at(0));
+            });
+    }
     router.add("POST", u"/api/payments-terminal/charge"_s, Access::Session,
         guarded(false, [&server](const WorkspaceRequest &request) { return charge(server, request); }));
     router.add("POST", u"/api/payments-terminal/invoices/:invoice/record"_s, Access::Session,

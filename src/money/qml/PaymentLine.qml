@@ -17,9 +17,12 @@ Item {
     required property bool refundable
     required property string leftToRefund
     required property string requestId
+    required property string detail
+    required property bool markable
 
     signal refundAsked()
     signal decisionAsked()
+    signal markPaidAsked()
 
     implicitHeight: row.implicitHeight + 2 * Theme.spacing.s
     Layout.fillWidth: true
@@ -43,7 +46,9 @@ Item {
                 Layout.fillWidth: true
             }
             Text {
-                text: line.date
+                text: line.detail.length > 0 ? line.date + " · " + line.detail : line.date
+                elide: Text.ElideRight
+                Layout.fillWidth: true
                 font.pixelSize: Theme.type.footnote
                 color: Theme.colours.secondaryText
             }
@@ -59,6 +64,12 @@ Item {
             font.pixelSize: Theme.type.callout
             color: Theme.colours.text
             Layout.preferredWidth: Theme.spacing.xxl * 3
+        }
+        ActionButton {
+            objectName: "markPaid"
+            visible: line.markable
+            text: qsTr("Mark paid")
+            onClicked: line.markPaidAsked()
         }
         ActionButton {
             visible: line.refundable

@@ -5,9 +5,11 @@ import PiloTarn.Design
 import PiloTarn.Money
 
 // The payments terminal: the month's received total, the payments filtered
-// by state with their pills, refunds asked for and decided, and the open
-// invoices charged to a saved card or marked paid offline. Every check and
-// call is the view's; a refused form stays open with the field marked.
+// by state with their pills, refunds asked for and decided, offline payments
+// recorded (Ctrl+N) and marked paid, the open invoices charged to a saved
+// card or marked paid offline, and beside them the chosen client's cards and
+// recurring charges. Every check and call is the view's; a refused form
+// stays open with the field marked.
 ColumnLayout {
     id: terminal
 
@@ -46,8 +48,16 @@ ColumnLayout {
             onClicked: terminal.view.filter = "refunded"
         }
         Item { Layout.fillWidth: true }
+        ActionButton {
+            objectName: "recordPayment"
+            text: qsTr("Record payment")
+            symbol: "plus"
+            kind: ActionButton.Primary
+            onClicked: recordSheet.ask()
+        }
         ColumnLayout {
             spacing: 0
+            Layout.leftMargin: Theme.spacing.l
             Text {
                 text: qsTr("Received this month")
                 font.pixelSize: Theme.type.footnote
@@ -81,86 +91,113 @@ ColumnLayout {
     }
     ErrorBanner {
         objectName: "formError"
-        visible: text.length > 0 && !refundSheet.opened && !offlineSheet.opened
+        visible: text.length > 0 && !refundSheet.opened && !offlineSheet.opened && !recordSheet.opened
         text: terminal.view.formError
         Layout.fillWidth: true
     }
 
-    SectionHeader {
-        text: qsTr("Payments")
-        Layout.fillWidth: true
-    }
-
-    LoadingPlaceholder {
-        visible: terminal.view.loading && payments.count === 0
-        rows: 4
-        Layout.fillWidth: true
-    }
-    EmptyState {
-        visible: !terminal.view.loading && payments.count === 0 && terminal.view.error.length === 0
-        symbol: "creditcard"
-        title: qsTr("No payments")
-        text: terminal.view.filter === "all" ? qsTr("Card and offline payments show here as they arrive.")
-                                             : qsTr("No payment is in this state.")
-        Layout.fillWidth: true
-        Layout.fillHeight: true
-    }
-
-    ScrollView {
-        visible: payments.count > 0
-        contentWidth: availableWidth
-        clip: true
+    RowLayout {
+        spacing: Theme.spacing.xl
         Layout.fillWidth: true
         Layout.fillHeight: true
 
         ColumnLayout {
-            width: parent.width
-            spacing: 0
+            spacing: Theme.spacing.m
+            Layout.fillWidth: true
+            Layout.fillHeight: true
 
-            Repeater {
-                id: payments
+            SectionHeader {
+                text: qsTr("Payments")
+                Layout.fillWidth: true
+            }
 
-                objectName: "payments"
-                model: terminal.view.payments
-                onItemAdded: (index, item) => {
-                    item.refundAsked.connect(() => refundSheet.ask(item.paymentId, item.client, item.leftToRefund))
-                    item.decisionAsked.connect(() => decideSheet.ask(item.requestId, item.client))
+            LoadingPlaceholder {
+                visible: terminal.view.loading && payments.count === 0
+                rows: 4
+                Layout.fillWidth: true
+            }
+            EmptyState {
+                visible: !terminal.view.loading && payments.count === 0 && terminal.view.error.length === 0
+                symbol: "creditcard"
+                title: qsTr("No payments")
+                text: terminal.view.filter === "all" ? qsTr("Card and offline payments show here as they arrive.")
+                                                     : qsTr("No payment is in this state.")
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+            }
+
+            ScrollView {
+                visible: payments.count > 0
+                contentWidth: availableWidth
+                clip: true
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+
+                ColumnLayout {
+                    width: parent.width
+                    spacing: 0
+
+                    Repeater {
+                        id: payments
+
+                        objectName: "payments"
+                        model: terminal.view.payments
+                        onItemAdded: (index, item) => {
+                            item.refundAsked.connect(() => refundSheet.ask(item.paymentId, item.client, item.leftToRefund))
+                            item.decisionAsked.connect(() => decideSheet.ask(item.requestId, item.client))
+                    item.markPaidAsked.connect(() => terminal.view.markPaid(item.paymentId))
+                        }
+
+                        PaymentLine {}
+                    }
                 }
+            }
 
-                PaymentLine {}
+            SectionHeader {
+                visible: invoices.count > 0
+                text: qsTr("Open invoices")
+                Layout.fillWidth: true
+            }
+
+            ScrollView {
+                visible: invoices.count > 0
+                contentWidth: availableWidth
+                clip: true
+                Layout.fillWidth: true
+                Layout.preferredHeight: Math.min(contentHeight, terminal.height / 4)
+
+                ColumnLayout {
+                    width: parent.width
+                    spacing: 0
+
+                    Repeater {
+                        id: invoices
+
+                        objectName: "openInvoices"
+                        model: terminal.view.openInvoices
+                        onItemAdded: (index, item) => {
+                            item.busy = Qt.binding(() => terminal.view.busy)
+                            item.chargeAsked.connect(() => chargeSheet.ask(item.invoiceId, item.number, item.remaining))
+                            item.recordAsked.connect(() => offlineSheet.ask(item.invoiceId, item.number))
+                        }
+
+                        InvoiceLine {}
+                    }
+                }
             }
         }
-    }
 
-    SectionHeader {
-        visible: invoices.count > 0
-        text: qsTr("Open invoices")
-        Layout.fillWidth: true
-    }
+        // A frame of fixed size: the panel's wrapped texts change its height
+        // as it is laid out, which must not lay the whole screen out again.
+        Item {
+            Layout.preferredWidth: 290
+            Layout.fillHeight: true
 
-    ScrollView {
-        visible: invoices.count > 0
-        contentWidth: availableWidth
-        clip: true
-        Layout.fillWidth: true
-        Layout.preferredHeight: Math.min(contentHeight, terminal.height / 4)
-
-        ColumnLayout {
-            width: parent.width
-            spacing: 0
-
-            Repeater {
-                id: invoices
-
-                objectName: "openInvoices"
-                model: terminal.view.openInvoices
-                onItemAdded: (index, item) => {
-                    item.busy = Qt.binding(() => terminal.view.busy)
-                    item.chargeAsked.connect(() => chargeSheet.ask(item.invoiceId, item.number, item.remaining))
-                    item.recordAsked.connect(() => offlineSheet.ask(item.invoiceId, item.number))
-                }
-
-                InvoiceLine {}
+            PaymentClientPanel {
+                objectName: "clientPanel"
+                anchors.fill: parent
+                panel: terminal.view.client
+                clients: terminal.view.clients
             }
         }
     }
@@ -324,6 +361,16 @@ ColumnLayout {
             input.onTextEdited: offlineSheet.refused = false
             Layout.fillWidth: true
         }
+    }
+
+    PaymentRecordSheet {
+        id: recordSheet
+
+        view: terminal.view
+    }
+    Shortcut {
+        sequence: "Ctrl+N"
+        onActivated: recordSheet.ask()
     }
 
     DoneNotice {
