@@ -84,7 +84,7 @@ QString partiesList(const QJsonArray &signers, int you)
         const QJsonObject s = value.toObject();
         const int order = s.value("order"_L1).toInt();
         const QString status = s.value("status"_L1).toString();
-        QString state = u"waits for the signers before"_s;
+        QString state = u"signs after the signers before"_s;
         if (status == "signed"_L1)
             state = u"signed "_s + when(s.value("signed_at"_L1).toString());
         else if (order == you)
@@ -154,9 +154,10 @@ WorkspaceReply post(DocumentStore &documents, const WorkspaceRequest &request)
                 u"Tick \u201cI agree to sign this document electronically\u201d to sign."_s);
         answer.typedName = typed.name;
     } else if (action == "decline"_L1) {
-        if (typed.reason.isEmpty() || typed.reason.size() > reasonLimit)
-            return formPage(
-                documents, token, link, typed, u"Say why you decline, in at most %1 characters."_s.arg(reasonLimit));
+        if (typed.reason.isEmpty())
+            return formPage(documents, token, link, typed, u"Say why you decline."_s);
+        if (typed.reason.size() > reasonLimit)
+            return formPage(documents, token, link, typed, u"A reason is at most %1 characters."_s.arg(reasonLimit));
         answer.outcome = u"declined"_s;
         answer.reason = typed.reason;
     } else {

@@ -14,6 +14,8 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -407,10 +409,11 @@ void NativeDocumentsView::setError(const QString &text)
 
 void NativeDocumentsView::say(const QString &text)
 {
-    if (!text.isEmpty())
+    // Said for a few seconds, then cleared.
+    if (text.isEmpty())
+        m_noticeTimer.stop();
+    else
         m_noticeTimer.start();
-    if (m_notice == text)
-        return;
-    m_notice = text;
-    Q_EMIT noticeChanged();
+    if (std::exchange(m_notice, text) != text)
+        Q_EMIT noticeChanged();
 }

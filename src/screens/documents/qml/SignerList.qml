@@ -23,6 +23,7 @@ Column {
             required property string email
             required property string status
             required property string statusLabel
+            required property string answered
             required property string reason
             required property string signUrl
             readonly property SignerList owner: parent as SignerList
@@ -40,23 +41,37 @@ Column {
                 lit: signer.status === "sent"
             }
             Text {
+                objectName: "signerAnswered"
+                visible: text.length > 0
+                width: signer.width
+                leftPadding: Theme.spacing.xxl + Theme.spacing.xs
+                text: signer.answered
+                font.pixelSize: Theme.type.footnote
+                color: signer.status === "declined" ? Theme.colours.danger
+                     : signer.status === "expired" ? Theme.colours.warning : Theme.colours.secondaryText
+                wrapMode: Text.Wrap
+            }
+            Text {
                 visible: signer.reason.length > 0
                 width: signer.width
-                leftPadding: Theme.spacing.xl
+                leftPadding: Theme.spacing.xxl + Theme.spacing.xs
                 text: qsTr("\u201c%1\u201d").arg(signer.reason)
                 font.pixelSize: Theme.type.footnote
                 font.italic: true
                 color: Theme.colours.secondaryText
                 wrapMode: Text.Wrap
             }
-            Row {
+            Flow {
                 visible: signer.signUrl.length > 0
-                leftPadding: Theme.spacing.xl
+                width: signer.width
+                leftPadding: Theme.spacing.xxl
                 spacing: Theme.spacing.s
 
                 ActionButton {
                     objectName: "signerCopyLink"
                     kind: ActionButton.Plain
+                    leftPadding: Theme.spacing.xs
+                    rightPadding: Theme.spacing.xs
                     symbol: "doc.on.doc"
                     text: qsTr("Copy signing link")
                     onClicked: signer.owner.view.copySigningLink()
@@ -64,6 +79,8 @@ Column {
                 ActionButton {
                     objectName: "signerOpenPage"
                     kind: ActionButton.Plain
+                    leftPadding: Theme.spacing.xs
+                    rightPadding: Theme.spacing.xs
                     symbol: "globe"
                     text: qsTr("Open signing page")
                     onClicked: signer.owner.view.openSigningPage()
