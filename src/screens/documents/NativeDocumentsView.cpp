@@ -235,9 +235,21 @@ void NativeDocumentsView::openDocument(const QString &documentId)
         envelopeTask(*at->envelope_id, ++m_envelopeGeneration);
         return;
     }
+    startDraft(documentId);
+}
+
+void NativeDocumentsView::newEnvelope()
+{
+    if (m_envelope && (m_envelope->status == "completed"_L1 || m_envelope->status == "declined"_L1))
+        startDraft(m_envelope->document_id);
+}
+
+// By value: the id may be the envelope's own, which closing it destroys.
+void NativeDocumentsView::startDraft(QString documentId)
+{
     ++m_envelopeGeneration;
     showEnvelope(std::nullopt);
-    m_draft = TarnEnvelopeDraft { .document_id = documentId, .message = {}, .recipients = {} };
+    m_draft = TarnEnvelopeDraft { .document_id = std::move(documentId), .message = {}, .recipients = {} };
     Q_EMIT draftChanged();
 }
 

@@ -94,10 +94,12 @@ public:
     // Forgets everything shown: the session ended.
     void clear();
 
-    // Opens the document's envelope, or starts a new one when it has none
-    // or its last one is completed.
+    // Opens the document's envelope, or starts a new one when it has none.
     Q_INVOKABLE void openDocument(const QString &documentId);
     Q_INVOKABLE void closeEnvelope();
+    // Starts a new envelope for the open one's document once it is
+    // completed or declined.
+    Q_INVOKABLE void newEnvelope();
     Q_INVOKABLE void addRecipient(const QString &name, const QString &email);
     Q_INVOKABLE void removeRecipient(int index);
     // Moves a recipient one place earlier (-1) or later (+1) in the order.
@@ -129,6 +131,7 @@ private:
     QCoro::Task<> finishAction();
     void showDocuments(const QList<TarnDocument> &all);
     void showEnvelope(const std::optional<TarnEnvelope> &envelope);
+    void startDraft(QString documentId);
     void applyFilter();
     void setBusy(bool busy);
     void fail(const TarnAPIError &error);

@@ -124,6 +124,10 @@ void TestDocumentsView::envelopeWrittenSentOnceAndSigned()
     QTRY_COMPARE(
         column(*view->documents(), "status").value(column(*view->documents(), "documentId").indexOf(u"doc-pr-quill"_s)),
         u"Signed"_s);
+    // Signed: a new envelope for the document starts from here.
+    view->newEnvelope();
+    QCOMPARE(view->draftDocumentId(), u"doc-pr-quill"_s);
+    QCOMPARE(view->openEnvelopeId(), QString());
 }
 
 // The preview reads the PDF the service draws: every page, the title on

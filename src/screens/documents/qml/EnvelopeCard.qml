@@ -5,7 +5,8 @@ import PiloTarn.Design
 
 // The open envelope: its document, who sent it, the signers in order with
 // their state (the one whose turn it is with their signing link), and Send
-// while it is a draft or when that signer's link expired.
+// while it is a draft or when that signer's link expired; a completed or
+// declined one starts a new envelope for its document.
 Rectangle {
     id: card
 
@@ -80,6 +81,13 @@ Rectangle {
             kind: ActionButton.Primary
             text: card.envelope.status === "draft" ? qsTr("Send for signature") : qsTr("Send a new signing link")
             onClicked: card.view.send()
+            Layout.alignment: Qt.AlignRight
+        }
+        ActionButton {
+            objectName: "envelopeNew"
+            visible: card.envelope.status === "completed" || card.envelope.status === "declined"
+            text: qsTr("New envelope")
+            onClicked: card.view.newEnvelope()
             Layout.alignment: Qt.AlignRight
         }
     }
