@@ -111,9 +111,8 @@ WorkspaceReply formPage(DocumentStore &documents, const QString &token, const Si
     for (const QString &line : text->lines)
         body += u"<p>%1</p>"_s.arg(escaped(line));
     const QString path = u"/sign/"_s + escaped(token);
-    body += u"</div><p><a href=\"%1/pdf\">Download the PDF</a> (%2 %3)</p>"_s.arg(path)
-                .arg(text->pages)
-                .arg(text->pages == 1 ? u"page"_s : u"pages"_s);
+    body += u"</div><p><a href=\"%1/pdf\">Download the PDF</a> (%2 %3)</p>"_s.arg(
+        path, QString::number(text->pages), text->pages == 1 ? u"page"_s : u"pages"_s);
     body += u"<form method=\"post\" action=\"%1\">"_s.arg(path);
     if (!refusal.isEmpty())
         body += u"<p class=\"error\" role=\"alert\">%1</p>"_s.arg(escaped(refusal));
