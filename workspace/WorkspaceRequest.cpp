@@ -1,5 +1,6 @@
 #include "workspace/WorkspaceRequest.h"
 
+#include <QHostAddress>
 #include <QHttpServerRequest>
 #include <QJsonDocument>
 #include <QMetaEnum>
@@ -22,6 +23,7 @@ WorkspaceRequest::WorkspaceRequest(const QHttpServerRequest &request)
         request.url().toString(QUrl::RemoveScheme | QUrl::RemoveAuthority | QUrl::FullyEncoded), request.headers(),
         request.body())
 {
+    m_remoteAddress = request.remoteAddress().toString();
 }
 
 WorkspaceRequest::WorkspaceRequest(

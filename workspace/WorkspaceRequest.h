@@ -38,6 +38,9 @@ public:
     // The body as a JSON object; nothing when it is not one.
     [[nodiscard]] std::optional<QJsonObject> jsonBody() const;
 
+    // The peer's address as text ("127.0.0.1"); empty for a request made in code.
+    [[nodiscard]] const QString &remoteAddress() const { return m_remoteAddress; }
+
     [[nodiscard]] bool isSafeMethod() const { return m_method == "GET" || m_method == "HEAD"; }
 
     // Captured ":name" segments of the matched route, decoded, in order.
@@ -56,6 +59,7 @@ private:
     QUrlQuery m_query;
     QList<QPair<QByteArray, QByteArray>> m_headers;
     QByteArray m_body;
+    QString m_remoteAddress;
     QStringList m_arguments;
     std::optional<WorkspaceStore::Session> m_session;
 };

@@ -200,7 +200,8 @@ const char *const schema[] = {
     " interest TEXT NOT NULL, owner_id TEXT REFERENCES people(id), estimate INTEGER NOT NULL DEFAULT 0)",
     // The documents screen: `kind` "worksheet", "agreement" or "proposal";
     // times in milliseconds. An envelope is a draft while `sent_at` is null;
-    // its signers sign in `position` order, `sign_ms` apart once it is sent.
+    // its signers sign in `position` order (their links and answers are
+    // SigningLinks' tables; `sign_ms` is left from a clock that signed, 0).
     "CREATE TABLE IF NOT EXISTS documents_items ("
     " id TEXT PRIMARY KEY, kind TEXT NOT NULL, title TEXT NOT NULL, client_id TEXT REFERENCES clients(id),"
     " owner_id TEXT NOT NULL REFERENCES people(id), status TEXT NOT NULL, updated_at INTEGER NOT NULL,"

@@ -4,11 +4,22 @@
 #include "workspace/WorkspaceServer.h"
 #include "workspace/routes/DocumentSeed.h"
 #include "workspace/routes/DocumentStore.h"
+#include "workspace/routes/SigningRoutes.h"
 
 #include <QJsonObject>
 #include <QSqlDatabase>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// The service's host as the client asked it: signing links are made on it.
+QString hostOf(const WorkspaceRequest &request)
+{
+    return QString::fromLatin1(request.header("Host").value_or(QByteArray()));
+}
+
+} // namespace
 
 namespace DocumentRoutes {
 
@@ -18,6 +29,7 @@ void add(WorkspaceServer &server)
     // Also a data folder made before there were documents gets the demo's.
     if (!documents->hasDocuments())
         DocumentSeed::plant(*documents, server.store().database());
+    documents->prepareSigning();
 
     const auto open = [documents](auto handler) {
         return [documents, handler](const WorkspaceRequest &request) {
@@ -40,16 +52,17 @@ void add(WorkspaceServer &server)
         }));
     router.add("POST", u"/api/envelopes"_s, Access::Session,
         open([](DocumentStore &store, const QString &me, const WorkspaceRequest &request) {
-            return store.createEnvelope(me, request.jsonBody().value_or(QJsonObject()));
+            return store.createEnvelope(me, request.jsonBody().value_or(QJsonObject()), hostOf(request));
         }));
     router.add("GET", u"/api/envelopes/:id"_s, Access::Session,
         open([](DocumentStore &store, const QString &, const WorkspaceRequest &request) {
-            return store.envelope(request.arguments().at(0));
+            return store.envelope(request.arguments().at(0), hostOf(request));
         }));
     router.add("POST", u"/api/envelopes/:id/send"_s, Access::Session,
         open([](DocumentStore &store, const QString &, const WorkspaceRequest &request) {
-            return store.send(request.arguments().at(0));
+            return store.send(request.arguments().at(0), hostOf(request));
         }));
+    SigningRoutes::add(server, documents);
 }
 
 } // namespace DocumentRoutes

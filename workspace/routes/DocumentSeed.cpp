@@ -60,21 +60,35 @@ void plant(DocumentStore &store, QSqlDatabase db)
             .status = d.status,
             .updatedAtMs = now - d.daysAgo * dayMs - 5 * hourMs,
             .pages = d.pages });
+    const auto signedBy = [](const QString &name, qint64 at, const QString &address) {
+        return SigningLinks::Answer { u"signed"_s, at, name, address, {} };
+    };
     // Signed long ago, in order, a day apart.
+    const qint64 brightwater = now - 58 * dayMs;
     store.addEnvelope(u"doc-ag-brightwater"_s, u"p-maren"_s, u"Here is the agreement we went through on Tuesday."_s,
         { { u"Dr. Ines Calder"_s, u"ines@brightwater.example"_s }, { u"Maren Holt"_s, u"maren@halvard.example"_s } },
-        now - 58 * dayMs, dayMs);
+        brightwater,
+        { signedBy(u"Dr. Ines Calder"_s, brightwater + dayMs, u"198.51.100.23"_s),
+            signedBy(u"Maren Holt"_s, brightwater + 2 * dayMs, u"192.0.2.10"_s) });
+    const qint64 tidewater = now - 10 * dayMs;
     store.addEnvelope(u"doc-pr-tidewater"_s, u"p-priya"_s, u"The proposal for the new booking site."_s,
-        { { u"Lena Tidewell"_s, u"lena@tidewater.example"_s } }, now - 10 * dayMs, 2 * dayMs);
-    // Out now: the customer signed this morning, the countersignature waits.
+        { { u"Lena Tidewell"_s, u"lena@tidewater.example"_s } }, tidewater,
+        { signedBy(u"lena tidewell"_s, tidewater + 2 * dayMs, u"203.0.113.41"_s) });
+    // Out now: the customer signed this morning, the countersignature waits
+    // (its link is made when the workspace starts).
     store.addEnvelope(u"doc-ag-oakline"_s, u"p-tomas"_s, u"The retainer for the next six months, as agreed."_s,
         { { u"Rafael Okafor"_s, u"rafael@oakline.example"_s }, { u"Tomas Reyes"_s, u"tomas@halvard.example"_s },
             { u"Maren Holt"_s, u"maren@halvard.example"_s } },
-        now - dayMs, dayMs - 4 * hourMs);
+        now - dayMs, { signedBy(u"Rafael Okafor"_s, now - 4 * hourMs, u"198.51.100.87"_s) });
+    // Turned down by the customer.
+    store.addEnvelope(u"doc-pr-harbor"_s, u"p-tomas"_s, u"The front desk inbox we talked about."_s,
+        { { u"Nia Harbor"_s, u"nia@harbor.example"_s }, { u"Tomas Reyes"_s, u"tomas@halvard.example"_s } },
+        now - 5 * dayMs,
+        { { u"declined"_s, now - 3 * dayMs, {}, u"203.0.113.9"_s,
+            u"We are keeping our current desk for this year; let's talk again in spring."_s } });
     // Ready to send.
     store.addEnvelope(u"doc-ag-fernhill"_s, u"p-maren"_s, u"The maintenance plan for the coming year."_s,
-        { { u"Ada Fernhill"_s, u"ada@fernhill.example"_s }, { u"Maren Holt"_s, u"maren@halvard.example"_s } }, 0,
-        DocumentStore::signMs);
+        { { u"Ada Fernhill"_s, u"ada@fernhill.example"_s }, { u"Maren Holt"_s, u"maren@halvard.example"_s } }, 0, {});
     db.commit();
 }
 

@@ -4,12 +4,14 @@
 #include "workspace/routes/BooksSql.h"
 #include "workspace/routes/DocumentPdf.h"
 
-#include <QDateTime>
 #include <QSet>
 #include <QSqlQuery>
 
 using namespace Qt::StringLiterals;
+using BooksSql::isoTime;
 using BooksSql::newID;
+using BooksSql::nowMs;
+using BooksSql::optionalText;
 using BooksSql::orNull;
 using BooksSql::run;
 using BooksSql::single;
@@ -21,25 +23,11 @@ const QString docsApp = u"Docs"_s;
 const QStringList kinds { u"worksheet"_s, u"agreement"_s, u"proposal"_s };
 constexpr qsizetype messageLimit = 2000;
 
-QJsonValue optionalText(const QVariant &value)
-{
-    return value.isNull() ? QJsonValue(QJsonValue::Null) : QJsonValue(value.toString());
-}
-
-QString isoTime(qint64 ms)
-{
-    return QDateTime::fromMSecsSinceEpoch(ms, Qt::UTC).toString(Qt::ISODateWithMs);
-}
-
-QJsonValue optionalTime(qint64 ms)
-{
-    return ms > 0 ? QJsonValue(isoTime(ms)) : QJsonValue(QJsonValue::Null);
-}
-
 } // namespace
 
 DocumentStore::DocumentStore(WorkspaceStore &store)
     : m_store(store)
+    , m_links(store.database())
 {
 }
 
@@ -84,75 +72,122 @@ WorkspaceReply DocumentStore::list(const QString &kind) const
     return WorkspaceReply::json(out);
 }
 
-WorkspaceReply DocumentStore::pdf(const QString &id) const
+std::optional<DocumentStore::Text> DocumentStore::documentText(const QString &documentId) const
 {
     QSqlQuery q = run(m_store.database(),
         u"SELECT d.title, d.kind, d.status, c.name, p.name, d.pages FROM documents_items d"
         " LEFT JOIN clients c ON c.id = d.client_id LEFT JOIN people p ON p.id = d.owner_id WHERE d.id = ?"_s,
-        { id });
+        { documentId });
     if (!q.next())
-        return WorkspaceReply::error(404, u"No such document."_s);
+        return std::nullopt;
     const QString kind = q.value(1).toString();
     QStringList lines { kind.left(1).toUpper() + kind.mid(1) + u" \u00b7 "_s + q.value(2).toString() };
     if (!q.value(3).isNull())
         lines.append(u"Prepared for "_s + q.value(3).toString());
     lines.append(u"Prepared by "_s + q.value(4).toString() + u" at Halvard Studio"_s);
+    return Text { q.value(0).toString(), lines, q.value(5).toInt() };
+}
+
+WorkspaceReply DocumentStore::pdf(const QString &id) const
+{
+    const std::optional<Text> found = documentText(id);
+    if (!found)
+        return WorkspaceReply::error(404, u"No such document."_s);
     WorkspaceReply reply;
     reply.contentType = "application/pdf";
-    reply.body = DocumentPdf::render(q.value(0).toString(), lines, q.value(5).toInt());
+    reply.body = DocumentPdf::render(found->title, found->lines, found->pages);
     return reply;
 }
 
-QJsonObject DocumentStore::envelopeObject(const QString &id) const
+QJsonObject DocumentStore::envelopeObject(const QString &id, const QString &host) const
 {
     QSqlQuery e = run(m_store.database(),
-        u"SELECT e.id, e.document_id, d.title, e.message, p.name, e.created_at, e.sent_at, e.sign_ms"
+        u"SELECT e.id, e.document_id, d.title, e.message, p.name, e.created_at, e.sent_at"
         " FROM documents_envelopes e JOIN documents_items d ON d.id = e.document_id"
         " LEFT JOIN people p ON p.id = e.created_by WHERE e.id = ?"_s,
         { id });
     if (!e.next())
         return {};
-    const qint64 sent = e.value(6).isNull() ? 0 : e.value(6).toLongLong();
-    const qint64 every = e.value(7).toLongLong();
-    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    const bool sent = !e.value(6).isNull();
+    const QMap<int, SigningLinks::Answer> answers = m_links.answers(id);
+    const bool declined = std::any_of(
+        answers.cbegin(), answers.cend(), [](const SigningLinks::Answer &a) { return a.outcome == "declined"_L1; });
+    const std::optional<int> turn = turnOf(id);
+    const qint64 now = nowMs();
     QJsonArray signers;
     qint64 lastSigned = 0;
     QSqlQuery s = run(m_store.database(),
         u"SELECT position, name, email FROM documents_signers WHERE envelope_id = ? ORDER BY position"_s, { id });
     while (s.next()) {
-        const qint64 order = s.value(0).toLongLong();
-        // The n-th signer signs n turns after the envelope was sent.
-        const qint64 signsAt = sent + order * every;
-        QString status = u"waiting"_s;
-        if (sent > 0 && signsAt <= now)
-            status = u"signed"_s;
-        else if (sent > 0 && signsAt - every <= now)
-            status = u"sent"_s;
-        if (status == "signed"_L1)
-            lastSigned = signsAt;
-        signers.append(QJsonObject { { u"order"_s, order }, { u"name"_s, s.value(1).toString() },
-            { u"email"_s, s.value(2).toString() }, { u"status"_s, status },
-            { u"signed_at"_s, status == "signed"_L1 ? optionalTime(signsAt) : QJsonValue(QJsonValue::Null) } });
+        const int position = s.value(0).toInt();
+        QJsonObject signer { { u"order"_s, position }, { u"name"_s, s.value(1).toString() },
+            { u"email"_s, s.value(2).toString() }, { u"status"_s, u"waiting"_s }, { u"signed_at"_s, QJsonValue() },
+            { u"declined_at"_s, QJsonValue() }, { u"decline_reason"_s, QJsonValue() },
+            { u"answered_from"_s, QJsonValue() }, { u"sign_url"_s, QJsonValue() },
+            { u"link_expires_at"_s, QJsonValue() } };
+        if (const auto answer = answers.constFind(position); answer != answers.cend()) {
+            const bool signedIt = answer->outcome == "signed"_L1;
+            signer.insert(u"status"_s, answer->outcome);
+            signer.insert(signedIt ? u"signed_at"_s : u"declined_at"_s, isoTime(answer->atMs));
+            signer.insert(u"decline_reason"_s, optionalText(answer->reason));
+            signer.insert(u"answered_from"_s, optionalText(answer->address));
+            if (signedIt)
+                lastSigned = std::max(lastSigned, answer->atMs);
+        } else if (turn == position) {
+            const std::optional<SigningLinks::Link> link = m_links.live(id, position);
+            const bool expired = !link || link->expired(now);
+            signer.insert(u"status"_s, expired ? u"expired"_s : u"sent"_s);
+            if (link)
+                signer.insert(u"link_expires_at"_s, isoTime(link->expiresAtMs));
+            if (link && !expired && !host.isEmpty())
+                signer.insert(u"sign_url"_s, u"https://%1/sign/%2"_s.arg(host, link->token));
+        }
+        signers.append(signer);
     }
-    const bool completed
-        = sent > 0 && !signers.isEmpty() && signers.last().toObject().value("status"_L1).toString() == "signed"_L1;
+    const bool completed = sent && !declined && !turn;
+    QString status = u"sent"_s;
+    if (!sent)
+        status = u"draft"_s;
+    else if (declined)
+        status = u"declined"_s;
+    else if (completed)
+        status = u"completed"_s;
     return { { u"id"_s, e.value(0).toString() }, { u"document_id"_s, e.value(1).toString() },
-        { u"title"_s, e.value(2).toString() }, { u"message"_s, e.value(3).toString() },
-        { u"status"_s, sent == 0 ? u"draft"_s : (completed ? u"completed"_s : u"sent"_s) },
+        { u"title"_s, e.value(2).toString() }, { u"message"_s, e.value(3).toString() }, { u"status"_s, status },
         { u"sender_name"_s, e.value(4).toString() }, { u"created_at"_s, isoTime(e.value(5).toLongLong()) },
-        { u"sent_at"_s, optionalTime(sent) },
-        { u"completed_at"_s, completed ? optionalTime(lastSigned) : QJsonValue() }, { u"signers"_s, signers } };
+        { u"sent_at"_s, sent ? QJsonValue(isoTime(e.value(6).toLongLong())) : QJsonValue() },
+        { u"completed_at"_s, completed ? QJsonValue(isoTime(lastSigned)) : QJsonValue() }, { u"signers"_s, signers } };
 }
 
-WorkspaceReply DocumentStore::envelope(const QString &id) const
+std::optional<int> DocumentStore::turnOf(const QString &envelopeId) const
 {
-    const QJsonObject found = envelopeObject(id);
+    if (single(m_store.database(), u"SELECT COUNT(*) FROM documents_envelopes WHERE id = ? AND sent_at IS NOT NULL"_s,
+            { envelopeId })
+        == 0)
+        return std::nullopt;
+    const QMap<int, SigningLinks::Answer> answers = m_links.answers(envelopeId);
+    QSqlQuery s = run(m_store.database(),
+        u"SELECT position FROM documents_signers WHERE envelope_id = ? ORDER BY position"_s, { envelopeId });
+    while (s.next()) {
+        const auto answer = answers.constFind(s.value(0).toInt());
+        if (answer == answers.cend())
+            return s.value(0).toInt();
+        // A decline ends the envelope: nobody's turn comes after it.
+        if (answer->outcome != "signed"_L1)
+            return std::nullopt;
+    }
+    return std::nullopt;
+}
+
+WorkspaceReply DocumentStore::envelope(const QString &id, const QString &host) const
+{
+    const QJsonObject found = envelopeObject(id, host);
     if (found.isEmpty())
         return WorkspaceReply::error(404, u"No such envelope."_s);
     return WorkspaceReply::json(found);
 }
 
-WorkspaceReply DocumentStore::createEnvelope(const QString &me, const QJsonObject &body)
+WorkspaceReply DocumentStore::createEnvelope(const QString &me, const QJsonObject &body, const QString &host)
 {
     const QString document = body.value("document_id"_L1).toString();
     const QString kind = text(m_store.database(), u"SELECT kind FROM documents_items WHERE id = ?"_s, { document });
@@ -179,34 +214,82 @@ WorkspaceReply DocumentStore::createEnvelope(const QString &me, const QJsonObjec
         emails.insert(email);
         recipients.append({ name, email });
     }
+    // Unfinished: a draft, or sent with a signer still to sign and nobody declined.
     if (single(m_store.database(),
             u"SELECT COUNT(*) FROM documents_envelopes e WHERE e.document_id = ? AND (e.sent_at IS NULL"
-            " OR e.sent_at + e.sign_ms * (SELECT COUNT(*) FROM documents_signers s WHERE s.envelope_id = e.id) > ?)"_s,
-            { document, QDateTime::currentMSecsSinceEpoch() })
+            " OR (NOT EXISTS (SELECT 1 FROM documents_answers a WHERE a.envelope_id = e.id"
+            " AND a.outcome = 'declined')"
+            " AND (SELECT COUNT(*) FROM documents_answers a WHERE a.envelope_id = e.id)"
+            " < (SELECT COUNT(*) FROM documents_signers s WHERE s.envelope_id = e.id)))"_s,
+            { document })
         > 0)
         return WorkspaceReply::error(409, u"This document already has an envelope that is not finished."_s);
-    const QString id = insertEnvelope(document, me, message, recipients, signMs);
-    return WorkspaceReply::json(envelopeObject(id), 201);
+    const QString id = insertEnvelope(document, me, message, recipients);
+    return WorkspaceReply::json(envelopeObject(id, host), 201);
 }
 
-WorkspaceReply DocumentStore::send(const QString &id)
+WorkspaceReply DocumentStore::send(const QString &id, const QString &host)
 {
     if (envelopeObject(id).isEmpty())
         return WorkspaceReply::error(404, u"No such envelope."_s);
-    // Only a draft goes out: a second send finds it sent and leaves it.
-    run(m_store.database(), u"UPDATE documents_envelopes SET sent_at = ? WHERE id = ? AND sent_at IS NULL"_s,
-        { QDateTime::currentMSecsSinceEpoch(), id });
-    return WorkspaceReply::json(envelopeObject(id));
+    const qint64 now = nowMs();
+    // Only a draft goes out, to its first signer: a second send finds it sent.
+    if (run(m_store.database(), u"UPDATE documents_envelopes SET sent_at = ? WHERE id = ? AND sent_at IS NULL"_s,
+            { now, id })
+            .numRowsAffected()
+        == 1) {
+        m_links.issue(id, 1, now);
+    } else if (const std::optional<int> turn = turnOf(id)) {
+        const std::optional<SigningLinks::Link> link = m_links.live(id, *turn);
+        if (!link || link->expired(now))
+            m_links.issue(id, *turn, now);
+    }
+    return WorkspaceReply::json(envelopeObject(id, host));
 }
 
-QString DocumentStore::insertEnvelope(const QString &documentId, const QString &createdBy, const QString &message,
-    const QList<Recipient> &recipients, qint64 signEveryMs)
+bool DocumentStore::answer(const QString &token, const SigningLinks::Found &link, const SigningLinks::Answer &answer)
+{
+    if (link.state != SigningLinks::State::Open || turnOf(link.envelopeId) != link.position)
+        return false;
+    QSqlDatabase db = m_store.database();
+    db.transaction();
+    if (!m_links.spend(token, link.envelopeId, link.position, answer)) {
+        db.rollback();
+        return false;
+    }
+    if (const std::optional<int> next = turnOf(link.envelopeId))
+        m_links.issue(link.envelopeId, *next, answer.atMs);
+    db.commit();
+    return true;
+}
+
+void DocumentStore::prepareSigning()
+{
+    const QSqlDatabase db = m_store.database();
+    run(db,
+        u"INSERT OR IGNORE INTO documents_answers (envelope_id, position, outcome, answered_at, typed_name, address)"
+        " SELECT s.envelope_id, s.position, 'signed', e.sent_at + s.position * e.sign_ms, s.name, '127.0.0.1'"
+        " FROM documents_signers s JOIN documents_envelopes e ON e.id = s.envelope_id"
+        " WHERE e.sent_at IS NOT NULL AND e.sign_ms > 0 AND e.sent_at + s.position * e.sign_ms <= ?"_s,
+        { nowMs() });
+    run(db, u"UPDATE documents_envelopes SET sign_ms = 0 WHERE sign_ms <> 0"_s);
+    QSqlQuery sent = run(db, u"SELECT id FROM documents_envelopes WHERE sent_at IS NOT NULL"_s);
+    while (sent.next()) {
+        const QString id = sent.value(0).toString();
+        if (const std::optional<int> turn = turnOf(id); turn && !m_links.hasLink(id, *turn))
+            m_links.issue(id, *turn, nowMs());
+    }
+}
+
+QString DocumentStore::insertEnvelope(
+    const QString &documentId, const QString &createdBy, const QString &message, const QList<Recipient> &recipients)
 {
     const QString id = newID("env-"_L1);
+    // `sign_ms` is left from when signing went by the clock.
     run(m_store.database(),
         u"INSERT INTO documents_envelopes (id, document_id, message, created_by, created_at, sign_ms)"
-        " VALUES (?, ?, ?, ?, ?, ?)"_s,
-        { id, documentId, message, createdBy, QDateTime::currentMSecsSinceEpoch(), signEveryMs });
+        " VALUES (?, ?, ?, ?, ?, 0)"_s,
+        { id, documentId, message, createdBy, nowMs() });
     for (qsizetype i = 0; i < recipients.size(); ++i)
         run(m_store.database(),
             u"INSERT INTO documents_signers (envelope_id, position, name, email) VALUES (?, ?, ?, ?)"_s,
@@ -223,10 +306,12 @@ void DocumentStore::addDocument(const Document &d)
 }
 
 void DocumentStore::addEnvelope(const QString &documentId, const QString &createdBy, const QString &message,
-    const QList<Recipient> &recipients, qint64 sentAtMs, qint64 signEveryMs)
+    const QList<Recipient> &recipients, qint64 sentAtMs, const QList<SigningLinks::Answer> &answers)
 {
-    const QString id = insertEnvelope(documentId, createdBy, message, recipients, signEveryMs);
+    const QString id = insertEnvelope(documentId, createdBy, message, recipients);
     if (sentAtMs > 0)
         run(m_store.database(), u"UPDATE documents_envelopes SET sent_at = ?, created_at = ? WHERE id = ?"_s,
             { sentAtMs, sentAtMs - 3600 * 1000, id });
+    for (qsizetype i = 0; i < answers.size(); ++i)
+        m_links.keep(id, int(i + 1), answers.at(i));
 }

@@ -1,26 +1,27 @@
 #pragma once
 
 #include "workspace/WorkspaceReply.h"
+#include "workspace/routes/SigningLinks.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 class WorkspaceStore;
 
 // The documents and their signing envelopes over the workspace's SQLite
-// tables (`documents_items`, `documents_envelopes`, `documents_signers`).
-// Each method answers a route whole, refusals included.
+// tables (`documents_items`, `documents_envelopes`, `documents_signers`, and
+// `SigningLinks`' own). Each method answers a route whole, refusals included.
 //
-// Signing is simulated: once an envelope is sent, its signers sign one after
-// another, each `sign_ms` after the one before (`signMs` for a new envelope);
-// who has signed follows from the envelope's age when it is read. Sending an
-// envelope that already went out changes nothing, so a repeated send never
-// sends twice.
+// Signers sign in order on the signing page, each through a link of their
+// own made when their turn comes. Sending an envelope that already went out
+// changes nothing unless the link of the signer whose turn it is has
+// expired, when it makes them a new one; so a repeated send never sends twice.
 class DocumentStore {
 public:
-    static constexpr qint64 signMs = 2500;
     static constexpr int recipientLimit = 10;
 
     explicit DocumentStore(WorkspaceStore &store);
@@ -31,9 +32,31 @@ public:
     [[nodiscard]] WorkspaceReply list(const QString &kind) const;
     // The document drawn as a PDF of its pages.
     [[nodiscard]] WorkspaceReply pdf(const QString &id) const;
-    [[nodiscard]] WorkspaceReply envelope(const QString &id) const;
-    [[nodiscard]] WorkspaceReply createEnvelope(const QString &me, const QJsonObject &body);
-    [[nodiscard]] WorkspaceReply send(const QString &id);
+    // `host` is the service's host as the client asked it, for signing links.
+    [[nodiscard]] WorkspaceReply envelope(const QString &id, const QString &host) const;
+    [[nodiscard]] WorkspaceReply createEnvelope(const QString &me, const QJsonObject &body, const QString &host);
+    [[nodiscard]] WorkspaceReply send(const QString &id, const QString &host);
+
+    // What the signing page shows of a document: its lines as its PDF has them.
+    struct Text {
+        QString title;
+        QStringList lines;
+        int pages = 1;
+    };
+    [[nodiscard]] std::optional<Text> documentText(const QString &documentId) const;
+    // The envelope as its record answers it; empty when there is none.
+    [[nodiscard]] QJsonObject envelopeObject(const QString &id, const QString &host = {}) const;
+    // The signer whose turn it is (from 1); none for a draft or a finished envelope.
+    [[nodiscard]] std::optional<int> turnOf(const QString &envelopeId) const;
+    [[nodiscard]] SigningLinks &links() { return m_links; }
+    // Keeps an answer given through an open link and makes the next signer's
+    // link; false when the link is spent or not the one whose turn it is.
+    [[nodiscard]] bool answer(
+        const QString &token, const SigningLinks::Found &link, const SigningLinks::Answer &answer);
+    // Envelopes signed by the clock before there were links keep the
+    // signatures they had; every sent envelope's signer whose turn it is gets
+    // a link when they have none.
+    void prepareSigning();
 
     // For the demo.
     struct Document {
@@ -51,14 +74,15 @@ public:
         QString name;
         QString email;
     };
-    // `sentAtMs` 0 leaves the envelope a draft.
+    // `sentAtMs` 0 leaves the envelope a draft; `answers` are the first
+    // signers', in order.
     void addEnvelope(const QString &documentId, const QString &createdBy, const QString &message,
-        const QList<Recipient> &recipients, qint64 sentAtMs, qint64 signEveryMs);
+        const QList<Recipient> &recipients, qint64 sentAtMs, const QList<SigningLinks::Answer> &answers);
 
 private:
-    [[nodiscard]] QJsonObject envelopeObject(const QString &id) const;
     [[nodiscard]] QString insertEnvelope(const QString &documentId, const QString &createdBy, const QString &message,
-        const QList<Recipient> &recipients, qint64 signEveryMs);
+        const QList<Recipient> &recipients);
 
     WorkspaceStore &m_store;
+    SigningLinks m_links;
 };

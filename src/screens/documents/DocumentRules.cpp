@@ -43,6 +43,8 @@ QString statusLabel(const TarnDocument &document)
     const QString envelope = document.envelope_status.value_or(QString());
     if (document.status == "signed"_L1 || envelope == "completed"_L1)
         return u"Signed"_s;
+    if (envelope == "declined"_L1)
+        return u"Declined"_s;
     if (envelope == "sent"_L1)
         return u"Out for signature"_s;
     if (envelope == "draft"_L1)
@@ -56,9 +58,17 @@ QString progressLabel(const TarnEnvelope &envelope)
         return u"Not sent yet"_s;
     if (envelope.status == "completed"_L1)
         return u"Signed by everyone"_s;
+    const auto decliner = std::find_if(envelope.signers.begin(), envelope.signers.end(),
+        [](const TarnEnvelopeSigner &s) { return s.status == "declined"_L1; });
+    if (envelope.status == "declined"_L1 && decliner != envelope.signers.end())
+        return u"Declined by %1"_s.arg(decliner->name);
     const auto signedCount = std::count_if(envelope.signers.begin(), envelope.signers.end(),
         [](const TarnEnvelopeSigner &s) { return s.status == "signed"_L1; });
-    return u"%1 of %2 signed"_s.arg(signedCount).arg(envelope.signers.size());
+    const QString progress = u"%1 of %2 signed"_s.arg(signedCount).arg(envelope.signers.size());
+    if (std::any_of(envelope.signers.begin(), envelope.signers.end(),
+            [](const TarnEnvelopeSigner &s) { return s.status == "expired"_L1; }))
+        return progress + u"; the signing link has expired"_s;
+    return progress;
 }
 
 QString recipientsProblem(const QList<TarnEnvelopeRecipient> &recipients)

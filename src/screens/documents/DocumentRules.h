@@ -19,7 +19,8 @@ namespace DocumentRules {
 // "Draft", "Out for signature", "Signed"…; a document's envelope wins over
 // its own status.
 [[nodiscard]] QString statusLabel(const TarnDocument &document);
-// "1 of 3 signed", "Not sent yet", "Signed by everyone".
+// "1 of 3 signed", "Not sent yet", "Signed by everyone", "Declined by Nia
+// Harbor"; an expired link of the signer whose turn it is is said.
 [[nodiscard]] QString progressLabel(const TarnEnvelope &envelope);
 // Why these recipients cannot be sent to, or empty when they can.
 [[nodiscard]] QString recipientsProblem(const QList<TarnEnvelopeRecipient> &recipients);

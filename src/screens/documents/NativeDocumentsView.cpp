@@ -7,13 +7,26 @@
 #include "service/TarnRefreshLoop.h"
 #include "shell/NativeStateErrors.h"
 
+#include <QClipboard>
 #include <QCoroTimer>
+#include <QDesktopServices>
+#include <QGuiApplication>
 #include <QPointer>
 #include <QTimer>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int noticeMs = 3'000;
+
+bool expiredTurn(const TarnEnvelope &envelope)
+{
+    return std::any_of(envelope.signers.begin(), envelope.signers.end(),
+        [](const TarnEnvelopeSigner &s) { return s.status == "expired"_L1; });
+}
 
 } // namespace
 
@@ -24,6 +37,9 @@ NativeDocumentsView::NativeDocumentsView(TarnAPI &api, QObject *parent)
     , m_signers(new NativeSignerModel(this))
     , m_preview(new NativePdfPreview(api, this))
 {
+    m_noticeTimer.setSingleShot(true);
+    m_noticeTimer.setInterval(noticeMs);
+    connect(&m_noticeTimer, &QTimer::timeout, this, [this] { say({}); });
 }
 
 NativeDocumentsView::~NativeDocumentsView() = default;
@@ -61,12 +77,41 @@ QVariantMap NativeDocumentsView::openEnvelope() const
         return {};
     const TarnEnvelope &e = *m_envelope;
     return { { u"id"_s, e.id }, { u"title"_s, e.title }, { u"message"_s, e.message }, { u"status"_s, e.status },
-        { u"sender"_s, e.sender_name }, { u"progress"_s, DocumentRules::progressLabel(e) } };
+        { u"sender"_s, e.sender_name }, { u"progress"_s, DocumentRules::progressLabel(e) },
+        { u"linkExpired"_s, e.status == "sent"_L1 && expiredTurn(e) } };
 }
 
 bool NativeDocumentsView::canSend() const
 {
-    return m_envelope && m_envelope->status == "draft"_L1 && !m_busy;
+    return m_envelope
+        && (m_envelope->status == "draft"_L1 || (m_envelope->status == "sent"_L1 && expiredTurn(*m_envelope)))
+        && !m_busy;
+}
+
+QString NativeDocumentsView::signUrl() const
+{
+    if (!m_envelope)
+        return {};
+    for (const TarnEnvelopeSigner &s : m_envelope->signers)
+        if (s.sign_url)
+            return *s.sign_url;
+    return {};
+}
+
+void NativeDocumentsView::copySigningLink()
+{
+    const QString url = signUrl();
+    if (url.isEmpty())
+        return;
+    if (QClipboard *clipboard = QGuiApplication::clipboard())
+        clipboard->setText(url);
+    say(u"Signing link copied"_s);
+}
+
+void NativeDocumentsView::openSigningPage()
+{
+    if (const QString url = signUrl(); !url.isEmpty())
+        QDesktopServices::openUrl(QUrl(url));
 }
 
 QVariantList NativeDocumentsView::draftRecipients() const
@@ -121,6 +166,7 @@ void NativeDocumentsView::clear()
     m_draft.reset();
     m_busy = m_loading = m_loaded = false;
     m_error.clear();
+    say({});
     Q_EMIT draftChanged();
     Q_EMIT busyChanged();
     Q_EMIT errorTextChanged();
@@ -189,9 +235,21 @@ void NativeDocumentsView::openDocument(const QString &documentId)
         envelopeTask(*at->envelope_id, ++m_envelopeGeneration);
         return;
     }
+    startDraft(documentId);
+}
+
+void NativeDocumentsView::newEnvelope()
+{
+    if (m_envelope && (m_envelope->status == "completed"_L1 || m_envelope->status == "declined"_L1))
+        startDraft(m_envelope->document_id);
+}
+
+// By value: the id may be the envelope's own, which closing it destroys.
+void NativeDocumentsView::startDraft(QString documentId)
+{
     ++m_envelopeGeneration;
     showEnvelope(std::nullopt);
-    m_draft = TarnEnvelopeDraft { .document_id = documentId, .message = {}, .recipients = {} };
+    m_draft = TarnEnvelopeDraft { .document_id = std::move(documentId), .message = {}, .recipients = {} };
     Q_EMIT draftChanged();
 }
 
@@ -266,7 +324,7 @@ QCoro::Task<> NativeDocumentsView::createTask(TarnEnvelopeDraft draft)
 void NativeDocumentsView::send()
 {
     // A second click while the first is on, or on an envelope that went
-    // out, sends nothing.
+    // out (its signer's link alive), sends nothing.
     if (!canSend())
         return;
     sendTask(m_envelope->id);
@@ -314,8 +372,9 @@ QCoro::Task<> NativeDocumentsView::envelopeTask(QString id, int generation)
             const TarnEnvelope envelope = co_await TarnDocumentCalls::envelope(m_api, id);
             if (!self || generation != m_envelopeGeneration)
                 co_return;
+            // Completed or declined: the documents' list says so too.
             const bool finished = m_envelope && m_envelope->id == envelope.id && m_envelope->status == "sent"_L1
-                && envelope.status == "completed"_L1;
+                && envelope.status != "sent"_L1;
             showEnvelope(envelope);
             status = envelope.status;
             if (finished)
@@ -358,4 +417,15 @@ void NativeDocumentsView::fail(const TarnAPIError &error)
 void NativeDocumentsView::setError(const QString &text)
 {
     NativeStateErrors::show(*this, m_error, text);
+}
+
+void NativeDocumentsView::say(const QString &text)
+{
+    // Said for a few seconds, then cleared.
+    if (text.isEmpty())
+        m_noticeTimer.stop();
+    else
+        m_noticeTimer.start();
+    if (std::exchange(m_notice, text) != text)
+        Q_EMIT noticeChanged();
 }

@@ -10,6 +10,7 @@
 #include <QCoroTask>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <QVariantList>
 #include <QVariantMap>
 
@@ -25,9 +26,12 @@ class TarnAPIError;
 //
 // The documents are read when the screen appears and every 30 seconds while
 // it is shown; an open envelope that is out for signature is read every
-// second, so each signature shows as it happens. A send is made once: a
-// second click while it is on, or on an envelope already sent, sends
-// nothing. A signed-out answer emits `signedOut`.
+// second, so a signature or a decline on the signing page shows as it
+// happens. The signer whose turn it is has a signing link the sender copies
+// or opens in the browser (for someone signing in person). A send is made
+// once: a second click while it is on, or on an envelope already sent,
+// sends nothing; only when the signer's link expired does a send make them
+// a new one. A signed-out answer emits `signedOut`.
 class NativeDocumentsView : public QObject {
     Q_OBJECT
     Q_PROPERTY(NativeDocumentModel *documents READ documents CONSTANT)
@@ -38,6 +42,7 @@ class NativeDocumentsView : public QObject {
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY sectionChanged)
     Q_PROPERTY(QVariantMap openEnvelope READ openEnvelope NOTIFY envelopeChanged)
     Q_PROPERTY(QString openEnvelopeId READ openEnvelopeId NOTIFY envelopeChanged)
+    Q_PROPERTY(QString signUrl READ signUrl NOTIFY envelopeChanged)
     Q_PROPERTY(bool canSend READ canSend NOTIFY envelopeChanged)
     Q_PROPERTY(QString draftDocumentId READ draftDocumentId NOTIFY draftChanged)
     Q_PROPERTY(QVariantList draftRecipients READ draftRecipients NOTIFY draftChanged)
@@ -47,6 +52,7 @@ class NativeDocumentsView : public QObject {
     Q_PROPERTY(bool loading READ loading NOTIFY busyChanged)
     Q_PROPERTY(bool loaded READ loaded NOTIFY busyChanged)
     Q_PROPERTY(QString errorText READ errorText NOTIFY errorTextChanged)
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
 
 public:
     static constexpr int refreshIntervalMs = 30'000;
@@ -77,6 +83,10 @@ public:
     [[nodiscard]] bool loading() const { return m_loading; }
     [[nodiscard]] bool loaded() const { return m_loaded; }
     [[nodiscard]] QString errorText() const { return m_error; }
+    // What just happened, said for a few seconds ("Signing link copied").
+    [[nodiscard]] QString notice() const { return m_notice; }
+    // The link of the open envelope's signer whose turn it is; empty when none.
+    [[nodiscard]] QString signUrl() const;
 
     Q_INVOKABLE void appear();
     Q_INVOKABLE void disappear();
@@ -84,10 +94,12 @@ public:
     // Forgets everything shown: the session ended.
     void clear();
 
-    // Opens the document's envelope, or starts a new one when it has none
-    // or its last one is completed.
+    // Opens the document's envelope, or starts a new one when it has none.
     Q_INVOKABLE void openDocument(const QString &documentId);
     Q_INVOKABLE void closeEnvelope();
+    // Starts a new envelope for the open one's document once it is
+    // completed or declined.
+    Q_INVOKABLE void newEnvelope();
     Q_INVOKABLE void addRecipient(const QString &name, const QString &email);
     Q_INVOKABLE void removeRecipient(int index);
     // Moves a recipient one place earlier (-1) or later (+1) in the order.
@@ -95,6 +107,9 @@ public:
     // Makes the envelope from the draft; it opens, ready to send.
     Q_INVOKABLE void createEnvelope();
     Q_INVOKABLE void send();
+    Q_INVOKABLE void copySigningLink();
+    // In the desktop's browser, for a signer who signs here in person.
+    Q_INVOKABLE void openSigningPage();
 
 Q_SIGNALS:
     void sectionChanged();
@@ -102,6 +117,7 @@ Q_SIGNALS:
     void draftChanged();
     void busyChanged();
     void errorTextChanged();
+    void noticeChanged();
     // A load or an action has finished (for tests and the screenshot).
     void refreshed();
     void actionFinished();
@@ -115,10 +131,12 @@ private:
     QCoro::Task<> finishAction();
     void showDocuments(const QList<TarnDocument> &all);
     void showEnvelope(const std::optional<TarnEnvelope> &envelope);
+    void startDraft(QString documentId);
     void applyFilter();
     void setBusy(bool busy);
     void fail(const TarnAPIError &error);
     void setError(const QString &text);
+    void say(const QString &text);
 
     TarnAPI &m_api;
     NativeDocumentModel *m_documents;
@@ -133,6 +151,8 @@ private:
     bool m_loading = false;
     bool m_loaded = false;
     QString m_error;
+    QString m_notice;
+    QTimer m_noticeTimer;
     // Bumped when the screen goes away and when the session ends (ends the
     // refresh loop); the envelope's own generation ends its polling when
     // another opens or it closes.

@@ -18,7 +18,8 @@ QCoro::Task<QList<TarnDocument>> legacyDocuments(TarnAPI &api, const QString &ki
 QCoro::Task<TarnEnvelope> envelope(TarnAPI &api, const QString &id);
 // Makes the signing copy of a document: a new envelope in "draft".
 QCoro::Task<TarnEnvelope> googleSignatureDoc(TarnAPI &api, const TarnEnvelopeDraft &draft);
-// Sending an envelope that already went out answers it as it is.
+// Sending an envelope that already went out answers it as it is, unless the
+// signing link of the signer whose turn it is expired: they get a new one.
 QCoro::Task<TarnEnvelope> sendEnvelope(TarnAPI &api, const QString &id);
 // The document's pages as a PDF, at most 20 MiB.
 QCoro::Task<QByteArray> documentPdf(TarnAPI &api, const QString &id);

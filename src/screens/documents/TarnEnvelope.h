@@ -10,8 +10,8 @@
 class TarnJSONObject;
 
 // A document out for signature. `status` is "draft" until it is sent, then
-// "sent" until every signer has signed, then "completed". `signers` are in
-// signing order.
+// "sent" until every signer has signed ("completed") or one declined
+// ("declined"). `signers` are in signing order.
 struct TarnEnvelope {
     QString id;
     QString document_id;

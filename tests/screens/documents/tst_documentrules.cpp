@@ -17,12 +17,19 @@ struct StatusRow {
     QString label;
 };
 
+struct ProgressRow {
+    QString status;
+    QStringList signers;
+    QString label;
+};
+
 const TarnEnvelopeRecipient ines { u"Ines Calder"_s, u"ines@brightwater.example"_s };
 
 } // namespace
 
 Q_DECLARE_METATYPE(RecipientsRow)
 Q_DECLARE_METATYPE(StatusRow)
+Q_DECLARE_METATYPE(ProgressRow)
 
 class TestDocumentRules : public QObject {
     Q_OBJECT
@@ -32,6 +39,8 @@ private slots:
     void recipients();
     void statusLabels_data();
     void statusLabels();
+    void progress_data();
+    void progress();
 };
 
 void TestDocumentRules::recipients_data()
@@ -65,6 +74,7 @@ void TestDocumentRules::statusLabels_data()
     QTest::addRow("envelope made") << StatusRow { u"final"_s, u"draft"_s, u"Ready to send"_s };
     QTest::addRow("out") << StatusRow { u"final"_s, u"sent"_s, u"Out for signature"_s };
     QTest::addRow("signed") << StatusRow { u"signed"_s, u"completed"_s, u"Signed"_s };
+    QTest::addRow("declined") << StatusRow { u"final"_s, u"declined"_s, u"Declined"_s };
 }
 
 void TestDocumentRules::statusLabels()
@@ -74,6 +84,32 @@ void TestDocumentRules::statusLabels()
     document.status = row.status;
     document.envelope_status = row.envelope;
     QCOMPARE(DocumentRules::statusLabel(document), row.label);
+}
+
+void TestDocumentRules::progress_data()
+{
+    QTest::addColumn<ProgressRow>("row");
+    QTest::addRow("draft") << ProgressRow { u"draft"_s, { u"waiting"_s }, u"Not sent yet"_s };
+    QTest::addRow("under way") << ProgressRow { u"sent"_s, { u"signed"_s, u"sent"_s, u"waiting"_s },
+        u"1 of 3 signed"_s };
+    QTest::addRow("link expired") << ProgressRow { u"sent"_s, { u"signed"_s, u"expired"_s },
+        u"1 of 2 signed; the signing link has expired"_s };
+    QTest::addRow("declined by the second")
+        << ProgressRow { u"declined"_s, { u"signed"_s, u"declined"_s }, u"Declined by Signer 2"_s };
+    QTest::addRow("completed") << ProgressRow { u"completed"_s, { u"signed"_s }, u"Signed by everyone"_s };
+}
+
+void TestDocumentRules::progress()
+{
+    QFETCH(ProgressRow, row);
+    TarnEnvelope envelope;
+    envelope.status = row.status;
+    for (const QString &status : row.signers)
+        envelope.signers.append({ .order = envelope.signers.size() + 1,
+            .name = u"Signer %1"_s.arg(envelope.signers.size() + 1),
+            .email = {},
+            .status = status });
+    QCOMPARE(DocumentRules::progressLabel(envelope), row.label);
 }
 
 QTEST_GUILESS_MAIN(TestDocumentRules)

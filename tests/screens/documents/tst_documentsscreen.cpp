@@ -1,8 +1,11 @@
+#include "SigningForm.h"
 #include "inbox/InboxTestClient.h"
 #include "screens/documents/NativeDocumentsView.h"
 #include "shell/design/NativeTheme.h"
 #include "support/QuickItems.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -115,6 +118,12 @@ void TestDocumentsScreen::envelopeWrittenAndSent()
     click(shown(u"envelopeSend"_s).constFirst());
     QVERIFY(finished.wait());
     QTRY_COMPARE(shown(u"envelopeSend"_s).size(), 0);
+    // Only the signer whose turn it is has their link, copied with a word.
+    QTRY_COMPARE(shown(u"signerCopyLink"_s).size(), 1);
+    click(shown(u"signerCopyLink"_s).constFirst());
+    QCOMPARE(QGuiApplication::clipboard()->text(), view->signUrl());
+    QTRY_COMPARE(shown(u"envelopeNotice"_s).size(), 1);
+    QCOMPARE(SigningForm::sign(*client.workspace, view->signUrl(), u"Wren Quill"_s).status, 200);
     QTRY_COMPARE(shown(u"signerRow"_s).constFirst()->property("status").toString(), u"signed"_s);
 
     QTest::keyClick(&window, Qt::Key_Escape);

@@ -4,7 +4,9 @@ import PiloTarn.Documents
 import PiloTarn.Design
 
 // The open envelope: its document, who sent it, the signers in order with
-// their state, and Send while it is a draft.
+// their state (the one whose turn it is with their signing link), and Send
+// while it is a draft or when that signer's link expired; a completed or
+// declined one starts a new envelope for its document.
 Rectangle {
     id: card
 
@@ -60,31 +62,32 @@ Rectangle {
             wrapMode: Text.Wrap
             Layout.fillWidth: true
         }
-        Repeater {
-            model: card.view.signers
-
-            ListRow {
-                objectName: "signerRow"
-                required property int order
-                required property string name
-                required property string email
-                required property string status
-                required property string statusLabel
-                text: qsTr("%1. %2").arg(order).arg(name)
-                subtitle: email
-                detail: statusLabel
-                symbol: ({ signed: "checkmark", sent: "clock" })[status] ?? "person.crop.circle"
-                lit: status === "sent"
-                Layout.fillWidth: true
-            }
+        SignerList {
+            view: card.view
+            Layout.fillWidth: true
+        }
+        Text {
+            objectName: "envelopeNotice"
+            visible: text.length > 0
+            text: card.view.notice
+            font.pixelSize: Theme.type.footnote
+            color: Theme.colours.accent
+            Layout.fillWidth: true
         }
         ActionButton {
             objectName: "envelopeSend"
-            visible: card.envelope.status === "draft"
+            visible: card.envelope.status === "draft" || card.envelope.linkExpired === true
             enabled: card.view.canSend
             kind: ActionButton.Primary
-            text: qsTr("Send for signature")
+            text: card.envelope.status === "draft" ? qsTr("Send for signature") : qsTr("Send a new signing link")
             onClicked: card.view.send()
+            Layout.alignment: Qt.AlignRight
+        }
+        ActionButton {
+            objectName: "envelopeNew"
+            visible: card.envelope.status === "completed" || card.envelope.status === "declined"
+            text: qsTr("New envelope")
+            onClicked: card.view.newEnvelope()
             Layout.alignment: Qt.AlignRight
         }
     }
