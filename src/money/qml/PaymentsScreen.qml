@@ -133,9 +133,12 @@ ColumnLayout {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
 
-                ColumnLayout {
+                // A positioner, not a layout, around the repeated rows: Qt 6.4's
+                // layouts can touch a half-destroyed row while they are torn down.
+                Column {
+                    id: paymentRows
+
                     width: parent.width
-                    spacing: 0
 
                     Repeater {
                         id: payments
@@ -143,9 +146,10 @@ ColumnLayout {
                         objectName: "payments"
                         model: terminal.view.payments
                         onItemAdded: (index, item) => {
+                            item.width = Qt.binding(() => paymentRows.width)
                             item.refundAsked.connect(() => refundSheet.ask(item.paymentId, item.client, item.leftToRefund))
                             item.decisionAsked.connect(() => decideSheet.ask(item.requestId, item.client))
-                    item.markPaidAsked.connect(() => terminal.view.markPaid(item.paymentId))
+                            item.markPaidAsked.connect(() => terminal.view.markPaid(item.paymentId))
                         }
 
                         PaymentLine {}
@@ -166,9 +170,10 @@ ColumnLayout {
                 Layout.fillWidth: true
                 Layout.preferredHeight: Math.min(contentHeight, terminal.height / 4)
 
-                ColumnLayout {
+                Column {
+                    id: invoiceRows
+
                     width: parent.width
-                    spacing: 0
 
                     Repeater {
                         id: invoices
@@ -176,6 +181,7 @@ ColumnLayout {
                         objectName: "openInvoices"
                         model: terminal.view.openInvoices
                         onItemAdded: (index, item) => {
+                            item.width = Qt.binding(() => invoiceRows.width)
                             item.busy = Qt.binding(() => terminal.view.busy)
                             item.chargeAsked.connect(() => chargeSheet.ask(item.invoiceId, item.number, item.remaining))
                             item.recordAsked.connect(() => offlineSheet.ask(item.invoiceId, item.number))
