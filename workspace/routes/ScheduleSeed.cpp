@@ -111,6 +111,16 @@ void plant(ScheduleStore &schedule, const QDate &today)
     const QString intro = schedule.addLink(u"p-maren"_s, u"Intro call"_s, 30);
     const QString review = schedule.addLink(u"p-maren"_s, u"Project review"_s, 60);
     const QString demo = schedule.addLink(u"p-tomas"_s, u"Sales demo"_s, 45);
+    // Clients book working days only, as the booking page offers them.
+    const auto workingDaysAhead = [&today](int days) {
+        QDate day = today;
+        while (days > 0) {
+            day = day.addDays(1);
+            if (day.dayOfWeek() <= Qt::Friday)
+                --days;
+        }
+        return day;
+    };
     struct Booking {
         QString link;
         int inDays;
@@ -131,8 +141,8 @@ void plant(ScheduleStore &schedule, const QDate &today)
         { demo, 4, QTime(11, 0), "Hazel Pediatrics"_L1, "office@hazelpeds.example"_L1, "Front desk inbox"_L1 },
     };
     for (const Booking &booking : bookings)
-        schedule.addBooking(
-            booking.link, booking.name, booking.email, at(today.addDays(booking.inDays), booking.start), booking.note);
+        schedule.addBooking(booking.link, booking.name, booking.email,
+            at(workingDaysAhead(booking.inDays), booking.start), booking.note);
 }
 
 void plantGoogle(ScheduleGoogle &calendar, const QDate &today)
