@@ -120,8 +120,10 @@ QJsonObject DocumentStore::envelopeObject(const QString &id, const QString &host
         u"SELECT position, name, email FROM documents_signers WHERE envelope_id = ? ORDER BY position"_s, { id });
     while (s.next()) {
         const int position = s.value(0).toInt();
+        // After a decline, those not yet asked never will be.
+        const QString unasked = declined ? u"cancelled"_s : u"waiting"_s;
         QJsonObject signer { { u"order"_s, position }, { u"name"_s, s.value(1).toString() },
-            { u"email"_s, s.value(2).toString() }, { u"status"_s, u"waiting"_s }, { u"signed_at"_s, QJsonValue() },
+            { u"email"_s, s.value(2).toString() }, { u"status"_s, unasked }, { u"signed_at"_s, QJsonValue() },
             { u"declined_at"_s, QJsonValue() }, { u"decline_reason"_s, QJsonValue() },
             { u"answered_from"_s, QJsonValue() }, { u"sign_url"_s, QJsonValue() },
             { u"link_expires_at"_s, QJsonValue() } };

@@ -22,6 +22,8 @@ QString statusLabel(const Row &r)
         return u"Declined"_s;
     if (r.status == "expired"_L1)
         return u"Link expired"_s;
+    if (r.status == "cancelled"_L1)
+        return u"Not asked"_s;
     return r.status == "sent"_L1 ? u"Their turn to sign"_s : u"Waiting"_s;
 }
 

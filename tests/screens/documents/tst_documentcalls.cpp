@@ -130,7 +130,7 @@ void TestDocumentCalls::demoEnvelopes_data()
     QTest::addRow("completed") << DemoRow { u"doc-ag-brightwater"_s, u"completed"_s, { u"signed"_s, u"signed"_s }, 0 };
     QTest::addRow("second signer's turn")
         << DemoRow { u"doc-ag-oakline"_s, u"sent"_s, { u"signed"_s, u"sent"_s, u"waiting"_s }, 2 };
-    QTest::addRow("declined") << DemoRow { u"doc-pr-harbor"_s, u"declined"_s, { u"declined"_s, u"waiting"_s }, 0 };
+    QTest::addRow("declined") << DemoRow { u"doc-pr-harbor"_s, u"declined"_s, { u"declined"_s, u"cancelled"_s }, 0 };
     QTest::addRow("draft") << DemoRow { u"doc-ag-fernhill"_s, u"draft"_s, { u"waiting"_s, u"waiting"_s }, 0 };
 }
 
@@ -285,7 +285,7 @@ void TestDocumentCalls::linksThatCannotBeUsed()
     const TarnEnvelope ended = tarnWaitFor(TarnDocumentCalls::envelope(client.as(maren), envelope.id));
     QCOMPARE(ended.status, u"declined"_s);
     QCOMPARE(ended.signers.at(0).decline_reason, u"Not <this> year."_s);
-    QCOMPARE(statuses(ended), (QStringList { u"declined"_s, u"waiting"_s }));
+    QCOMPARE(statuses(ended), (QStringList { u"declined"_s, u"cancelled"_s }));
 }
 
 void TestDocumentCalls::onlyPeopleWithDocs()
