@@ -5,6 +5,7 @@
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 #include "service/TarnRefreshLoop.h"
+#include "shell/NativeFirstLoad.h"
 #include "shell/NativeStateErrors.h"
 #include "shell/TarnAccess.h"
 
@@ -264,10 +265,7 @@ void NativeCallsView::clear()
 QCoro::Task<> NativeCallsView::refreshOnce()
 {
     const QPointer<NativeCallsView> self(this);
-    if (!m_loaded && !m_loading) {
-        m_loading = true;
-        Q_EMIT busyChanged();
-    }
+    NativeFirstLoad::begin(*this, m_loading, m_loaded);
     try {
         // The call book belongs to Calls and the leads to Sales: someone with
         // only one of them reads only that one.
@@ -289,12 +287,7 @@ QCoro::Task<> NativeCallsView::refreshOnce()
             co_return;
         fail(error);
     }
-    if (m_loading || !m_loaded) {
-        m_loading = false;
-        m_loaded = true;
-        Q_EMIT busyChanged();
-    }
-    Q_EMIT refreshed();
+    NativeFirstLoad::end(*this, m_loading, m_loaded);
 }
 
 void NativeCallsView::showBook(const QList<TarnCall> &book)

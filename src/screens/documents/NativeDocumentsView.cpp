@@ -5,6 +5,7 @@
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 #include "service/TarnRefreshLoop.h"
+#include "shell/NativeFirstLoad.h"
 #include "shell/NativeStateErrors.h"
 
 #include <QClipboard>
@@ -175,10 +176,7 @@ void NativeDocumentsView::clear()
 QCoro::Task<> NativeDocumentsView::refreshOnce()
 {
     const QPointer<NativeDocumentsView> self(this);
-    if (!m_loaded && !m_loading) {
-        m_loading = true;
-        Q_EMIT busyChanged();
-    }
+    NativeFirstLoad::begin(*this, m_loading, m_loaded);
     try {
         const QString every;
         const QList<TarnDocument> all = co_await TarnDocumentCalls::legacyDocuments(m_api, every);
@@ -190,12 +188,7 @@ QCoro::Task<> NativeDocumentsView::refreshOnce()
             co_return;
         fail(error);
     }
-    if (m_loading || !m_loaded) {
-        m_loading = false;
-        m_loaded = true;
-        Q_EMIT busyChanged();
-    }
-    Q_EMIT refreshed();
+    NativeFirstLoad::end(*this, m_loading, m_loaded);
 }
 
 void NativeDocumentsView::showDocuments(const QList<TarnDocument> &all)

@@ -4,6 +4,7 @@
 #include "screens/marketscan/TarnMarketScanCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "shell/NativeFirstLoad.h"
 #include "shell/NativeStateErrors.h"
 
 #include <QDateTime>
@@ -123,10 +124,7 @@ void NativeMarketScanView::clear()
 QCoro::Task<> NativeMarketScanView::loadTask(int generation)
 {
     const QPointer<NativeMarketScanView> self(this);
-    if (!m_loaded && !m_loading) {
-        m_loading = true;
-        Q_EMIT busyChanged();
-    }
+    NativeFirstLoad::begin(*this, m_loading, m_loaded);
     try {
         const QList<TarnMarketScan> scans = co_await TarnMarketScanCalls::marketScans(m_api);
         if (!self || generation != m_generation)
@@ -144,12 +142,7 @@ QCoro::Task<> NativeMarketScanView::loadTask(int generation)
             co_return;
         fail(error);
     }
-    if (m_loading || !m_loaded) {
-        m_loading = false;
-        m_loaded = true;
-        Q_EMIT busyChanged();
-    }
-    Q_EMIT refreshed();
+    NativeFirstLoad::end(*this, m_loading, m_loaded);
 }
 
 QCoro::Task<> NativeMarketScanView::scanTask(TarnMarketScanRequest request, int generation)

@@ -5,6 +5,7 @@
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 #include "service/TarnRefreshLoop.h"
+#include "shell/NativeFirstLoad.h"
 #include "shell/NativeStateErrors.h"
 
 #include <QDate>
@@ -147,10 +148,7 @@ QCoro::Task<> NativeOverviewView::refreshOnce()
 {
     const QPointer<NativeOverviewView> self(this);
     const int generation = m_generation;
-    if (!m_loaded && !m_loading) {
-        m_loading = true;
-        Q_EMIT busyChanged();
-    }
+    NativeFirstLoad::begin(*this, m_loading, m_loaded);
     try {
         const QList<TarnTeamActivity> team = co_await TarnOverviewCalls::overviewTeam(m_api);
         if (!self || generation != m_generation)
@@ -171,12 +169,7 @@ QCoro::Task<> NativeOverviewView::refreshOnce()
             co_return;
         fail(error);
     }
-    if (m_loading || !m_loaded) {
-        m_loading = false;
-        m_loaded = true;
-        Q_EMIT busyChanged();
-    }
-    Q_EMIT refreshed();
+    NativeFirstLoad::end(*this, m_loading, m_loaded);
 }
 
 QCoro::Task<> NativeOverviewView::readBoards()

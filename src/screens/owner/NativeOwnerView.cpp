@@ -6,6 +6,7 @@
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 #include "service/TarnRefreshLoop.h"
+#include "shell/NativeFirstLoad.h"
 #include "shell/NativeStateErrors.h"
 
 #include <QDate>
@@ -113,10 +114,7 @@ QCoro::Task<> NativeOwnerView::refreshOnce()
 {
     const QPointer<NativeOwnerView> self(this);
     const int generation = m_generation;
-    if (!m_loaded && !m_loading) {
-        m_loading = true;
-        Q_EMIT busyChanged();
-    }
+    NativeFirstLoad::begin(*this, m_loading, m_loaded);
     try {
         const TarnTeamSnapshot snapshot = co_await TarnOwnerCalls::teamSnapshot(m_api);
         if (!self || generation != m_generation)
@@ -128,12 +126,7 @@ QCoro::Task<> NativeOwnerView::refreshOnce()
             co_return;
         fail(error);
     }
-    if (m_loading || !m_loaded) {
-        m_loading = false;
-        m_loaded = true;
-        Q_EMIT busyChanged();
-    }
-    Q_EMIT refreshed();
+    NativeFirstLoad::end(*this, m_loading, m_loaded);
 }
 
 void NativeOwnerView::show(const TarnTeamSnapshot &snapshot)

@@ -3,6 +3,7 @@
 #include "screens/portals/TarnPortalCalls.h"
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
+#include "shell/NativeFirstLoad.h"
 #include "shell/NativeStateErrors.h"
 
 #include <QPointer>
@@ -111,10 +112,7 @@ QCoro::Task<> NativePortalsView::refreshTask()
 {
     const QPointer<NativePortalsView> self(this);
     const int generation = m_generation;
-    if (!m_loaded && !m_loading) {
-        m_loading = true;
-        Q_EMIT busyChanged();
-    }
+    NativeFirstLoad::begin(*this, m_loading, m_loaded);
     try {
         const TarnPortalDashboard dashboard = co_await TarnPortalCalls::portalDashboard(m_api);
         if (!self || generation != m_generation)
@@ -126,12 +124,7 @@ QCoro::Task<> NativePortalsView::refreshTask()
             co_return;
         fail(error);
     }
-    if (m_loading || !m_loaded) {
-        m_loading = false;
-        m_loaded = true;
-        Q_EMIT busyChanged();
-    }
-    Q_EMIT refreshed();
+    NativeFirstLoad::end(*this, m_loading, m_loaded);
 }
 
 void NativePortalsView::openPortal(const QString &clientId)

@@ -6,6 +6,7 @@
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 #include "service/TarnRefreshLoop.h"
+#include "shell/NativeFirstLoad.h"
 #include "shell/NativeStateErrors.h"
 
 #include <QClipboard>
@@ -278,10 +279,7 @@ QCoro::Task<> NativeScheduleView::refreshOnce()
 {
     const QPointer<NativeScheduleView> self(this);
     const int generation = m_generation;
-    if (!m_loaded && !m_loading) {
-        m_loading = true;
-        Q_EMIT busyChanged();
-    }
+    NativeFirstLoad::begin(*this, m_loading, m_loaded);
     co_await readGoogleStatus();
     if (!self || generation != m_generation)
         co_return;
@@ -302,12 +300,7 @@ QCoro::Task<> NativeScheduleView::refreshOnce()
     }
     if (!self)
         co_return;
-    if (m_loading || !m_loaded) {
-        m_loading = false;
-        m_loaded = true;
-        Q_EMIT busyChanged();
-    }
-    Q_EMIT refreshed();
+    NativeFirstLoad::end(*this, m_loading, m_loaded);
 }
 
 QCoro::Task<> NativeScheduleView::readWeek()

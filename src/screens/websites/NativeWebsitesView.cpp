@@ -5,6 +5,7 @@
 #include "service/TarnAPI.h"
 #include "service/TarnAPIError.h"
 #include "service/TarnRefreshLoop.h"
+#include "shell/NativeFirstLoad.h"
 #include "shell/NativeStateErrors.h"
 
 #include <QPointer>
@@ -120,10 +121,7 @@ QCoro::Task<> NativeWebsitesView::refreshOnce()
 {
     const QPointer<NativeWebsitesView> self(this);
     const int generation = m_generation;
-    if (!m_loaded && !m_loading) {
-        m_loading = true;
-        Q_EMIT busyChanged();
-    }
+    NativeFirstLoad::begin(*this, m_loading, m_loaded);
     try {
         const QList<TarnWebsite> sites = co_await TarnWebsiteCalls::websites(m_api);
         if (!self || generation != m_generation)
@@ -139,12 +137,7 @@ QCoro::Task<> NativeWebsitesView::refreshOnce()
             co_return;
         fail(error);
     }
-    if (m_loading || !m_loaded) {
-        m_loading = false;
-        m_loaded = true;
-        Q_EMIT busyChanged();
-    }
-    Q_EMIT refreshed();
+    NativeFirstLoad::end(*this, m_loading, m_loaded);
 }
 
 QCoro::Task<> NativeWebsitesView::checkTask(TarnSiteCheckRequest request, int generation)
